@@ -1,0 +1,52 @@
+#include "startup/settings.h"
+
+#include <QSettings>
+
+#include <memory>
+
+namespace tavrix {
+
+namespace {
+
+std::unique_ptr<QSettings> openSettings()
+{
+    return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope,
+                                       QString::fromLatin1(settingsOrganization),
+                                       QString::fromLatin1(settingsApplication));
+}
+
+} // namespace
+
+QString getSetting(const QString &name)
+{
+    const auto settings = openSettings();
+    if (settings->status() != QSettings::NoError)
+        return {};
+    return settings->value(name).toString();
+}
+
+void saveSetting(const QString &name, const QString &value)
+{
+    const auto settings = openSettings();
+    if (settings->status() != QSettings::NoError || !settings->isWritable())
+        return;
+    settings->setValue(name, value);
+    settings->sync();
+}
+
+void createDefaultSettings()
+{
+    saveSetting(QString::fromLatin1(unitsSetting), QStringLiteral("in"));
+}
+
+bool settingsStored()
+{
+    return openSettings()->contains(QString::fromLatin1(unitsSetting));
+}
+
+bool unitsAreCentimetres(const QString &units)
+{
+    return units == QLatin1String("cm");
+}
+
+} // namespace tavrix
