@@ -1,0 +1,139 @@
+#include "stats/stats_schema.h"
+
+#include "stats/outchart_data.h"
+
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+namespace tavrix {
+
+namespace {
+
+// Column types follow SQLite's affinity rules: FLOAT and DOUBLE keep REAL
+// values, DATETIME keeps the stored text ("2026-11-22 21:05:09").
+constexpr const char *schemaStatements[] = {
+    "CREATE TABLE IF NOT EXISTS players ("
+    " id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " creationdate DATETIME,"
+    " name TEXT NOT NULL)",
+
+    "CREATE TABLE IF NOT EXISTS games ("
+    " id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " creationdate DATETIME,"
+    " players_id INTEGER,"
+    " gametype SMALLINT,"
+    " skill SMALLINT,"
+    " opponent TEXT,"
+    " result CHAR(1) DEFAULT '',"
+    " throws INTEGER DEFAULT 0,"
+    " points INTEGER DEFAULT 0,"
+    " bestset INTEGER DEFAULT 0,"
+    " outset INTEGER DEFAULT 0)",
+
+    "CREATE TABLE IF NOT EXISTS gamesdarts ("
+    " creationDate DATETIME,"
+    " games_id INTEGER,"
+    " players_id INTEGER,"
+    " setseq INTEGER,"
+    " dartseq INTEGER,"
+    " x FLOAT,"
+    " y FLOAT,"
+    " dist DOUBLE,"
+    " score INTEGER,"
+    " ring INTEGER,"
+    " targetscore INTEGER,"
+    " targetring INTEGER)",
+
+    "CREATE TABLE IF NOT EXISTS statstargets ("
+    " id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " creationdate DATETIME,"
+    " players_id INTEGER,"
+    " targetValue INTEGER,"
+    " targetRing INTEGER)",
+
+    "CREATE TABLE IF NOT EXISTS statsthrows ("
+    " id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " players_id INTEGER,"
+    " statstargets_id INTEGER,"
+    " seq INTEGER,"
+    " x FLOAT,"
+    " y FLOAT,"
+    " dist DOUBLE,"
+    " score INTEGER,"
+    " ring INTEGER)",
+
+    "CREATE TABLE IF NOT EXISTS outchart ("
+    " points INTEGER,"
+    " singleout TEXT,"
+    " doubleout TEXT)",
+
+    // Players are looked up by name; records, counts and resets select by
+    // player first, then by game type or target.
+    "CREATE INDEX IF NOT EXISTS players_name ON players (name)",
+    "CREATE INDEX IF NOT EXISTS games_player ON games (players_id, gametype, skill)",
+    "CREATE INDEX IF NOT EXISTS gamesdarts_game ON gamesdarts (games_id)",
+    "CREATE INDEX IF NOT EXISTS gamesdarts_player_target"
+    " ON gamesdarts (players_id, targetring, targetscore)",
+    "CREATE INDEX IF NOT EXISTS statstargets_player"
+    " ON statstargets (players_id, targetRing, targetValue)",
+    "CREATE INDEX IF NOT EXISTS statsthrows_target ON statsthrows (statstargets_id)",
+    "CREATE INDEX IF NOT EXISTS statsthrows_player ON statsthrows (players_id)",
+};
+
+// Empty fields are stored as empty text, never as NULL.
+QString textOrEmpty(const QString &text)
+{
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+QString failure(const QSqlQuery &query)
+{
+    return query.lastError().text();
+}
+
+QString createAndFill(QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    for (const char *statement : schemaStatements) {
+        if (!query.exec(QString::fromLatin1(statement)))
+            return failure(query);
+    }
+    if (!query.exec(QStringLiteral("SELECT count(*) FROM outchart")) || !query.next())
+        return failure(query);
+    if (query.value(0).toInt() > 0)
+        return {};
+
+    const QList<ChartRow> rows = bundledChartRows();
+    if (rows.isEmpty())
+        return QStringLiteral("The bundled checkout chart is missing.");
+    if (!query.prepare(QStringLiteral(
+            "INSERT INTO outchart (points, singleout, doubleout) VALUES (?, ?, ?)")))
+        return failure(query);
+    for (const ChartRow &row : rows) {
+        query.addBindValue(row.points);
+        query.addBindValue(textOrEmpty(row.singleOut));
+        query.addBindValue(textOrEmpty(row.doubleOut));
+        if (!query.exec())
+            return failure(query);
+    }
+    return {};
+}
+
+} // namespace
+
+QString ensureSchema(QSqlDatabase &db)
+{
+    if (!db.transaction())
+        return db.lastError().text();
+    const QString error = createAndFill(db);
+    if (!error.isEmpty()) {
+        db.rollback();
+        return error;
+    }
+    if (!db.commit())
+        return db.lastError().text();
+    return {};
+}
+
+} // namespace tavrix

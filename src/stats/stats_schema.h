@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QSqlDatabase>
+#include <QString>
+
+namespace tavrix {
+
+// Creates whatever part of the schema the database lacks (all of it for a new
+// file) and fills an empty `outchart` with the bundled checkout chart, all in
+// one transaction. Returns an empty text on success, the reason otherwise.
+QString ensureSchema(QSqlDatabase &db);
+
+} // namespace tavrix

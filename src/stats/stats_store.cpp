@@ -1,0 +1,360 @@
+#include "stats/stats_store.h"
+
+#include "stats/stats_schema.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QSqlError>
+#include <QVariant>
+
+namespace tavrix {
+
+namespace {
+
+// x and y are single-precision values; storing them through a float keeps what
+// a reader gets back identical to what a single column would hold.
+double singlePrecision(double value)
+{
+    return static_cast<double>(static_cast<float>(value));
+}
+
+std::optional<qint64> idFrom(const QSqlQuery &query)
+{
+    bool ok = false;
+    const qint64 id = query.lastInsertId().toLongLong(&ok);
+    return ok ? std::optional<qint64>(id) : std::nullopt;
+}
+
+} // namespace
+
+struct StatsStore::PreparedStatements {
+    QHash<QString, QSqlQuery> byKey;
+};
+
+QString storedDateTimeNow()
+{
+    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+QString StatsStore::defaultDatabasePath()
+{
+    const QString fromEnvironment = qEnvironmentVariable(pathVariable);
+    if (!fromEnvironment.isEmpty())
+        return fromEnvironment;
+    return QDir::current().filePath(QString::fromLatin1(defaultFileName));
+}
+
+StatsStore::StatsStore(QString connectionName)
+    : connectionName_(std::move(connectionName))
+    , statements_(std::make_unique<PreparedStatements>())
+{
+}
+
+StatsStore::~StatsStore()
+{
+    close();
+}
+
+QSqlDatabase StatsStore::connection() const
+{
+    return QSqlDatabase::database(connectionName_, false);
+}
+
+bool StatsStore::isOpen() const
+{
+    return QSqlDatabase::contains(connectionName_) && connection().isOpen();
+}
+
+bool StatsStore::open(const QString &path)
+{
+    close();
+    path_ = path;
+    lastError_.clear();
+
+    const QFileInfo file(path);
+    if (!file.absoluteDir().exists())
+        return fail(QStringLiteral("The folder of the statistics database does not exist"),
+                    QDir::toNativeSeparators(file.absolutePath()));
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
+        return fail(QStringLiteral("The SQLite driver for Qt is not installed"), QString());
+
+    QString error;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName_);
+        db.setDatabaseName(path);
+        // Another copy of the program may hold a write lock for a moment.
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000"));
+        if (!db.open()) {
+            error = db.lastError().text();
+        } else {
+            QSqlQuery pragma(db);
+            // The first statement also proves the file is an SQLite database.
+            if (!pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")))
+                error = pragma.lastError().text();
+            else if (!pragma.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
+                error = pragma.lastError().text();
+            else
+                error = ensureSchema(db);
+        }
+    }
+    if (!error.isEmpty()) {
+        close();
+        return fail(QStringLiteral("Cannot open the statistics database %1")
+                        .arg(QDir::toNativeSeparators(path)),
+                    error);
+    }
+    return true;
+}
+
+void StatsStore::close()
+{
+    statements_->byKey.clear();
+    if (!QSqlDatabase::contains(connectionName_))
+        return;
+    {
+        QSqlDatabase db = QSqlDatabase::database(connectionName_, false);
+        if (db.isOpen())
+            db.close();
+    }
+    QSqlDatabase::removeDatabase(connectionName_);
+}
+
+bool StatsStore::fail(const QString &what, const QString &detail)
+{
+    lastError_ = detail.trimmed().isEmpty() ? what + QLatin1Char('.')
+                                            : what + QStringLiteral(": ") + detail.trimmed();
+    return false;
+}
+
+bool StatsStore::fail(const QString &what, const QSqlQuery &query)
+{
+    return fail(what, query.lastError().text());
+}
+
+bool StatsStore::exec(QSqlQuery &query, const QString &what)
+{
+    if (!isOpen())
+        return fail(what, QStringLiteral("the statistics database is not open"));
+    if (!query.exec())
+        return fail(what, query);
+    return true;
+}
+
+QSqlQuery *StatsStore::prepared(const QString &key, const QString &statement)
+{
+    if (!isOpen()) {
+        fail(QStringLiteral("Cannot use the statistics"),
+             QStringLiteral("the statistics database is not open"));
+        return nullptr;
+    }
+    auto found = statements_->byKey.find(key);
+    if (found == statements_->byKey.end()) {
+        QSqlQuery query(connection());
+        if (!query.prepare(statement)) {
+            fail(QStringLiteral("Cannot prepare a statistics statement"), query);
+            return nullptr;
+        }
+        found = statements_->byKey.insert(key, query);
+    }
+    return &*found;
+}
+
+bool StatsStore::insertGameDart(const GameDart &dart)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("gamedart"),
+        QStringLiteral("INSERT INTO gamesdarts (creationDate, games_id, players_id, setseq,"
+                       " dartseq, x, y, dist, score, ring, targetscore, targetring)"
+                       " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(dart.gameId);
+    query->addBindValue(dart.playerId);
+    query->addBindValue(dart.setSeq);
+    query->addBindValue(dart.dartSeq);
+    query->addBindValue(singlePrecision(dart.x));
+    query->addBindValue(singlePrecision(dart.y));
+    query->addBindValue(dart.dist);
+    query->addBindValue(dart.score);
+    query->addBindValue(dart.ring);
+    query->addBindValue(dart.targetScore);
+    query->addBindValue(dart.targetRing);
+    return exec(*query, QStringLiteral("Cannot record the game dart"));
+}
+
+std::optional<qint64> StatsStore::insertStatTarget(qint64 playerId, int targetValue,
+                                                   int targetRing)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("stattarget"),
+        QStringLiteral("INSERT INTO statstargets (creationdate, players_id, targetValue,"
+                       " targetRing) VALUES (?, ?, ?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(playerId);
+    query->addBindValue(targetValue);
+    query->addBindValue(targetRing);
+    // The id just assigned is the player's newest target, whoever writes next.
+    if (!exec(*query, QStringLiteral("Cannot record the practice target")))
+        return std::nullopt;
+    return idFrom(*query);
+}
+
+bool StatsStore::insertStatThrow(const PracticeDart &dart)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("statthrow"),
+        QStringLiteral("INSERT INTO statsthrows (players_id, statstargets_id, seq, x, y, dist,"
+                       " score, ring) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(dart.playerId);
+    query->addBindValue(dart.targetId);
+    query->addBindValue(dart.seq);
+    query->addBindValue(singlePrecision(dart.x));
+    query->addBindValue(singlePrecision(dart.y));
+    query->addBindValue(dart.dist);
+    query->addBindValue(dart.score);
+    query->addBindValue(dart.ring);
+    return exec(*query, QStringLiteral("Cannot record the practice dart"));
+}
+
+std::optional<qint64> StatsStore::insertGame(const NewGame &game)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("game"),
+        QStringLiteral("INSERT INTO games (creationdate, players_id, gametype, skill, opponent,"
+                       " result, throws, points, bestset, outset)"
+                       " VALUES (?, ?, ?, ?, ?, '', 0, 0, 0, 0)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(game.playerId);
+    query->addBindValue(game.gameType);
+    query->addBindValue(game.skill);
+    query->addBindValue(game.opponent);
+    if (!exec(*query, QStringLiteral("Cannot record the new game")))
+        return std::nullopt;
+    return idFrom(*query);
+}
+
+std::optional<qint64> StatsStore::insertPlayer(const QString &name)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("player"),
+        QStringLiteral("INSERT INTO players (creationdate, name) VALUES (?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(name);
+    if (!exec(*query, QStringLiteral("Cannot record the new player")))
+        return std::nullopt;
+    return idFrom(*query);
+}
+
+std::optional<qint64> StatsStore::playerIdByName(const QString &name)
+{
+    QSqlQuery *const query = prepared(QStringLiteral("playerid"), QStringLiteral("SELECT id FROM players WHERE name = ?"));
+    if (!query)
+        return {};
+    query->addBindValue(name);
+    if (!exec(*query, QStringLiteral("Cannot look up the player")))
+        return std::nullopt;
+    std::optional<qint64> id;
+    if (query->next())
+        id = query->value(0).toLongLong();
+    query->finish();
+    return id;
+}
+
+std::optional<QString> StatsStore::playerName(qint64 playerId)
+{
+    QSqlQuery *const query = prepared(QStringLiteral("playername"),
+                                QStringLiteral("SELECT name FROM players WHERE id = ?"));
+    if (!query)
+        return {};
+    query->addBindValue(playerId);
+    if (!exec(*query, QStringLiteral("Cannot look up the player")))
+        return std::nullopt;
+    std::optional<QString> name;
+    if (query->next())
+        name = query->value(0).toString();
+    query->finish();
+    return name;
+}
+
+bool StatsStore::resetPlayerStats(qint64 playerId)
+{
+    // Game darts are found through their games, so they go before the games.
+    static const char *const statements[] = {
+        "DELETE FROM statstargets WHERE players_id = ?",
+        "DELETE FROM statsthrows WHERE players_id = ?",
+        "DELETE FROM gamesdarts WHERE EXISTS (SELECT * FROM games"
+        " WHERE games.id = gamesdarts.games_id AND games.players_id = ?)",
+        "DELETE FROM games WHERE players_id = ?",
+    };
+    Batch batch(*this);
+    if (!batch.isActive())
+        return false;
+    for (const char *statement : statements) {
+        QSqlQuery query(connection());
+        query.prepare(QString::fromLatin1(statement));
+        query.addBindValue(playerId);
+        if (!exec(query, QStringLiteral("Cannot delete the statistics")))
+            return false;
+    }
+    return batch.commit();
+}
+
+std::optional<QList<ChartRow>> StatsStore::outchartRows()
+{
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral("SELECT points, singleout, doubleout FROM outchart ORDER BY points"));
+    if (!exec(query, QStringLiteral("Cannot read the checkout chart")))
+        return std::nullopt;
+    QList<ChartRow> rows;
+    while (query.next()) {
+        rows.append({query.value(0).toInt(), query.value(1).toString(),
+                     query.value(2).toString()});
+    }
+    return rows;
+}
+
+StatsStore::Batch::Batch(StatsStore &store)
+    : store_(store)
+{
+    if (!store.isOpen()) {
+        store.fail(QStringLiteral("Cannot write statistics"),
+                   QStringLiteral("the statistics database is not open"));
+        return;
+    }
+    QSqlDatabase db = store.connection();
+    active_ = db.transaction();
+    if (!active_)
+        store.fail(QStringLiteral("Cannot start writing statistics"), db.lastError().text());
+}
+
+StatsStore::Batch::~Batch()
+{
+    if (active_)
+        store_.connection().rollback();
+}
+
+bool StatsStore::Batch::commit()
+{
+    if (!active_)
+        return false;
+    QSqlDatabase db = store_.connection();
+    active_ = false;
+    if (db.commit())
+        return true;
+    store_.fail(QStringLiteral("Cannot save statistics"), db.lastError().text());
+    db.rollback();
+    return false;
+}
+
+} // namespace tavrix

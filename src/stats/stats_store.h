@@ -1,0 +1,130 @@
+#pragma once
+
+// The statistics database: players, games, every recorded dart and the
+// checkout chart, in one SQLite file reached through one Qt SQL connection.
+// Every value travels as a bound parameter, so names and numbers never become
+// statement text and numbers never depend on the locale.
+
+#include "stats/outchart_data.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace tavrix {
+
+// One dart of the local player in a game (the cork has set 0, dart 1).
+struct GameDart {
+    qint64 gameId = 0;
+    qint64 playerId = 0;
+    int setSeq = 0;
+    int dartSeq = 0;
+    double x = 0;
+    double y = 0;
+    double dist = 0;
+    int score = 0;
+    int ring = 0;
+    int targetScore = 0;
+    int targetRing = 0;
+};
+
+// One practice dart, scored with the practice score pair.
+struct PracticeDart {
+    qint64 playerId = 0;
+    qint64 targetId = 0;
+    int seq = 0;
+    double x = 0;
+    double y = 0;
+    double dist = 0;
+    int score = 0;
+    int ring = 0;
+};
+
+struct NewGame {
+    qint64 playerId = 0;
+    int gameType = 0;
+    int skill = 0;
+    QString opponent;
+};
+
+class StatsStore {
+public:
+    static constexpr const char *defaultConnectionName = "statsConnection";
+    static constexpr const char *defaultFileName = "tavrix.db";
+    static constexpr const char *pathVariable = "TAVRIX_DB";
+
+    // The database file: $TAVRIX_DB when set, otherwise tavrix.db in the
+    // working folder.
+    static QString defaultDatabasePath();
+
+    explicit StatsStore(QString connectionName = QString::fromLatin1(defaultConnectionName));
+    ~StatsStore();
+    StatsStore(const StatsStore &) = delete;
+    StatsStore &operator=(const StatsStore &) = delete;
+
+    // Opens (and when missing, creates) the database: the six tables, their
+    // indexes and the checkout chart. On failure lastError() says why and the
+    // store stays closed.
+    bool open(const QString &path);
+    void close();
+    bool isOpen() const;
+    QString lastError() const { return lastError_; }
+    QString databasePath() const { return path_; }
+
+    // Writers. Each returns false (or no id) and sets lastError() when the
+    // database refuses the statement.
+    bool insertGameDart(const GameDart &dart);
+    std::optional<qint64> insertStatTarget(qint64 playerId, int targetValue, int targetRing);
+    bool insertStatThrow(const PracticeDart &dart);
+    std::optional<qint64> insertGame(const NewGame &game);
+    std::optional<qint64> insertPlayer(const QString &name);
+
+    // Removes every practice set, practice dart, game dart and game of the
+    // player; the player stays.
+    bool resetPlayerStats(qint64 playerId);
+
+    std::optional<qint64> playerIdByName(const QString &name);
+    std::optional<QString> playerName(qint64 playerId);
+    std::optional<QList<ChartRow>> outchartRows();
+
+    // Writes grouped in one transaction: begin, write, commit. A batch that is
+    // not committed is rolled back when it goes out of scope.
+    class Batch {
+    public:
+        explicit Batch(StatsStore &store);
+        ~Batch();
+        Batch(const Batch &) = delete;
+        Batch &operator=(const Batch &) = delete;
+        bool isActive() const { return active_; }
+        bool commit();
+
+    private:
+        StatsStore &store_;
+        bool active_ = false;
+    };
+
+    QSqlDatabase connection() const;
+
+private:
+    bool fail(const QString &what, const QSqlQuery &query);
+    bool fail(const QString &what, const QString &detail);
+    bool exec(QSqlQuery &query, const QString &what);
+    // The statement prepared once per connection and reused; null (with
+    // lastError() set) when it cannot be prepared.
+    QSqlQuery *prepared(const QString &key, const QString &statement);
+
+    QString connectionName_;
+    QString path_;
+    QString lastError_;
+    struct PreparedStatements;
+    std::unique_ptr<PreparedStatements> statements_;
+};
+
+// The text in which dates and times are stored: SQLite's own form, read back as
+// the same local date and time.
+QString storedDateTimeNow();
+
+} // namespace tavrix
