@@ -1,7 +1,11 @@
+#include "games/checkout_chart.h"
 #include "startup/darts_window.h"
 #include "startup/settings.h"
+#include "stats/stats_store.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QMessageBox>
 
 int main(int argc, char *argv[])
 {
@@ -13,9 +17,22 @@ int main(int argc, char *argv[])
         createDefaultSettings();
     const bool useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
 
+    StatsStore store;
+    if (!store.open(StatsStore::defaultDatabasePath())) {
+        QMessageBox::critical(nullptr, QStringLiteral("Tavrix!"), store.lastError());
+        return 1;
+    }
+    CheckoutChart chart;
+    if (!loadCheckoutChart(store, chart)) {
+        QMessageBox::critical(nullptr, QStringLiteral("Tavrix!"), store.lastError());
+        return 1;
+    }
+
     Darts window;
-    window.showStatus(useCms ? QStringLiteral("Distances in centimetres")
-                             : QStringLiteral("Distances in inches"));
+    window.showStatus(QStringLiteral("Statistics: %1\nDistances in %2\nBest out from 170: %3")
+                          .arg(QDir::toNativeSeparators(store.databasePath()),
+                               useCms ? QStringLiteral("centimetres") : QStringLiteral("inches"),
+                               chart.routeText(170, true)));
     window.show();
     return app.exec();
 }

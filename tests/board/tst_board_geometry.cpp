@@ -47,8 +47,6 @@ private slots:
     void voidDartScoresNothing();
 
     void aimPointsLieInTheirTarget();
-    void pictureToBoardPosition();
-    void lesserOfPrefersTheFirstOnTies();
 
     // Shown figures are cut, never rounded, and lose trailing zeros.
     void distanceAndAngleTexts_data();
@@ -64,11 +62,8 @@ void TestBoardGeometry::anglesCoverAllQuadrants_data()
     QTest::newRow("origin") << 0.0 << 0.0 << 0.0;
     QTest::newRow("up") << 0.0 << 100.0 << 90.0;
     QTest::newRow("down") << 0.0 << -120.0 << 270.0;
-    QTest::newRow("right") << 100.0 << 0.0 << 0.0;
     QTest::newRow("left") << -100.0 << 0.0 << 180.0;
-    QTest::newRow("first quadrant") << 1.0 << 1.0 << 45.0;
     QTest::newRow("second quadrant") << -1.0 << 1.0 << 135.0;
-    QTest::newRow("third quadrant") << -1.0 << -1.0 << 225.0;
     QTest::newRow("fourth quadrant") << 1.0 << -1.0 << 315.0;
     QTest::newRow("just below the x axis") << 100.0 << -1e-9 << 360.0 - 5.7295779513e-10;
 }
@@ -92,20 +87,16 @@ void TestBoardGeometry::ringTableIsFirstMatchWithGaps_data()
     QTest::newRow("gap after bull") << 7.000005 << NoMatch;
     QTest::newRow("bull wire") << 7.5 << RingWire;
     QTest::newRow("outer bull start") << 8.0 << RingOuterBull;
-    QTest::newRow("outer bull") << 18.5 << RingOuterBull;
     QTest::newRow("outer bull edge") << 19.0 << RingOuterBull;
     QTest::newRow("outer bull wire") << 19.5 << RingWire;
-    QTest::newRow("inner single") << 20.0 << RingSingle;
     QTest::newRow("inner single edge") << 113.0 << RingSingle;
     QTest::newRow("triple wire") << 113.5 << RingWire;
     QTest::newRow("triple") << 118.0 << RingTriple;
     QTest::newRow("triple outer edge") << 125.0 << RingTriple;
-    QTest::newRow("outer single") << 150.0 << RingSingle;
     QTest::newRow("double") << 196.0 << RingDouble;
     QTest::newRow("double outer edge") << 201.0 << RingDouble;
     QTest::newRow("last wire") << 201.99999 << RingWire;
     QTest::newRow("board edge") << 202.0 << NoMatch;
-    QTest::newRow("far off") << 400.0 << NoMatch;
 }
 
 void TestBoardGeometry::ringTableIsFirstMatchWithGaps()
@@ -145,8 +136,6 @@ void TestBoardGeometry::segmentGapsAndWires_data()
     QTest::newRow("13 start") << 9.5 << 13;
     QTest::newRow("gap after the 10") << 350.499995 << NoMatch;
     QTest::newRow("wire before the 6") << 351.0 << 0;
-    QTest::newRow("11 at 180") << 180.0 << 11;
-    QTest::newRow("3 at 270") << 270.0 << 3;
 }
 
 void TestBoardGeometry::segmentGapsAndWires()
@@ -231,22 +220,6 @@ void TestBoardGeometry::aimPointsLieInTheirTarget()
             QCOMPARE(scoreFromXY(p.x, p.y), (DartScore{multiplier, number}));
         }
     }
-}
-
-void TestBoardGeometry::pictureToBoardPosition()
-{
-    QCOMPARE(boardFromPicture(260, 260), BoardPoint{});
-    QCOMPARE(boardFromPicture(0, 0), (BoardPoint{-260, 260}));
-    QCOMPARE(boardFromPicture(360, 300), (BoardPoint{100, -40}));
-}
-
-void TestBoardGeometry::lesserOfPrefersTheFirstOnTies()
-{
-    QCOMPARE(lesserOf(3, 3), 3.0);
-    QCOMPARE(lesserOf(2, 5), 2.0);
-    QCOMPARE(lesserOf(5, 2), 2.0);
-    // Negative zero against zero: equal, so the first one comes back.
-    QVERIFY(std::signbit(lesserOf(-0.0, 0.0)));
 }
 
 void TestBoardGeometry::distanceAndAngleTexts_data()

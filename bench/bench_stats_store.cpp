@@ -1,0 +1,178 @@
+// Fills a statistics database with recorded darts for one player, half game
+// darts and half practice darts spread over many targets, written the way the
+// program writes them (one transaction per confirmed set of three), and reports
+// how long the writes and a later open take.
+//
+// Usage: bench_stats_store [darts] [database file]
+// (default 1000000 darts in a temporary folder)
+
+#include "games/checkout_chart.h"
+#include "stats/stats_store.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <vector>
+
+using namespace tavrix;
+
+namespace {
+
+constexpr int dartsPerSet = 3;
+constexpr int setsPerGame = 20;
+
+struct Dart {
+    double x;
+    double y;
+    double dist;
+    DartScore score;
+};
+
+Dart throwAt(QRandomGenerator &random, const BoardPoint &aim)
+{
+    const double radius = 60.0 * std::sqrt(random.generateDouble());
+    const double angle = random.bounded(360.0) * radPerDeg;
+    const double x = aim.x + radius * std::cos(angle);
+    const double y = aim.y + radius * std::sin(angle);
+    return {x, y, radius, scoreFromXY(x, y)};
+}
+
+double percentile(std::vector<double> values, double p)
+{
+    if (values.empty())
+        return 0;
+    const auto index = static_cast<std::size_t>(p * double(values.size() - 1));
+    std::nth_element(values.begin(), values.begin() + index, values.end());
+    return values[index];
+}
+
+bool failed(const StatsStore &store)
+{
+    std::fprintf(stderr, "failed: %s\n", qPrintable(store.lastError()));
+    return false;
+}
+
+bool writeGameDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
+                    std::vector<double> &setMicros)
+{
+    QElapsedTimer timer;
+    qint64 game = 0;
+    for (int set = 0; set < sets; ++set) {
+        if (set % setsPerGame == 0) {
+            const auto id = store.insertGame({player, 3, 1 + set % 4, QStringLiteral("Computer")});
+            if (!id)
+                return failed(store);
+            game = *id;
+        }
+        const int number = set % 3 == 0 ? 19 : 20;
+        const BoardPoint aim = aimPoint(3, number);
+        timer.start();
+        StatsStore::Batch batch(store);
+        for (int seq = 0; seq < dartsPerSet; ++seq) {
+            const Dart d = throwAt(random, aim);
+            if (!store.insertGameDart({game, player, set % setsPerGame + 1, seq, d.x, d.y, d.dist,
+                                       d.score.number, d.score.multiplier, number, 3}))
+                return failed(store);
+        }
+        if (!batch.commit())
+            return failed(store);
+        setMicros.push_back(timer.nsecsElapsed() / 1000.0);
+    }
+    return true;
+}
+
+bool writePracticeDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
+                        std::vector<double> &setMicros)
+{
+    QElapsedTimer timer;
+    for (int set = 0; set < sets; ++set) {
+        // Every number and ring in turn, with the bull among them.
+        const int value = set % 21 == 20 ? 25 : set % 21 + 1;
+        const int ring = value == 25 ? 1 : 1 + (set / 21) % 3;
+        const BoardPoint aim = aimPoint(ring, value);
+        timer.start();
+        // The target is written when the set opens, its darts when it is confirmed.
+        const auto target = store.insertStatTarget(player, value, ring);
+        if (!target)
+            return failed(store);
+        StatsStore::Batch batch(store);
+        for (int seq = 0; seq < dartsPerSet; ++seq) {
+            const Dart d = throwAt(random, aim);
+            if (!store.insertStatThrow({player, *target, seq, d.x, d.y, d.dist, d.score.number,
+                                        d.score.multiplier}))
+                return failed(store);
+        }
+        if (!batch.commit())
+            return failed(store);
+        setMicros.push_back(timer.nsecsElapsed() / 1000.0);
+    }
+    return true;
+}
+
+void report(const char *what, int darts, double seconds, const std::vector<double> &setMicros)
+{
+    std::printf("%-16s %9d darts %8.2f s %10.0f darts/s   per set: median %.0f us, p99 %.0f us\n",
+                what, darts, seconds, darts / seconds, percentile(setMicros, 0.5),
+                percentile(setMicros, 0.99));
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    const int darts = argc > 1 ? std::max(6, QString::fromLocal8Bit(argv[1]).toInt()) : 1000000;
+    QTemporaryDir dir;
+    const QString path = argc > 2 ? QString::fromLocal8Bit(argv[2])
+                                  : dir.filePath(QStringLiteral("bench.db"));
+    const int sets = darts / dartsPerSet;
+    const int gameSets = sets / 2;
+    const int practiceSets = sets - gameSets;
+    QRandomGenerator random(20261122);
+
+    QElapsedTimer timer;
+    qint64 player = 0;
+    {
+        StatsStore store;
+        timer.start();
+        if (!store.open(path))
+            return failed(store) ? 0 : 1;
+        std::printf("create database   %8.1f ms  (%s)\n", timer.nsecsElapsed() / 1e6,
+                    qPrintable(path));
+        player = store.insertPlayer(QStringLiteral("Bench O'Mark")).value_or(0);
+
+        std::vector<double> setMicros;
+        setMicros.reserve(std::max(gameSets, practiceSets));
+        timer.start();
+        if (!writeGameDarts(store, player, gameSets, random, setMicros))
+            return 1;
+        report("game darts", gameSets * dartsPerSet, timer.nsecsElapsed() / 1e9, setMicros);
+
+        setMicros.clear();
+        timer.start();
+        if (!writePracticeDarts(store, player, practiceSets, random, setMicros))
+            return 1;
+        report("practice darts", practiceSets * dartsPerSet, timer.nsecsElapsed() / 1e9,
+               setMicros);
+    }
+    std::printf("database file     %8.1f MB\n", QFileInfo(path).size() / 1e6);
+
+    StatsStore store;
+    timer.start();
+    if (!store.open(path))
+        return failed(store) ? 0 : 1;
+    const double openMs = timer.nsecsElapsed() / 1e6;
+    CheckoutChart chart;
+    timer.start();
+    if (!loadCheckoutChart(store, chart))
+        return failed(store) ? 0 : 1;
+    std::printf("open afterwards   %8.1f ms, checkout chart read in %.1f ms\n", openMs,
+                timer.nsecsElapsed() / 1e6);
+    return 0;
+}
