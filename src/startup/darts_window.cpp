@@ -1,24 +1,256 @@
 #include "startup/darts_window.h"
 
+#include "board/board_picture.h"
+#include "dialogs/alert_box.h"
+#include "dialogs/messages.h"
+#include "dialogs/new_user_dialog.h"
+#include "dialogs/user_edit_dialog.h"
+#include "dialogs/user_select_dialog.h"
+#include "startup/program.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
 
 namespace tavrix {
 
-Darts::Darts(QWidget *parent)
-    : QMainWindow(parent)
-    , status_(new QLabel(this))
+namespace {
+
+QLabel *namedLabel(const char *name, QWidget *parent, const QString &text = {})
+{
+    auto *label = new QLabel(text, parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setWordWrap(true);
+    return label;
+}
+
+QGroupBox *modeFrame(const char *name, const char *caption, QWidget *parent)
+{
+    auto *frame = new QGroupBox(QString::fromLatin1(caption), parent);
+    frame->setObjectName(QString::fromLatin1(name));
+    return frame;
+}
+
+QFont greetingFont(const QWidget *widget)
+{
+    QFont font = widget->font();
+    font.setPointSizeF(font.pointSizeF() * 1.5);
+    font.setBold(true);
+    return font;
+}
+
+} // namespace
+
+Darts::Darts(Program &program)
+    : program_(program)
+    , state_(program.state())
 {
     setObjectName(QStringLiteral("Darts"));
     setWindowTitle(QStringLiteral("Halvern Tavrix!"));
-    status_->setAlignment(Qt::AlignCenter);
-    status_->setWordWrap(true);
-    setCentralWidget(status_);
+    buildFrames();
+    buildMenus();
     resize(1024, 768);
+    formLoad();
 }
 
-void Darts::showStatus(const QString &text)
+Darts::~Darts() = default;
+
+void Darts::buildFrames()
 {
-    status_->setText(text);
+    auto *central = new QWidget(this);
+    auto *columns = new QHBoxLayout(central);
+    columns->setContentsMargins(12, 12, 12, 12);
+    columns->setSpacing(16);
+
+    auto *boardColumn = new QVBoxLayout;
+    picture_ = new BoardPicture(central);
+    boardColumn->addWidget(picture_);
+    scoreHoverText_ = namedLabel("ScoreHoverText", central);
+    scoreHoverText_->setAlignment(Qt::AlignCenter);
+    boardColumn->addWidget(scoreHoverText_);
+    boardColumn->addStretch();
+    columns->addLayout(boardColumn);
+
+    auto *frameColumn = new QVBoxLayout;
+    playFrame_ = modeFrame("PlayModeFrame", "Play Mode", central);
+    practiceFrame_ = modeFrame("practiceModeFrame", "Practice Mode", central);
+    reviewFrame_ = modeFrame("ReviewModeFrame", "Review Mode", central);
+
+    auto *play = new QVBoxLayout(playFrame_);
+    greetingLabels_.append(namedLabel("PlayerNameText", playFrame_));
+    play->addWidget(greetingLabels_.last());
+    // Score areas of the two kinds of game, shown while a game runs; player
+    // 1 is the opponent, player 2 the local player.
+    const std::pair<const char *, const char *> scoreAreas[] = {{"fraCricketScore", ""},
+                                                                 {"fra01Score", "01"}};
+    for (const auto &[frameName, suffix] : scoreAreas) {
+        auto *area = modeFrame(frameName, "", playFrame_);
+        auto *names = new QHBoxLayout(area);
+        const QString opponent = QStringLiteral("Player1Text") + QLatin1String(suffix);
+        const QString player = QStringLiteral("Player2Text") + QLatin1String(suffix);
+        names->addWidget(namedLabel(opponent.toLatin1().constData(), area, state_.opponentName));
+        nameLabels_.append(namedLabel(player.toLatin1().constData(), area));
+        names->addWidget(nameLabels_.last());
+        area->hide();
+        play->addWidget(area);
+    }
+    for (const char *name : {"rstatTitleLabel", "rstatsText", "ostatTitleLabel", "ostatsText"}) {
+        statsLabels_.append(namedLabel(name, playFrame_));
+        play->addWidget(statsLabels_.last());
+    }
+    play->addStretch();
+    btnStartGame_ = new QPushButton(QStringLiteral("Start Game"), playFrame_);
+    btnStartGame_->setObjectName(QStringLiteral("btnStartGame"));
+    // Games are started once their set-up is in place.
+    btnStartGame_->setEnabled(false);
+    play->addWidget(btnStartGame_);
+
+    auto *practice = new QVBoxLayout(practiceFrame_);
+    generalText_ = namedLabel("GeneralText", practiceFrame_);
+    practice->addWidget(generalText_);
+    practice->addStretch();
+
+    auto *review = new QVBoxLayout(reviewFrame_);
+    greetingLabels_.append(namedLabel("playerNameText_review", reviewFrame_));
+    review->addWidget(greetingLabels_.last());
+    review->addWidget(new QLabel(
+        QStringLiteral("Click a scoring area of the board to plot the darts aimed at it."),
+        reviewFrame_));
+    review->addStretch();
+
+    for (QLabel *label : std::as_const(greetingLabels_))
+        label->setFont(greetingFont(label));
+    for (QGroupBox *frame : {playFrame_, practiceFrame_, reviewFrame_}) {
+        frame->setMinimumWidth(240);
+        frameColumn->addWidget(frame);
+    }
+    columns->addLayout(frameColumn, 1);
+    setCentralWidget(central);
+}
+
+void Darts::formLoad()
+{
+    state_.throwPhase = 0;
+    setPlayerName();
+    switchMode(ModePlay);
+    picture_->setEnabled(false);
+    useCms_->setChecked(state_.useCms);
+    useInches_->setChecked(!state_.useCms);
+}
+
+void Darts::switchMode(int mode)
+{
+    picture_->clearPlots();
+    picture_->setEnabled(false);
+    for (QGroupBox *frame : {playFrame_, practiceFrame_, reviewFrame_}) {
+        frame->hide();
+        frame->setEnabled(false);
+    }
+    scoreHoverText_->hide();
+    state_.currentMode = mode;
+    for (QLabel *label : std::as_const(statsLabels_))
+        label->hide();
+    state_.countdownNext = 21;
+    state_.countupNext = 1;
+    state_.countdownActive = false;
+    state_.countupActive = false;
+
+    switch (mode) {
+    case ModePractice:
+        generalText_->setText(QStringLiteral("Click \"Go\" to begin"));
+        state_.throwPhase = 0;
+        practiceFrame_->show();
+        practiceFrame_->setEnabled(true);
+        break;
+    case ModePlay:
+        playFrame_->show();
+        playFrame_->setEnabled(true);
+        resetGame();
+        break;
+    case ModeReview:
+        state_.throwPhase = 0;
+        picture_->setEnabled(true);
+        reviewFrame_->show();
+        reviewFrame_->setEnabled(true);
+        break;
+    default:
+        break;
+    }
+}
+
+void Darts::resetGame()
+{
+    // The game returns to its idle state: nothing is being thrown.
+    state_.throwPhase = 0;
+}
+
+void Darts::setPlayerName()
+{
+    const QString greeting = QStringLiteral("Hey, ") + state_.currentPlayerName + QStringLiteral("!");
+    for (QLabel *label : std::as_const(greetingLabels_))
+        label->setText(greeting);
+    for (QLabel *label : std::as_const(nameLabels_))
+        label->setText(state_.currentPlayerName);
+}
+
+NewUserDialog *Darts::newUserDialog()
+{
+    if (!newUserDialog_)
+        newUserDialog_ = new NewUserDialog(program_.store(), state_, program_.messages(), this);
+    return newUserDialog_;
+}
+
+UserSelectDialog *Darts::userSelectDialog()
+{
+    if (!userSelectDialog_) {
+        userSelectDialog_ = new UserSelectDialog(program_.store(), state_, program_.messages(), this,
+                                                 [this] { switchMode(state_.currentMode); });
+    }
+    return userSelectDialog_;
+}
+
+UserEditDialog *Darts::userEditDialog()
+{
+    if (!userEditDialog_)
+        userEditDialog_ = new UserEditDialog(program_.store(), state_, program_.messages(), this);
+    return userEditDialog_;
+}
+
+MyAlertBox *Darts::alertBox()
+{
+    if (!alertBox_)
+        alertBox_ = new MyAlertBox(this);
+    return alertBox_;
+}
+
+void Darts::unloadWindows()
+{
+    for (QWidget *dialog : std::initializer_list<QWidget *>{newUserDialog_, userEditDialog_,
+                                                            userSelectDialog_, alertBox_}) {
+        if (dialog)
+            dialog->hide();
+    }
+    close();
+}
+
+void Darts::closeEvent(QCloseEvent *event)
+{
+    if (!state_.shutDownDone)
+        program_.shutDownProgram();
+    event->accept();
+}
+
+int selectedOption(const QList<QAbstractButton *> &group)
+{
+    for (int i = 0; i < group.size(); ++i) {
+        if (group[i]->isChecked())
+            return i + 1;
+    }
+    return 0;
 }
 
 } // namespace tavrix

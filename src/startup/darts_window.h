@@ -1,22 +1,97 @@
 #pragma once
 
+// The main window: the board on the left, the frame of the current mode on
+// the right, and the menus.
+
 #include <QMainWindow>
 
+class QAbstractButton;
+class QAction;
+class QGroupBox;
 class QLabel;
+class QPushButton;
 
 namespace tavrix {
 
-// The main window. For now it only reports what start-up found; the board and
-// the mode frames come next.
+class BoardPicture;
+class MyAlertBox;
+class NewUserDialog;
+class Program;
+struct SharedState;
+class UserEditDialog;
+class UserSelectDialog;
+
 class Darts : public QMainWindow {
     Q_OBJECT
-public:
-    explicit Darts(QWidget *parent = nullptr);
 
-    void showStatus(const QString &text);
+public:
+    explicit Darts(Program &program);
+    ~Darts() override;
+
+    // Makes practice (1), review (2) or play (3) the current mode.
+    void switchMode(int mode);
+    // Shows the current player's name in the name labels.
+    void setPlayerName();
+
+    // Dialogs, created on first use and kept.
+    NewUserDialog *newUserDialog();
+    UserSelectDialog *userSelectDialog();
+    UserEditDialog *userEditDialog();
+    MyAlertBox *alertBox();
+
+    // Hides every dialog and closes the window: the last step of shutdown.
+    void unloadWindows();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
 
 private:
-    QLabel *status_;
+    void formLoad();
+    void buildFrames();
+    void buildMenus();
+    void resetGame();
+
+    // Menu handlers.
+    void chooseMode(int mode);
+    void changePlayer();
+    void editPlayers();
+    void useUnits(bool centimetres);
+    void resetStats();
+    void showHelp();
+    void showAbout();
+    // After the current player may have changed.
+    void refreshAfterPlayerChange();
+
+    void checkModeEntry(int mode);
+
+    Program &program_;
+    SharedState &state_;
+
+    BoardPicture *picture_ = nullptr;
+    QGroupBox *playFrame_ = nullptr;
+    QGroupBox *practiceFrame_ = nullptr;
+    QGroupBox *reviewFrame_ = nullptr;
+    QLabel *scoreHoverText_ = nullptr;
+    QLabel *generalText_ = nullptr;
+    QList<QLabel *> statsLabels_;
+    QList<QLabel *> nameLabels_;
+    QList<QLabel *> greetingLabels_;
+    QPushButton *btnStartGame_ = nullptr;
+
+    QAction *modePractice_ = nullptr;
+    QAction *modeReview_ = nullptr;
+    QAction *modePlay_ = nullptr;
+    QAction *useInches_ = nullptr;
+    QAction *useCms_ = nullptr;
+
+    NewUserDialog *newUserDialog_ = nullptr;
+    UserSelectDialog *userSelectDialog_ = nullptr;
+    UserEditDialog *userEditDialog_ = nullptr;
+    MyAlertBox *alertBox_ = nullptr;
 };
+
+// The 1-based position of the first checked button of an option group, 0
+// when none is checked.
+int selectedOption(const QList<QAbstractButton *> &group);
 
 } // namespace tavrix

@@ -1,38 +1,18 @@
-#include "games/checkout_chart.h"
+#include "dialogs/messages.h"
 #include "startup/darts_window.h"
-#include "startup/settings.h"
-#include "stats/stats_store.h"
+#include "startup/program.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QMessageBox>
 
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tavrix!"));
 
-    using namespace tavrix;
-    if (!settingsStored())
-        createDefaultSettings();
-    const bool useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
-
-    StatsStore store;
-    if (!store.open(StatsStore::defaultDatabasePath())) {
-        QMessageBox::critical(nullptr, QStringLiteral("Tavrix!"), store.lastError());
-        return 1;
-    }
-    CheckoutChart chart;
-    if (!loadCheckoutChart(store, chart)) {
-        QMessageBox::critical(nullptr, QStringLiteral("Tavrix!"), store.lastError());
-        return 1;
-    }
-
-    Darts window;
-    window.showStatus(QStringLiteral("Statistics: %1\nDistances in %2\nBest out from 170: %3")
-                          .arg(QDir::toNativeSeparators(store.databasePath()),
-                               useCms ? QStringLiteral("centimetres") : QStringLiteral("inches"),
-                               chart.routeText(170, true)));
-    window.show();
+    tavrix::SystemMessages messages;
+    tavrix::Program program(messages, tavrix::StatsStore::defaultDatabasePath());
+    if (!program.Main())
+        return program.exitCode();
+    messages.setAlertBox(program.window()->alertBox());
     return app.exec();
 }

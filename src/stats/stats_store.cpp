@@ -256,47 +256,20 @@ std::optional<qint64> StatsStore::insertPlayer(const QString &name)
     return idFrom(*query);
 }
 
-std::optional<qint64> StatsStore::playerIdByName(const QString &name)
-{
-    QSqlQuery *const query = prepared(QStringLiteral("playerid"), QStringLiteral("SELECT id FROM players WHERE name = ?"));
-    if (!query)
-        return {};
-    query->addBindValue(name);
-    if (!exec(*query, QStringLiteral("Cannot look up the player")))
-        return std::nullopt;
-    std::optional<qint64> id;
-    if (query->next())
-        id = query->value(0).toLongLong();
-    query->finish();
-    return id;
-}
-
-std::optional<QString> StatsStore::playerName(qint64 playerId)
-{
-    QSqlQuery *const query = prepared(QStringLiteral("playername"),
-                                QStringLiteral("SELECT name FROM players WHERE id = ?"));
-    if (!query)
-        return {};
-    query->addBindValue(playerId);
-    if (!exec(*query, QStringLiteral("Cannot look up the player")))
-        return std::nullopt;
-    std::optional<QString> name;
-    if (query->next())
-        name = query->value(0).toString();
-    query->finish();
-    return name;
-}
-
 bool StatsStore::resetPlayerStats(qint64 playerId)
 {
     // Game darts are found through their games, so they go before the games.
-    static const char *const statements[] = {
-        "DELETE FROM statstargets WHERE players_id = ?",
-        "DELETE FROM statsthrows WHERE players_id = ?",
-        "DELETE FROM gamesdarts WHERE EXISTS (SELECT * FROM games"
-        " WHERE games.id = gamesdarts.games_id AND games.players_id = ?)",
-        "DELETE FROM games WHERE players_id = ?",
-    };
+    return runForPlayer({"DELETE FROM statstargets WHERE players_id = ?",
+                         "DELETE FROM statsthrows WHERE players_id = ?",
+                         "DELETE FROM gamesdarts WHERE EXISTS (SELECT * FROM games"
+                         " WHERE games.id = gamesdarts.games_id AND games.players_id = ?)",
+                         "DELETE FROM games WHERE players_id = ?"},
+                        playerId, QStringLiteral("Cannot delete the statistics"));
+}
+
+bool StatsStore::runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
+                              const QString &what)
+{
     Batch batch(*this);
     if (!batch.isActive())
         return false;
@@ -304,7 +277,7 @@ bool StatsStore::resetPlayerStats(qint64 playerId)
         QSqlQuery query(connection());
         query.prepare(QString::fromLatin1(statement));
         query.addBindValue(playerId);
-        if (!exec(query, QStringLiteral("Cannot delete the statistics")))
+        if (!exec(query, what))
             return false;
     }
     return batch.commit();

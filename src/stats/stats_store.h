@@ -11,6 +11,7 @@
 #include <QSqlQuery>
 #include <QString>
 
+#include <initializer_list>
 #include <memory>
 #include <optional>
 
@@ -41,6 +42,12 @@ struct PracticeDart {
     double dist = 0;
     int score = 0;
     int ring = 0;
+};
+
+struct PlayerRow {
+    qint64 id = 0;
+    QString name;
+    friend bool operator==(const PlayerRow &, const PlayerRow &) = default;
 };
 
 struct NewGame {
@@ -86,8 +93,18 @@ public:
     // player; the player stays.
     bool resetPlayerStats(qint64 playerId);
 
+    // Players, in the order the table keeps them. Names are compared exactly
+    // as stored: case, blanks and quotes all count.
+    std::optional<int> playerCount();
+    std::optional<QList<PlayerRow>> players();
     std::optional<qint64> playerIdByName(const QString &name);
+    // Whether a player has exactly this name; nothing when the database fails.
+    std::optional<bool> playerNameInUse(const QString &name);
     std::optional<QString> playerName(qint64 playerId);
+    bool renamePlayer(qint64 playerId, const QString &name);
+    // Removes the player with its practice targets and throws; its games and
+    // game darts stay.
+    bool deletePlayer(qint64 playerId);
     std::optional<QList<ChartRow>> outchartRows();
 
     // Writes grouped in one transaction: begin, write, commit. A batch that is
@@ -112,6 +129,9 @@ private:
     bool fail(const QString &what, const QSqlQuery &query);
     bool fail(const QString &what, const QString &detail);
     bool exec(QSqlQuery &query, const QString &what);
+    // Runs each statement with the player's id bound, all in one transaction.
+    bool runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
+                      const QString &what);
     // The statement prepared once per connection and reused; null (with
     // lastError() set) when it cannot be prepared.
     QSqlQuery *prepared(const QString &key, const QString &statement);

@@ -1,0 +1,33 @@
+#include "dialogs/messages.h"
+
+#include "dialogs/alert_box.h"
+
+#include <QMessageBox>
+
+namespace tavrix {
+
+void SystemMessages::notice(QWidget *parent, const QString &title, const QString &text)
+{
+    QMessageBox::information(parent, title, text);
+}
+
+bool SystemMessages::askYesNo(QWidget *parent, const QString &title, const QString &text)
+{
+    return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No)
+           == QMessageBox::Yes;
+}
+
+void SystemMessages::error(QWidget *parent, const QString &title, const QString &text)
+{
+    QMessageBox::critical(parent, title, text);
+}
+
+void SystemMessages::alert(const QString &message, const QString &title)
+{
+    if (alertBox_)
+        alertBox_->alert(message, title);
+    else
+        notice(nullptr, title, message);
+}
+
+} // namespace tavrix

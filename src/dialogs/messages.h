@@ -1,0 +1,45 @@
+#pragma once
+
+// Every notice, question and alert of the program goes through Messages, so
+// that tests can answer them without a person.
+
+#include <QString>
+
+class QWidget;
+
+namespace tavrix {
+
+class MyAlertBox;
+
+// The title of message boxes that have no title of their own.
+inline constexpr const char *applicationTitle = "Tavrix!";
+
+class Messages {
+public:
+    virtual ~Messages() = default;
+    // A message box with one OK button.
+    virtual void notice(QWidget *parent, const QString &title, const QString &text) = 0;
+    // A message box with Yes and No; true for Yes.
+    virtual bool askYesNo(QWidget *parent, const QString &title, const QString &text) = 0;
+    // A failure the user must know about (a database that cannot be opened).
+    virtual void error(QWidget *parent, const QString &title, const QString &text) = 0;
+    // A game event to acknowledge, in the program's own alert box.
+    virtual void alert(const QString &message, const QString &title) = 0;
+};
+
+// The real thing: the system's message boxes and the alert box.
+class SystemMessages : public Messages {
+public:
+    void notice(QWidget *parent, const QString &title, const QString &text) override;
+    bool askYesNo(QWidget *parent, const QString &title, const QString &text) override;
+    void error(QWidget *parent, const QString &title, const QString &text) override;
+    void alert(const QString &message, const QString &title) override;
+
+    // The alert box to use; until one is set alerts show as notices.
+    void setAlertBox(MyAlertBox *box) { alertBox_ = box; }
+
+private:
+    MyAlertBox *alertBox_ = nullptr;
+};
+
+} // namespace tavrix

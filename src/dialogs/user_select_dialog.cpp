@@ -1,0 +1,82 @@
+#include "dialogs/user_select_dialog.h"
+
+#include "dialogs/messages.h"
+#include "dialogs/placement.h"
+#include "startup/shared_state.h"
+#include "stats/stats_store.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tavrix {
+
+UserSelectDialog::UserSelectDialog(StatsStore &store, SharedState &state, Messages &messages,
+                                   QWidget *mainWindow, std::function<void()> onChosen)
+    : QDialog(mainWindow)
+    , store_(store)
+    , state_(state)
+    , messages_(messages)
+    , mainWindow_(mainWindow)
+    , onChosen_(std::move(onChosen))
+    , userDrop_(new QComboBox(this))
+{
+    setObjectName(QStringLiteral("UserSelectDialog"));
+    setWindowTitle(QStringLiteral("Select Player"));
+    setModal(true);
+    auto *label = new QLabel(QStringLiteral("Select the player you wish to use from the list "
+                                            "below and click \"OK\"."),
+                             this);
+    label->setObjectName(QStringLiteral("Label1"));
+    label->setWordWrap(true);
+    userDrop_->setObjectName(QStringLiteral("userDrop"));
+    auto *buttons = new QDialogButtonBox(this);
+    QPushButton *ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
+    ok->setObjectName(QStringLiteral("OKButton"));
+    ok->setDefault(true);
+    QPushButton *cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
+    cancel->setObjectName(QStringLiteral("CancelButton"));
+    connect(ok, &QPushButton::clicked, this, &UserSelectDialog::choose);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(label);
+    layout->addWidget(userDrop_);
+    layout->addWidget(buttons);
+    setMinimumWidth(360);
+}
+
+void UserSelectDialog::dockShow()
+{
+    placeBelowLeftOf(this, mainWindow_, 100, 700);
+    loadControls();
+    exec();
+}
+
+void UserSelectDialog::loadControls()
+{
+    userDrop_->clear();
+    const std::optional<QList<PlayerRow>> players = store_.players();
+    if (!players) {
+        messages_.error(this, QString::fromLatin1(applicationTitle), store_.lastError());
+        return;
+    }
+    for (const PlayerRow &player : *players)
+        userDrop_->addItem(player.name, player.id);
+    userDrop_->setCurrentIndex(players->isEmpty() ? -1 : 0);
+}
+
+void UserSelectDialog::choose()
+{
+    if (userDrop_->currentIndex() < 0)
+        return;
+    state_.currentPlayerId = static_cast<qint16>(userDrop_->currentData().toLongLong());
+    state_.currentPlayerName = userDrop_->currentText();
+    if (onChosen_)
+        onChosen_();
+    accept();
+}
+
+} // namespace tavrix

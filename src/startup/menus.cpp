@@ -1,0 +1,190 @@
+// The main window's menus and the handlers that belong to no other window.
+
+#include "startup/darts_window.h"
+
+#include "dialogs/messages.h"
+#include "dialogs/user_edit_dialog.h"
+#include "dialogs/user_select_dialog.h"
+#include "startup/program.h"
+#include "startup/settings.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
+
+namespace tavrix {
+
+namespace {
+
+QMenu *namedMenu(QMenuBar *bar, const char *name, const QString &caption)
+{
+    QMenu *menu = bar->addMenu(caption);
+    menu->setObjectName(QString::fromLatin1(name));
+    return menu;
+}
+
+QAction *namedAction(QMenu *menu, const char *name, const QString &caption)
+{
+    QAction *action = menu->addAction(caption);
+    action->setObjectName(QString::fromLatin1(name));
+    return action;
+}
+
+} // namespace
+
+void Darts::buildMenus()
+{
+    QMenuBar *bar = menuBar();
+
+    QMenu *file = namedMenu(bar, "mnuFile", QStringLiteral("File"));
+    QAction *exit = namedAction(file, "mnuExit", QStringLiteral("Exit"));
+    exit->setShortcut(QKeySequence::Quit);
+    exit->setShortcutContext(Qt::ApplicationShortcut);
+    connect(exit, &QAction::triggered, this, [this] { program_.shutDownProgram(); });
+
+    QMenu *mode = namedMenu(bar, "mnuMode", QStringLiteral("Mode"));
+    modePractice_ = namedAction(mode, "mnuModePractice", QStringLiteral("Practice Mode"));
+    modeReview_ = namedAction(mode, "mnuModeReview", QStringLiteral("Review Mode"));
+    modePlay_ = namedAction(mode, "mnuModePlay", QStringLiteral("Play Mode"));
+    for (QAction *entry : {modePractice_, modeReview_, modePlay_})
+        entry->setCheckable(true);
+    checkModeEntry(ModePlay);
+    connect(modePractice_, &QAction::triggered, this, [this] { chooseMode(ModePractice); });
+    connect(modeReview_, &QAction::triggered, this, [this] { chooseMode(ModeReview); });
+    connect(modePlay_, &QAction::triggered, this, [this] { chooseMode(ModePlay); });
+
+    QMenu *options = namedMenu(bar, "mnuOptions", QStringLiteral("Options"));
+    connect(namedAction(options, "mnuOptionsChangePlayer", QStringLiteral("Change Player...")),
+            &QAction::triggered, this, &Darts::changePlayer);
+    connect(namedAction(options, "mnuOptionsEditPlayers", QStringLiteral("Add/Edit Players...")),
+            &QAction::triggered, this, &Darts::editPlayers);
+    useInches_ = namedAction(options, "mnuOptionsUseInches", QStringLiteral("Use Inches"));
+    useCms_ = namedAction(options, "mnuOptionsUseCms", QStringLiteral("Use Centimeters"));
+    for (QAction *entry : {useInches_, useCms_})
+        entry->setCheckable(true);
+    useInches_->setChecked(true);
+    connect(useInches_, &QAction::triggered, this, [this] { useUnits(false); });
+    connect(useCms_, &QAction::triggered, this, [this] { useUnits(true); });
+    connect(namedAction(options, "mnuOptionResetStats", QStringLiteral("Reset Stats")),
+            &QAction::triggered, this, &Darts::resetStats);
+    namedAction(options, "mnuCloseNet", QStringLiteral("Close Net Connection"))->setEnabled(false);
+    namedAction(options, "mnuShowChat", QStringLiteral("Show Chat Window"))->setEnabled(false);
+
+    QMenu *help = namedMenu(bar, "mnuHelp", QStringLiteral("Help"));
+    QAction *helpEntry = namedAction(help, "mnuHelpHelp", QStringLiteral("Tavrix! Help"));
+    helpEntry->setShortcut(QKeySequence::HelpContents);
+    connect(helpEntry, &QAction::triggered, this, &Darts::showHelp);
+    connect(namedAction(help, "mnuHelpAbout", QStringLiteral("About Tavrix!")),
+            &QAction::triggered, this, &Darts::showAbout);
+}
+
+// The current mode's entry is checked and disabled, the other two unchecked
+// and enabled.
+void Darts::checkModeEntry(int mode)
+{
+    const std::pair<QAction *, int> entries[] = {
+        {modePractice_, ModePractice}, {modeReview_, ModeReview}, {modePlay_, ModePlay}};
+    for (const auto &[entry, entryMode] : entries) {
+        entry->setChecked(entryMode == mode);
+        entry->setEnabled(entryMode != mode);
+    }
+}
+
+void Darts::chooseMode(int mode)
+{
+    if (mode == state_.currentMode) {
+        checkModeEntry(mode);
+        return;
+    }
+    if (mode == ModePlay) {
+        checkModeEntry(ModePlay);
+        btnStartGame_->setText(QStringLiteral("Start Game"));
+        switchMode(ModePlay);
+        return;
+    }
+    const bool gameRunning = state_.currentMode == ModePlay && state_.throwPhase > 0;
+    if (gameRunning
+        && !program_.messages().askYesNo(this, QStringLiteral("Quit Game?"),
+                                         QStringLiteral("Quit game in progress?"))) {
+        // Triggering a checkable entry toggled it; put the menu back.
+        checkModeEntry(state_.currentMode);
+        return;
+    }
+    if (state_.currentMode == ModePlay)
+        resetGame();
+    checkModeEntry(mode);
+    switchMode(mode);
+}
+
+void Darts::refreshAfterPlayerChange()
+{
+    setPlayerName();
+    if (state_.currentMode == ModePlay)
+        resetGame();
+}
+
+void Darts::changePlayer()
+{
+    const qint16 before = state_.currentPlayerId;
+    userSelectDialog()->dockShow();
+    if (state_.currentPlayerId != before)
+        refreshAfterPlayerChange();
+}
+
+void Darts::editPlayers()
+{
+    const qint16 idBefore = state_.currentPlayerId;
+    const QString nameBefore = state_.currentPlayerName;
+    userEditDialog()->dockShow();
+    if (state_.currentPlayerId != idBefore || state_.currentPlayerName != nameBefore)
+        refreshAfterPlayerChange();
+}
+
+void Darts::useUnits(bool centimetres)
+{
+    useCms_->setChecked(centimetres);
+    useInches_->setChecked(!centimetres);
+    state_.useCms = centimetres;
+    saveSetting(QString::fromLatin1(unitsSetting),
+                centimetres ? QStringLiteral("cm") : QStringLiteral("in"));
+}
+
+void Darts::resetStats()
+{
+    const QString title = QStringLiteral("Delete All Statistics?");
+    const QString question =
+        QStringLiteral("This action will permanently delete all the statistics collected\r\nfor ")
+        + state_.currentPlayerName
+        + QStringLiteral(" and cannot be undone.  Are you sure you want to do this?");
+    Messages &messages = program_.messages();
+    if (!messages.askYesNo(this, title, question))
+        return;
+    if (!program_.store().resetPlayerStats(state_.currentPlayerId)) {
+        messages.error(this, title, program_.store().lastError());
+        return;
+    }
+    messages.notice(this, title,
+                    QStringLiteral("All statistics deleted for ") + state_.currentPlayerName);
+}
+
+void Darts::showHelp()
+{
+    program_.messages().notice(
+        this, QStringLiteral("Tavrix! Help"),
+        QStringLiteral("Throw three darts at your board, then click on the picture where each "
+                       "one landed.\r\n\r\nPlay Mode: games of 501, 301 and Cricket.\r\n"
+                       "Practice Mode: aim at targets and keep your hit rates.\r\n"
+                       "Review Mode: click a scoring area to see where your darts aimed at it "
+                       "landed.\r\n\r\nOptions: change or add players, choose inches or "
+                       "centimetres, reset your statistics."));
+}
+
+void Darts::showAbout()
+{
+    program_.messages().notice(this, QStringLiteral("About Tavrix!"),
+                               QStringLiteral("Halvern Tavrix!\r\nA darts trainer.\r\nStatistics: ")
+                                   + program_.store().databasePath());
+}
+
+} // namespace tavrix

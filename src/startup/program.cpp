@@ -1,0 +1,127 @@
+#include "startup/program.h"
+
+#include "dialogs/messages.h"
+#include "dialogs/new_user_dialog.h"
+#include "dialogs/user_select_dialog.h"
+#include "startup/darts_window.h"
+#include "startup/settings.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace tavrix {
+
+QString smallScreenMessage()
+{
+    return QStringList{QStringLiteral("Sorry."), QString(),
+                       QStringLiteral("Tavrix! Requires 800x600 screen resolution or higher to "
+                                      "work properly."),
+                       QString(),
+                       QStringLiteral("Please use the Display Settings Control Panel to increase "
+                                      "your screen resolution")}
+        .join(QStringLiteral("\r\n"));
+}
+
+bool screenIsLargeEnough(QSize screen)
+{
+    return screen.width() >= 800 && screen.height() >= 600;
+}
+
+Program::Program(Messages &messages, QString databasePath)
+    : screenSize([] {
+        const QScreen *screen = QGuiApplication::primaryScreen();
+        return screen ? screen->size() : QSize();
+    })
+    , messages_(messages)
+    , databasePath_(std::move(databasePath))
+{
+}
+
+Program::~Program() = default;
+
+bool Program::Main()
+{
+    if (!screenIsLargeEnough(screenSize())) {
+        messages_.notice(nullptr, QString::fromLatin1(smallScreenTitle), smallScreenMessage());
+        exitCode_ = 1;
+        return false;
+    }
+    if (!settingsStored())
+        createDefaultSettings();
+    // The computer's names, the angle and unit constants, the opponent's
+    // names and the board tables are compile-time data or start in
+    // SharedState; only what is read at run time is set here.
+    state_ = SharedState{};
+    if (!store_.isOpen() && !store_.open(databasePath_)) {
+        messages_.error(nullptr, QString::fromLatin1(applicationTitle), store_.lastError());
+        exitCode_ = 1;
+        return false;
+    }
+    state_.currentMode = ModePlay;
+    state_.useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
+
+    window_ = std::make_unique<Darts>(*this);
+    window_->show();
+
+    if (!choosePlayer()) {
+        shutDownProgram();
+        exitCode_ = 1;
+        return false;
+    }
+    if (!loadCheckoutChart(store_, chart_)) {
+        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
+        shutDownProgram();
+        exitCode_ = 1;
+        return false;
+    }
+    state_.shutDownDone = false;
+    state_.tallies.localBestOut = 0;
+    state_.tallies.localBestLeg = LocalTallies::noBestLeg;
+
+    if (state_.currentPlayerId == 0) {
+        // No player was created or chosen: the program closes without a word.
+        shutDownProgram();
+        exitCode_ = 0;
+        return false;
+    }
+    window_->setPlayerName();
+    window_->switchMode(ModePlay);
+    return true;
+}
+
+bool Program::choosePlayer()
+{
+    const std::optional<int> count = store_.playerCount();
+    if (!count) {
+        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
+        return false;
+    }
+    if (*count == 0) {
+        window_->newUserDialog()->exec();
+    } else if (*count > 1) {
+        window_->userSelectDialog()->dockShow();
+    } else {
+        const std::optional<QList<PlayerRow>> players = store_.players();
+        if (!players || players->isEmpty()) {
+            messages_.error(window_.get(), QString::fromLatin1(applicationTitle),
+                            store_.lastError());
+            return false;
+        }
+        state_.currentPlayerId = static_cast<qint16>(players->first().id);
+        state_.currentPlayerName = players->first().name;
+    }
+    return true;
+}
+
+void Program::shutDownProgram()
+{
+    if (state_.shutDownDone)
+        return;
+    // Set first: closing the main window below must not shut down again.
+    state_.shutDownDone = true;
+    store_.close();
+    if (window_)
+        window_->unloadWindows();
+}
+
+} // namespace tavrix

@@ -1,0 +1,67 @@
+#pragma once
+
+// Start-up and shutdown: the entry routine Main, which brings the program from
+// nothing to a main window with a current player, and shutDownProgram, which
+// takes it down again exactly once.
+
+#include "games/checkout_chart.h"
+#include "startup/shared_state.h"
+#include "stats/stats_store.h"
+
+#include <QSize>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace tavrix {
+
+class Darts;
+class Messages;
+
+// The message shown when the screen is too small, and its title.
+inline constexpr const char *smallScreenTitle = "800 x 600 required";
+QString smallScreenMessage();
+bool screenIsLargeEnough(QSize screen);
+
+class Program {
+public:
+    // `databasePath` is where the statistics live; `messages` shows every
+    // message box. The screen size comes from the primary screen unless a
+    // test sets `screenSize`.
+    Program(Messages &messages, QString databasePath);
+    ~Program();
+    Program(const Program &) = delete;
+    Program &operator=(const Program &) = delete;
+
+    std::function<QSize()> screenSize;
+
+    // Runs every start-up step in order. Returns false when the program ends
+    // during start-up; exitCode() then says how (0 when the user chose to
+    // end, 1 on a failure).
+    bool Main();
+    int exitCode() const { return exitCode_; }
+
+    // Closes the database and every window; runs once, however often called.
+    void shutDownProgram();
+
+    SharedState &state() { return state_; }
+    StatsStore &store() { return store_; }
+    const CheckoutChart &checkoutChart() const { return chart_; }
+    Messages &messages() { return messages_; }
+    Darts *window() { return window_.get(); }
+
+private:
+    // Step 11: the number of players decides how the current one is chosen.
+    bool choosePlayer();
+
+    Messages &messages_;
+    QString databasePath_;
+    SharedState state_;
+    StatsStore store_;
+    CheckoutChart chart_;
+    std::unique_ptr<Darts> window_;
+    int exitCode_ = 0;
+};
+
+} // namespace tavrix

@@ -1,0 +1,41 @@
+#pragma once
+
+// State shared by the main window, its dialogs and the game code for the
+// whole run of the program. One instance lives in the Program; everything
+// else holds a reference to it.
+
+#include "stats/local_tallies.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace tavrix {
+
+enum Mode : int { ModePractice = 1, ModeReview = 2, ModePlay = 3 };
+
+struct SharedState {
+    int currentMode = ModePlay;
+    // 0 no throwing, 1 cork dart awaited, 2 cork dart placed, 3 darts of a turn.
+    int throwPhase = 0;
+    // 0 while no player is chosen.
+    qint16 currentPlayerId = 0;
+    QString currentPlayerName;
+    bool useCms = false;
+
+    // The computer's and the player's name in messages of a game against
+    // the computer.
+    QStringList vsComputerNames{QStringLiteral("I"), QStringLiteral("You")};
+    QString opponentName = QStringLiteral("Computer");
+    QString lastOpponentName;
+
+    // Practice sequences: the next number of a count-down and a count-up.
+    int countdownNext = 21;
+    int countupNext = 1;
+    bool countdownActive = false;
+    bool countupActive = false;
+
+    bool shutDownDone = false;
+    LocalTallies tallies;
+};
+
+} // namespace tavrix

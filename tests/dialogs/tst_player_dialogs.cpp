@@ -1,0 +1,189 @@
+// The player dialogs, driven by their controls: names are checked on their
+// trimmed form and stored as typed, quotes and all.
+
+#include "../support/fake_messages.h"
+#include "dialogs/new_user_dialog.h"
+#include "dialogs/user_edit_dialog.h"
+#include "dialogs/user_select_dialog.h"
+#include "startup/shared_state.h"
+#include "stats/stats_store.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace tavrix;
+
+namespace {
+
+template <typename T>
+T *control(QWidget *dialog, const QString &name)
+{
+    T *found = dialog->findChild<T *>(name);
+    if (!found)
+        qFatal("no control %s", qPrintable(name));
+    return found;
+}
+
+QStringList listed(QComboBox *drop)
+{
+    QStringList names;
+    for (int i = 0; i < drop->count(); ++i)
+        names.append(drop->itemText(i));
+    return names;
+}
+
+} // namespace
+
+class TestPlayerDialogs : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir dir_;
+    StatsStore store_;
+    SharedState state_;
+    FakeMessages messages_;
+
+    QStringList notices() const
+    {
+        QStringList texts;
+        for (const auto &shown : messages_.shown)
+            texts.append(shown.text);
+        return texts;
+    }
+
+private slots:
+    void init()
+    {
+        QFile::remove(dir_.filePath(QStringLiteral("t.db")));
+        QVERIFY(store_.open(dir_.filePath(QStringLiteral("t.db"))));
+        state_ = SharedState{};
+        messages_ = FakeMessages{};
+    }
+    void cleanup() { store_.close(); }
+
+    // Blank names and names already in use once trimmed are refused; a
+    // trailing blank is kept when the trimmed name is new.
+    void newPlayerNamesAreCheckedTrimmedAndStoredAsTyped()
+    {
+        NewUserDialog dialog(store_, state_, messages_, nullptr);
+        auto *name = control<QLineEdit>(&dialog, QStringLiteral("NameText"));
+        auto *ok = control<QPushButton>(&dialog, QStringLiteral("OKButton"));
+        QVERIFY(store_.insertPlayer(QStringLiteral("Ann")));
+
+        name->setText(QStringLiteral("   "));
+        ok->click();
+        name->setText(QStringLiteral(" Ann  "));
+        ok->click();
+        QCOMPARE(notices(), QStringList({QStringLiteral("Please enter at least one letter in the \"Name\" field"),
+                                         QStringLiteral("Sorry.  That name is already in use.")}));
+        QCOMPARE(state_.currentPlayerId, qint16(0));
+
+        const QString typed = QStringLiteral("Zoë \"Z\" O'Neil; DROP TABLE players ");
+        name->setText(typed);
+        ok->click();
+        QCOMPARE(dialog.result(), int(QDialog::Accepted));
+        QCOMPARE(state_.currentPlayerName, typed);
+        QCOMPARE(store_.playerName(state_.currentPlayerId), std::optional<QString>(typed));
+        QCOMPARE(store_.playerCount(), std::optional<int>(2));
+    }
+
+    // Cancel changes nothing; OK takes the chosen player and tells the window.
+    void selectionTakesTheChosenPlayer()
+    {
+        for (const char *name : {"Ann", "Bo 'B' Ström"})
+            QVERIFY(store_.insertPlayer(QString::fromUtf8(name)));
+        int chosen = 0;
+        UserSelectDialog dialog(store_, state_, messages_, nullptr, [&] { ++chosen; });
+        auto *drop = control<QComboBox>(&dialog, QStringLiteral("userDrop"));
+
+        QTimer::singleShot(0, [&] { control<QPushButton>(&dialog, QStringLiteral("CancelButton"))->click(); });
+        dialog.dockShow();
+        QCOMPARE(state_.currentPlayerId, qint16(0));
+        QCOMPARE(chosen, 0);
+
+        QTimer::singleShot(0, [&] {
+            QCOMPARE(listed(drop), QStringList({QStringLiteral("Ann"), QStringLiteral("Bo 'B' Ström")}));
+            drop->setCurrentIndex(1);
+            control<QPushButton>(&dialog, QStringLiteral("OKButton"))->click();
+        });
+        dialog.dockShow();
+        QCOMPARE(state_.currentPlayerId, qint16(2));
+        QCOMPARE(state_.currentPlayerName, QStringLiteral("Bo 'B' Ström"));
+        QCOMPARE(chosen, 1);
+    }
+
+    // Manage Players: create keeps the current player, rename changes only
+    // the name, delete asks and removes the player's practice rows but not
+    // its games; the Delete option goes when no other player is left.
+    void managePlayers()
+    {
+        state_.currentPlayerId = qint16(*store_.insertPlayer(QStringLiteral("Me")));
+        state_.currentPlayerName = QStringLiteral("Me");
+        UserEditDialog dialog(store_, state_, messages_, nullptr);
+        auto *deleteOption = control<QRadioButton>(&dialog, QStringLiteral("opOperation_1"));
+        auto *drop = control<QComboBox>(&dialog, QStringLiteral("deletePlayerDrop"));
+        auto *deleteFrame = control<QGroupBox>(&dialog, QStringLiteral("fraDeletePlayer"));
+
+        QTimer::singleShot(0, [&] {
+            QVERIFY(!deleteOption->isEnabled());
+            QVERIFY(!control<QGroupBox>(&dialog, QStringLiteral("fraCreatePlayer"))->isVisible());
+            control<QRadioButton>(&dialog, QStringLiteral("opOperation_0"))->click();
+            QVERIFY(control<QGroupBox>(&dialog, QStringLiteral("fraCreatePlayer"))->isVisible());
+            control<QLineEdit>(&dialog, QStringLiteral("txtPlayerName"))->setText(QStringLiteral("Al \"Ace\""));
+            control<QPushButton>(&dialog, QStringLiteral("btnCreatePlayer"))->click();
+            QCOMPARE(state_.currentPlayerName, QStringLiteral("Me"));
+            QVERIFY(deleteOption->isEnabled());
+            QCOMPARE(listed(drop), QStringList{QStringLiteral("Al \"Ace\"")});
+
+            control<QRadioButton>(&dialog, QStringLiteral("opOperation_2"))->click();
+            auto *edit = control<QLineEdit>(&dialog, QStringLiteral("txtPlayerNameEdit"));
+            QCOMPARE(edit->text(), QStringLiteral("Me"));
+            control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
+            edit->setText(QStringLiteral("It's me"));
+            control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
+            QCOMPARE(state_.currentPlayerName, QStringLiteral("It's me"));
+            QCOMPARE(store_.playerName(state_.currentPlayerId), std::optional<QString>(QStringLiteral("It's me")));
+
+            // The other player has practice and game rows.
+            const qint64 al = *store_.playerIdByName(QStringLiteral("Al \"Ace\""));
+            const qint64 target = *store_.insertStatTarget(al, 20, 1);
+            QVERIFY(store_.insertStatThrow({al, target, 0, 0, 150, 0, 20, 1}));
+            QVERIFY(store_.insertGame({al, 3, 1, QStringLiteral("Computer")}));
+
+            deleteOption->click();
+            QVERIFY(deleteFrame->isVisible());
+            messages_.answers = {false, true};
+            control<QPushButton>(&dialog, QStringLiteral("btnDeletePlayer"))->click();
+            QCOMPARE(store_.playerCount(), std::optional<int>(2));
+            control<QPushButton>(&dialog, QStringLiteral("btnDeletePlayer"))->click();
+            QCOMPARE(store_.playerCount(), std::optional<int>(1));
+            QVERIFY(!deleteOption->isEnabled());
+            QVERIFY(!deleteOption->isChecked());
+            QVERIFY(!deleteFrame->isVisible());
+            control<QPushButton>(&dialog, QStringLiteral("btnClose"))->click();
+        });
+        dialog.dockShow();
+
+        QCOMPARE(notices(), QStringList({QStringLiteral("Player \"Al \"Ace\"\" added."),
+                                         QStringLiteral("Sorry.  That name is already in use."),
+                                         QStringLiteral("Changed name to \"It's me\"."),
+                                         QStringLiteral("Delete player Al \"Ace\" and all statistics?"),
+                                         QStringLiteral("Delete player Al \"Ace\" and all statistics?")}));
+        QCOMPARE(messages_.shown[3].title, QStringLiteral("DeleteAl \"Ace\"?"));
+        QSqlQuery query(store_.connection());
+        QVERIFY(query.exec(QStringLiteral("SELECT (SELECT count(*) FROM statstargets) + "
+                                          "(SELECT count(*) FROM statsthrows), (SELECT count(*) FROM games)")));
+        QVERIFY(query.next());
+        QCOMPARE(query.value(0).toInt(), 0);
+        QCOMPARE(query.value(1).toInt(), 1);
+    }
+};
+
+QTEST_MAIN(TestPlayerDialogs)
+#include "tst_player_dialogs.moc"

@@ -1,0 +1,329 @@
+// Start-up, shutdown, modes and menus, driven through the real main window.
+
+#include "../support/fake_messages.h"
+#include "board/board_picture.h"
+#include "dialogs/alert_box.h"
+#include "startup/darts_window.h"
+#include "startup/program.h"
+#include "startup/settings.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace tavrix;
+
+namespace {
+
+// Runs `act` on the modal dialog once it is up.
+template <typename Act>
+void whenDialogShows(Act act)
+{
+    QTimer::singleShot(0, [act] {
+        QTRY_VERIFY(QApplication::activeModalWidget());
+        act(QApplication::activeModalWidget());
+    });
+}
+
+void click(QWidget *dialog, const char *button)
+{
+    auto *b = dialog->findChild<QPushButton *>(QString::fromLatin1(button));
+    QVERIFY2(b, button);
+    b->click();
+}
+
+QAction *action(Darts *window, const char *name)
+{
+    return window->findChild<QAction *>(QString::fromLatin1(name));
+}
+
+template <typename T>
+T *control(QWidget *window, const char *name)
+{
+    return window->findChild<T *>(QString::fromLatin1(name));
+}
+
+int rowCount(StatsStore &store, const QString &sql)
+{
+    QSqlQuery query(store.connection());
+    return query.exec(sql) && query.next() ? query.value(0).toInt() : -1;
+}
+
+} // namespace
+
+class TestMainWindow : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> dir_;
+    QString dbPath_;
+    FakeMessages messages_;
+
+    // A store on the test's database with the given players in it.
+    void seedPlayers(const QStringList &names)
+    {
+        StatsStore seed(QStringLiteral("seed"));
+        QVERIFY(seed.open(dbPath_));
+        for (const QString &name : names)
+            QVERIFY(seed.insertPlayer(name));
+    }
+
+    // A program started with one player already in the database.
+    std::unique_ptr<Program> started(const QString &player = QStringLiteral("Ann"))
+    {
+        seedPlayers({player});
+        auto program = std::make_unique<Program>(messages_, dbPath_);
+        if (!program->Main())
+            return nullptr;
+        return program;
+    }
+
+private slots:
+    void init()
+    {
+        dir_ = std::make_unique<QTemporaryDir>();
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir_->path());
+        dbPath_ = dir_->filePath(QStringLiteral("tavrix.db"));
+        messages_ = FakeMessages{};
+    }
+
+    // First start: defaults written, database created, the first player
+    // typed into the New Player dialog over the visible main window.
+    void firstStartCreatesThePlayer()
+    {
+        const QString name = QStringLiteral(" O'Brien \"Bo\" ");
+        Program program(messages_, dbPath_);
+        bool windowWasVisible = false;
+        whenDialogShows([&](QWidget *dialog) {
+            QCOMPARE(dialog->objectName(), QStringLiteral("NewUserDialog"));
+            windowWasVisible = program.window() && program.window()->isVisible();
+            control<QLineEdit>(dialog, "NameText")->setText(name);
+            click(dialog, "OKButton");
+        });
+        QVERIFY(program.Main());
+        QVERIFY(windowWasVisible);
+        QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("in"));
+        QCOMPARE(program.state().currentPlayerName, name);
+        QCOMPARE(program.store().playerIdByName(name), std::optional<qint64>(program.state().currentPlayerId));
+        QCOMPARE(control<QLabel>(program.window(), "PlayerNameText")->text(),
+                 QStringLiteral("Hey, ") + name + QStringLiteral("!"));
+        QCOMPARE(control<QLabel>(program.window(), "Player2Text01")->text(), name);
+        QCOMPARE(program.checkoutChart().routeText(170, true), QStringLiteral("T20, T20, D25"));
+        QCOMPARE(program.window()->windowTitle(), QStringLiteral("Halvern Tavrix!"));
+        QVERIFY(messages_.shown.isEmpty());
+    }
+
+    // Cancelling the first player ends the program quietly, database closed.
+    void cancellingTheFirstPlayerEndsTheProgram()
+    {
+        Program program(messages_, dbPath_);
+        whenDialogShows([](QWidget *dialog) { click(dialog, "Command1"); });
+        QVERIFY(!program.Main());
+        QCOMPARE(program.exitCode(), 0);
+        QVERIFY(program.state().shutDownDone);
+        QVERIFY(!program.store().isOpen());
+        QVERIFY(!program.window()->isVisible());
+        QVERIFY(messages_.shown.isEmpty());
+    }
+
+    // Two players: the choice is made in Select Player; the first of the
+    // table is offered first.
+    void twoPlayersAreChosenFrom()
+    {
+        seedPlayers({QStringLiteral("Ann"), QStringLiteral("Bo Ström")});
+        Program program(messages_, dbPath_);
+        bool windowWasVisible = false;
+        whenDialogShows([&](QWidget *dialog) {
+            QCOMPARE(dialog->objectName(), QStringLiteral("UserSelectDialog"));
+            windowWasVisible = program.window()->isVisible();
+            auto *drop = control<QComboBox>(dialog, "userDrop");
+            QCOMPARE(drop->currentText(), QStringLiteral("Ann"));
+            drop->setCurrentIndex(1);
+            click(dialog, "OKButton");
+        });
+        QVERIFY(program.Main());
+        QVERIFY(windowWasVisible);
+        QCOMPARE(program.state().currentPlayerName, QStringLiteral("Bo Ström"));
+        QCOMPARE(program.state().currentPlayerId, qint16(2));
+    }
+
+    // The screen check comes before anything else; 800 x 600 is enough.
+    void smallScreensAreRefused()
+    {
+        QVERIFY(screenIsLargeEnough({800, 600}));
+        QVERIFY(!screenIsLargeEnough({799, 600}));
+        QVERIFY(!screenIsLargeEnough({800, 599}));
+        Program program(messages_, dbPath_);
+        program.screenSize = [] { return QSize(1024, 599); };
+        QVERIFY(!program.Main());
+        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("800 x 600 required")});
+        QVERIFY(messages_.shown[0].text.startsWith(QStringLiteral("Sorry.\r\n\r\nTavrix! Requires")));
+        QVERIFY(!program.window());
+        QVERIFY(!QFile::exists(dbPath_));
+        QVERIFY(!settingsStored());
+    }
+
+    // A database that cannot be opened is reported and ends the program.
+    void unopenableDatabaseEndsTheProgram()
+    {
+        Program program(messages_, dir_->filePath(QStringLiteral("missing/tavrix.db")));
+        QVERIFY(!program.Main());
+        QCOMPARE(program.exitCode(), 1);
+        QCOMPARE(messages_.shown.size(), 1);
+        QCOMPARE(messages_.shown[0].kind, QStringLiteral("error"));
+        QVERIFY(messages_.shown[0].text.contains(QStringLiteral("missing")));
+    }
+
+    // The Mode menu: current entry checked and disabled; leaving a running
+    // game asks first and No keeps everything.
+    void modesSwitchAndAskBeforeQuittingAGame()
+    {
+        auto program = started();
+        QVERIFY(program);
+        Darts *window = program->window();
+        auto *board = control<BoardPicture>(window, "Picture1");
+        QCOMPARE(board->size(), QSize(520, 520));
+        QVERIFY(!board->isEnabled());
+        QVERIFY(action(window, "mnuModePlay")->isChecked());
+        QVERIFY(!action(window, "mnuModePlay")->isEnabled());
+
+        program->state().throwPhase = 3;
+        messages_.answers = {false};
+        action(window, "mnuModePractice")->trigger();
+        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Quit Game?")});
+        QCOMPARE(program->state().currentMode, int(ModePlay));
+        QCOMPARE(program->state().throwPhase, 3);
+        QVERIFY(!action(window, "mnuModePractice")->isChecked());
+        QVERIFY(action(window, "mnuModePlay")->isChecked());
+
+        messages_.answers = {true};
+        action(window, "mnuModePractice")->trigger();
+        QCOMPARE(program->state().currentMode, int(ModePractice));
+        QCOMPARE(program->state().throwPhase, 0);
+        QVERIFY(control<QGroupBox>(window, "practiceModeFrame")->isVisible());
+        QVERIFY(!control<QGroupBox>(window, "PlayModeFrame")->isVisible());
+        QCOMPARE(control<QLabel>(window, "GeneralText")->text(), QStringLiteral("Click \"Go\" to begin"));
+        QVERIFY(!action(window, "mnuModePractice")->isEnabled());
+        QVERIFY(action(window, "mnuModePlay")->isEnabled());
+
+        // No game runs outside play mode: no more questions.
+        action(window, "mnuModeReview")->trigger();
+        QCOMPARE(messages_.shown.size(), 2);
+        QVERIFY(board->isEnabled());
+        QVERIFY(control<QGroupBox>(window, "ReviewModeFrame")->isVisible());
+
+        action(window, "mnuModePlay")->trigger();
+        QCOMPARE(program->state().currentMode, int(ModePlay));
+        QVERIFY(!board->isEnabled());
+        QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Start Game"));
+    }
+
+    // The unit is stored at once and read back by the next start.
+    void unitChoiceSurvivesARestart()
+    {
+        {
+            auto program = started();
+            QVERIFY(!program->state().useCms);
+            action(program->window(), "mnuOptionsUseCms")->trigger();
+            QVERIFY(program->state().useCms);
+            QVERIFY(!action(program->window(), "mnuOptionsUseInches")->isChecked());
+            QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("cm"));
+        }
+        Program again(messages_, dbPath_);
+        QVERIFY(again.Main());
+        QVERIFY(again.state().useCms);
+        QVERIFY(action(again.window(), "mnuOptionsUseCms")->isChecked());
+        QVERIFY(!action(again.window(), "mnuOptionsUseInches")->isChecked());
+    }
+
+    // Exit and closing the window shut down once: a database opened again
+    // after the shutdown is not closed by a second one.
+    void shutdownRunsOnce()
+    {
+        auto program = started();
+        action(program->window(), "mnuExit")->trigger();
+        QVERIFY(program->state().shutDownDone);
+        QVERIFY(!program->store().isOpen());
+        QVERIFY(!program->window()->isVisible());
+        QVERIFY(program->store().open(dbPath_));
+        program->window()->show();
+        program->window()->close();
+        QVERIFY(program->store().isOpen());
+    }
+
+    // Reset Stats asks, then removes this player's statistics and nothing
+    // else; the player stays.
+    void resetStatsRemovesExactlyThePlayersRows()
+    {
+        const QString me = QStringLiteral("It's me; DROP TABLE games");
+        {
+            StatsStore seed(QStringLiteral("seed"));
+            QVERIFY(seed.open(dbPath_));
+            for (const QString &name : {QStringLiteral("Other"), me}) {
+                const qint64 player = *seed.insertPlayer(name);
+                const qint64 game = *seed.insertGame({player, 3, 1, QStringLiteral("Computer")});
+                QVERIFY(seed.insertGameDart({game, player, 1, 0, 0, 118, 0, 20, 3, 20, 3}));
+                const qint64 target = *seed.insertStatTarget(player, 20, 3);
+                QVERIFY(seed.insertStatThrow({player, target, 0, 0, 118, 0, 20, 3}));
+            }
+        }
+        Program program(messages_, dbPath_);
+        whenDialogShows([](QWidget *dialog) {
+            control<QComboBox>(dialog, "userDrop")->setCurrentIndex(1);
+            click(dialog, "OKButton");
+        });
+        QVERIFY(program.Main());
+        QCOMPARE(program.state().currentPlayerName, me);
+        auto count = [&](const char *table) {
+            return rowCount(program.store(),
+                            QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table)));
+        };
+        const char *tables[] = {"games", "gamesdarts", "statstargets", "statsthrows"};
+
+        messages_.answers = {false};
+        action(program.window(), "mnuOptionResetStats")->trigger();
+        for (const char *table : tables)
+            QCOMPARE(count(table), 2);
+
+        action(program.window(), "mnuOptionResetStats")->trigger();
+        for (const char *table : tables)
+            QCOMPARE(count(table), 1);
+        QCOMPARE(count("players"), 2);
+        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM games WHERE players_id = 1")), 1);
+        QCOMPARE(messages_.shown.size(), 3);
+        QCOMPARE(messages_.shown[0].title, QStringLiteral("Delete All Statistics?"));
+        QCOMPARE(messages_.shown[0].text,
+                 QStringLiteral("This action will permanently delete all the statistics collected\r\nfor ")
+                     + me + QStringLiteral(" and cannot be undone.  Are you sure you want to do this?"));
+        QCOMPARE(messages_.shown[2].text, QStringLiteral("All statistics deleted for ") + me);
+    }
+
+    // The alert box shows the newest texts and returns however it is hidden.
+    void alertBoxIsReusedAndCanBeHiddenFromOutside()
+    {
+        auto program = started();
+        MyAlertBox *box = program->window()->alertBox();
+        whenDialogShows([](QWidget *dialog) { click(dialog, "OKButton"); });
+        box->alert(QStringLiteral("You won!"), QStringLiteral("Good Game!"));
+        whenDialogShows([box](QWidget *dialog) {
+            QCOMPARE(dialog, box);
+            QCOMPARE(box->windowTitle(), QStringLiteral("Busted"));
+            QCOMPARE(control<QLabel>(box, "Label1")->text(), QStringLiteral("Too many."));
+            box->hide();
+        });
+        box->alert(QStringLiteral("Too many."), QStringLiteral("Busted"));
+        QVERIFY(!box->isVisible());
+    }
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "tst_main_window.moc"
