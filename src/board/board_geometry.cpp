@@ -133,12 +133,17 @@ QString distanceText(double boardUnits, bool useCms)
 {
     const double factor = useCms ? cmPerUnit : inchesPerUnit;
     const QString suffix = useCms ? QStringLiteral(" cm") : QStringLiteral("\"");
-    return shortestNumber(truncated(boardUnits * factor, 1000)) + suffix;
+    return truncatedText(boardUnits * factor, 1000) + suffix;
 }
 
 QString degreesText(double angle)
 {
-    return shortestNumber(truncated(angle, 10)) + QStringLiteral(" deg.");
+    return truncatedText(angle, 10) + QStringLiteral(" deg.");
+}
+
+QString truncatedText(double value, double scale)
+{
+    return shortestNumber(truncated(value, scale));
 }
 
 } // namespace tavrix

@@ -124,5 +124,7 @@ BoardPoint boardFromPicture(double column, double row);
 // user's locale. `useCms` picks centimetres over inches.
 QString distanceText(double boardUnits, bool useCms);
 QString degreesText(double angle);
+// Any figure cut (not rounded) to 1/scale, as the user's locale writes it.
+QString truncatedText(double value, double scale);
 
 } // namespace tavrix

@@ -2,15 +2,13 @@
 
 #include "dialogs/messages.h"
 #include "dialogs/placement.h"
+#include "dialogs/prompt_layout.h"
 #include "dialogs/player_names.h"
 #include "startup/shared_state.h"
 #include "stats/stats_store.h"
 
-#include <QDialogButtonBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace tavrix {
 
@@ -26,26 +24,11 @@ NewUserDialog::NewUserDialog(StatsStore &store, SharedState &state, Messages &me
     setObjectName(QStringLiteral("NewUserDialog"));
     setWindowTitle(QStringLiteral("New Player"));
     setModal(true);
-    auto *label = new QLabel(QStringLiteral("Please enter your name name below and click \"OK\".  "
-                                            "You will not need to do this again."),
-                             this);
-    label->setObjectName(QStringLiteral("Label1"));
-    label->setWordWrap(true);
     nameText_->setObjectName(QStringLiteral("NameText"));
-    auto *buttons = new QDialogButtonBox(this);
-    QPushButton *ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("OKButton"));
-    ok->setDefault(true);
-    QPushButton *cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("Command1"));
+    const QString prompt = QStringLiteral("Please enter your name name below and click \"OK\".  "
+                                          "You will not need to do this again.");
+    QPushButton *ok = layOutPrompt(this, prompt, nameText_, "Command1");
     connect(ok, &QPushButton::clicked, this, &NewUserDialog::createPlayer);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(label);
-    layout->addWidget(nameText_);
-    layout->addWidget(buttons);
-    setMinimumWidth(360);
 }
 
 void NewUserDialog::showEvent(QShowEvent *event)

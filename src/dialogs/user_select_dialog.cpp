@@ -2,14 +2,12 @@
 
 #include "dialogs/messages.h"
 #include "dialogs/placement.h"
+#include "dialogs/prompt_layout.h"
 #include "startup/shared_state.h"
 #include "stats/stats_store.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
-#include <QLabel>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 namespace tavrix {
 
@@ -26,26 +24,11 @@ UserSelectDialog::UserSelectDialog(StatsStore &store, SharedState &state, Messag
     setObjectName(QStringLiteral("UserSelectDialog"));
     setWindowTitle(QStringLiteral("Select Player"));
     setModal(true);
-    auto *label = new QLabel(QStringLiteral("Select the player you wish to use from the list "
-                                            "below and click \"OK\"."),
-                             this);
-    label->setObjectName(QStringLiteral("Label1"));
-    label->setWordWrap(true);
     userDrop_->setObjectName(QStringLiteral("userDrop"));
-    auto *buttons = new QDialogButtonBox(this);
-    QPushButton *ok = buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole);
-    ok->setObjectName(QStringLiteral("OKButton"));
-    ok->setDefault(true);
-    QPushButton *cancel = buttons->addButton(QStringLiteral("Cancel"), QDialogButtonBox::RejectRole);
-    cancel->setObjectName(QStringLiteral("CancelButton"));
+    const QString prompt = QStringLiteral("Select the player you wish to use from the list "
+                                          "below and click \"OK\".");
+    QPushButton *ok = layOutPrompt(this, prompt, userDrop_, "CancelButton");
     connect(ok, &QPushButton::clicked, this, &UserSelectDialog::choose);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-
-    auto *layout = new QVBoxLayout(this);
-    layout->addWidget(label);
-    layout->addWidget(userDrop_);
-    layout->addWidget(buttons);
-    setMinimumWidth(360);
 }
 
 void UserSelectDialog::dockShow()

@@ -6,6 +6,9 @@
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
+#include "opponent/skill_options.h"
+#include "opponent/skill_profile.h"
+#include "practice/skill_factors_frame.h"
 #include "startup/program.h"
 
 #include <QAbstractButton>
@@ -98,6 +101,8 @@ void Darts::buildFrames()
         area->hide();
         play->addWidget(area);
     }
+    skillOptions_ = new SkillOptions(playFrame_);
+    play->addWidget(skillOptions_);
     for (const char *name : {"rstatTitleLabel", "rstatsText", "ostatTitleLabel", "ostatsText"}) {
         statsLabels_.append(namedLabel(name, playFrame_));
         play->addWidget(statsLabels_.last());
@@ -117,9 +122,16 @@ void Darts::buildFrames()
     auto *review = new QVBoxLayout(reviewFrame_);
     greetingLabels_.append(namedLabel("playerNameText_review", reviewFrame_));
     review->addWidget(greetingLabels_.last());
-    review->addWidget(new QLabel(
-        QStringLiteral("Click a scoring area of the board to plot the darts aimed at it."),
-        reviewFrame_));
+    for (const char *text : {"Select scoring area to view by clicking on the corresponding section "
+                             "of the dartboard image.",
+                             "Black pips mark darts thrown during practice.",
+                             "Red pips mark darts thrown during game play."}) {
+        auto *label = new QLabel(QString::fromLatin1(text), reviewFrame_);
+        label->setWordWrap(true);
+        review->addWidget(label);
+    }
+    skillFactors_ = new SkillFactorsFrame(reviewFrame_);
+    review->addWidget(skillFactors_);
     review->addStretch();
 
     for (QLabel *label : std::as_const(greetingLabels_))
@@ -167,6 +179,8 @@ void Darts::switchMode(int mode)
         practiceFrame_->setEnabled(true);
         break;
     case ModePlay:
+        buildYouProfile();
+        skillOptions_->showYouAvailability(state_.skill.youSampleCount);
         playFrame_->show();
         playFrame_->setEnabled(true);
         resetGame();
@@ -176,6 +190,9 @@ void Darts::switchMode(int mode)
         picture_->setEnabled(true);
         reviewFrame_->show();
         reviewFrame_->setEnabled(true);
+        countTargetThrows();
+        buildYouProfile();
+        skillFactors_->showProfile(state_.skill, state_.useCms);
         break;
     default:
         break;
@@ -195,6 +212,22 @@ void Darts::setPlayerName()
         label->setText(greeting);
     for (QLabel *label : std::as_const(nameLabels_))
         label->setText(state_.currentPlayerName);
+}
+
+void Darts::buildYouProfile()
+{
+    if (!buildSkillProfile(state_.skill, SkillYou, 0.0, program_.store(), state_.currentPlayerId))
+        program_.messages().error(this, QString::fromLatin1(applicationTitle),
+                                  program_.store().lastError());
+}
+
+void Darts::countTargetThrows()
+{
+    if (const std::optional<TargetCounts> counts = program_.store().targetCounts(state_.currentPlayerId))
+        state_.reviewCounts = *counts;
+    else
+        program_.messages().error(this, QString::fromLatin1(applicationTitle),
+                                  program_.store().lastError());
 }
 
 NewUserDialog *Darts::newUserDialog()

@@ -14,6 +14,8 @@ class QPushButton;
 namespace tavrix {
 
 class BoardPicture;
+class SkillFactorsFrame;
+class SkillOptions;
 class MyAlertBox;
 class NewUserDialog;
 class Program;
@@ -32,6 +34,11 @@ public:
     void switchMode(int mode);
     // Shows the current player's name in the name labels.
     void setPlayerName();
+    // Rebuilds the player's own ("You") profile, refreshing its sample
+    // count; a database failure is reported and the old figures stay.
+    void buildYouProfile();
+    // Counts the player's darts aimed at each scoring area.
+    void countTargetThrows();
 
     // Dialogs, created on first use and kept.
     NewUserDialog *newUserDialog();
@@ -77,6 +84,8 @@ private:
     QList<QLabel *> nameLabels_;
     QList<QLabel *> greetingLabels_;
     QPushButton *btnStartGame_ = nullptr;
+    SkillOptions *skillOptions_ = nullptr;
+    SkillFactorsFrame *skillFactors_ = nullptr;
 
     QAction *modePractice_ = nullptr;
     QAction *modeReview_ = nullptr;

@@ -120,6 +120,8 @@ void Darts::chooseMode(int mode)
 void Darts::refreshAfterPlayerChange()
 {
     setPlayerName();
+    if (state_.currentMode == ModeReview)
+        countTargetThrows();
     if (state_.currentMode == ModePlay)
         resetGame();
 }

@@ -85,6 +85,7 @@ bool Program::Main()
         return false;
     }
     window_->setPlayerName();
+    window_->buildYouProfile();
     window_->switchMode(ModePlay);
     return true;
 }

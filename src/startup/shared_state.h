@@ -4,7 +4,9 @@
 // whole run of the program. One instance lives in the Program; everything
 // else holds a reference to it.
 
+#include "opponent/skill_profile.h"
 #include "stats/local_tallies.h"
+#include "stats/stats_store.h"
 
 #include <QString>
 #include <QStringList>
@@ -33,6 +35,11 @@ struct SharedState {
     int countupNext = 1;
     bool countdownActive = false;
     bool countupActive = false;
+
+    // The throw model's profile and the "You" sample count.
+    SkillProfileState skill;
+    // Darts aimed at each scoring area, shown by the review hover.
+    TargetCounts reviewCounts{};
 
     bool shutDownDone = false;
     LocalTallies tallies;

@@ -11,6 +11,7 @@
 #include <QSqlQuery>
 #include <QString>
 
+#include <array>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -49,6 +50,23 @@ struct PlayerRow {
     QString name;
     friend bool operator==(const PlayerRow &, const PlayerRow &) = default;
 };
+
+// Figures of the player's recorded distances (games and practice together,
+// each distinct distance once), from which the "You" profile is cut. Empty
+// quarters read as 0.
+struct DistanceQuarters {
+    qint64 sampleCount = 0;
+    double average = 0;
+    double tightestMax = 0;              // upper bound of the closest quarter
+    double secondMin = 0, secondMax = 0; // the next quarter outwards
+    double thirdMin = 0, thirdMax = 0;
+    double widestMin = 0, widestMax = 0; // the farthest quarter
+    qint64 wildCount = 0;                // distances beyond three times the average
+};
+
+// Darts aimed at each scoring area: [ring - 1][target], target 0 the bull,
+// target i = 1..20 the number 21 - i.
+using TargetCounts = std::array<std::array<qint64, 21>, 3>;
 
 struct NewGame {
     qint64 playerId = 0;
@@ -106,6 +124,12 @@ public:
     // game darts stay.
     bool deletePlayer(qint64 playerId);
     std::optional<QList<ChartRow>> outchartRows();
+
+    // The player's distances in quarters; the quarters are read only when
+    // there are at least minSamples distinct distances.
+    std::optional<DistanceQuarters> distanceQuarters(qint64 playerId, qint64 minSamples);
+    // Practice and game darts aimed at each scoring area.
+    std::optional<TargetCounts> targetCounts(qint64 playerId);
 
     // Writes grouped in one transaction: begin, write, commit. A batch that is
     // not committed is rolled back when it goes out of scope.

@@ -1,6 +1,7 @@
 // Start-up, shutdown, modes and menus, driven through the real main window.
 
 #include "../support/fake_messages.h"
+#include "board/board_geometry.h"
 #include "board/board_picture.h"
 #include "dialogs/alert_box.h"
 #include "startup/darts_window.h"
@@ -305,6 +306,39 @@ private slots:
                  QStringLiteral("This action will permanently delete all the statistics collected\r\nfor ")
                      + me + QStringLiteral(" and cannot be undone.  Are you sure you want to do this?"));
         QCOMPARE(messages_.shown[2].text, QStringLiteral("All statistics deleted for ") + me);
+    }
+
+    // Entering play or review refreshes the player's own profile: "You" needs
+    // 200 distinct distances, and review shows either the factors or the note.
+    void modesShowTheYouProfile()
+    {
+        auto program = started();
+        QVERIFY(program);
+        StatsStore &store = program->store();
+        const qint64 target = *store.insertStatTarget(1, 20, 3);
+        for (int d = 1; d <= 199; ++d)
+            QVERIFY(store.insertStatThrow({1, target, 0, 0, 0, double(d), 0, 0}));
+        Darts *window = program->window();
+        action(window, "mnuModeReview")->trigger();
+        QCOMPARE(control<QLabel>(window, "lblNsamp")->text(), QStringLiteral("(199 samples)"));
+        QVERIFY(!control<QGroupBox>(window, "fraLowSamples")->isHidden());
+        QVERIFY(!control<QLabel>(window, "lblWildness")->isVisibleTo(window));
+        action(window, "mnuModePlay")->trigger();
+        QCOMPARE(control<QLabel>(window, "Label53")->text(), QStringLiteral("1 more samples needed."));
+        QVERIFY(!control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());
+        QVERIFY(!control<QRadioButton>(window, "opSkill_3")->isEnabled());
+
+        QVERIFY(store.insertStatThrow({1, target, 0, 0, 0, 808, 0, 0}));
+        action(window, "mnuModeReview")->trigger();
+        QVERIFY(control<QGroupBox>(window, "fraLowSamples")->isHidden());
+        QCOMPARE(control<QLabel>(window, "lblSkillRadii_0")->text(), distanceText(50, false));
+        // The far dart is wild and the widest band stops at three times the average.
+        QCOMPARE(control<QLabel>(window, "lblSkillRadii_3")->text(), distanceText(3 * 20708.0 / 200, false));
+        QCOMPARE(control<QLabel>(window, "lblWildness")->text(), QStringLiteral("0.005"));
+        QCOMPARE(program->state().reviewCounts[2][1], 200);
+        action(window, "mnuModePlay")->trigger();
+        QVERIFY(control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());
+        QVERIFY(control<QRadioButton>(window, "opSkill_3")->isEnabled());
     }
 
     // The alert box shows the newest texts and returns however it is hidden.

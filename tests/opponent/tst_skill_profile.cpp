@@ -1,0 +1,136 @@
+// The skill profiles: the fixed levels and the "You" profile cut from the
+// player's recorded distances.
+
+#include "opponent/skill_profile.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace tavrix;
+
+class TestSkillProfile : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> dir_;
+    std::unique_ptr<StatsStore> store_;
+    qint64 player_ = 0;
+    qint64 game_ = 0;
+    qint64 target_ = 0;
+
+    void gameDart(double dist, int targetScore = 20, int targetRing = 3, qint64 player = 0)
+    {
+        const qint64 who = player ? player : player_;
+        QVERIFY(store_->insertGameDart({game_, who, 1, 0, 0, 0, dist, 0, 0, targetScore, targetRing}));
+    }
+    void practiceDart(double dist, qint64 target = 0)
+    {
+        QVERIFY(store_->insertStatThrow({player_, target ? target : target_, 0, 0, 0, dist, 0, 0}));
+    }
+
+private slots:
+    void init()
+    {
+        dir_ = std::make_unique<QTemporaryDir>();
+        store_ = std::make_unique<StatsStore>();
+        QVERIFY(store_->open(dir_->filePath(QStringLiteral("t.db"))));
+        player_ = *store_->insertPlayer(QStringLiteral("Ann"));
+        game_ = *store_->insertGame({player_, 3, 1, QStringLiteral("Computer")});
+        target_ = *store_->insertStatTarget(player_, 20, 1);
+    }
+    void cleanup()
+    {
+        store_.reset();
+    }
+
+    // The fixed levels are the inch table in board units (202 units = 6.5").
+    void fixedLevelsAreConvertedToBoardUnits()
+    {
+        const SkillProfile master = fixedSkillProfile(SkillMaster);
+        QCOMPARE(master.skillRadii[0], (DistanceBand{0, 0.25 * 202 / 6.5}));
+        QCOMPARE(master.skillRadii[3].high, 1.5 * 202 / 6.5);
+        QCOMPARE(master.wildness, 0.005);
+        QCOMPARE(fixedSkillProfile(SkillBPlayer).skillRadii[3].high, 3.0 * 202 / 6.5);
+        QCOMPARE(fixedSkillProfile(SkillAPlayer).wildness, 0.02);
+    }
+
+    // Equal distances count once, across both tables; the 200th distinct
+    // distance makes the level available and cuts the bands in quarters.
+    void youProfileNeedsTwoHundredDistinctDistances()
+    {
+        for (int d = 1; d <= 150; ++d)
+            gameDart(d);
+        for (int d = 100; d <= 199; ++d) // 100..150 repeat the game darts
+            practiceDart(d);
+        gameDart(199);
+
+        SkillProfileState state;
+        state.profile = fixedSkillProfile(SkillMaster);
+        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        QCOMPARE(state.youSampleCount, 199);
+        QVERIFY(!state.youLevelAvailable());
+        // Too few samples: the profile held before is kept.
+        QCOMPARE(state.profile.wildness, 0.005);
+
+        practiceDart(200);
+        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        QCOMPARE(state.youSampleCount, 200);
+        QVERIFY(state.youLevelAvailable());
+        QCOMPARE(state.profile.skillRadii[0], (DistanceBand{0, 50}));
+        QCOMPARE(state.profile.skillRadii[1], (DistanceBand{51, 100}));
+        QCOMPARE(state.profile.skillRadii[2], (DistanceBand{101, 150}));
+        QCOMPARE(state.profile.skillRadii[3], (DistanceBand{151, 200}));
+        QCOMPARE(state.profile.wildness, 0.0);
+
+        // Another player's darts change nothing.
+        const qint64 other = *store_->insertPlayer(QStringLiteral("Bob"));
+        gameDart(5000, 20, 3, other);
+        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        QCOMPARE(state.youSampleCount, 200);
+    }
+
+    // Far darts are wild, and the widest band stops at three times the
+    // average distance however far they went.
+    void wildDartsAndTheWidestBandCut()
+    {
+        for (int d = 1; d <= 196; ++d)
+            practiceDart(d / 10.0);
+        for (double far : {400.0, 500.0, 600.0, 700.0})
+            gameDart(far);
+        SkillProfileState state;
+        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        const double average = (196 * 197 / 20.0 + 2200) / 200;
+        QCOMPARE(state.profile.skillRadii[3].high, 3 * average);
+        QCOMPARE(state.profile.skillRadii[3].low, 15.1); // the 50th farthest
+        QCOMPARE(state.profile.wildness, 4 / 200.0);
+    }
+
+    // Practice and game darts are counted under the area they were aimed
+    // at: the bull first, then 20 down to 1.
+    void dartsAreCountedPerTarget()
+    {
+        const qint64 bull = *store_->insertStatTarget(player_, 25, 1);
+        const qint64 treble1 = *store_->insertStatTarget(player_, 1, 3);
+        practiceDart(1, bull);
+        practiceDart(2, bull);
+        practiceDart(3, treble1);
+        practiceDart(4); // any 20
+        gameDart(5, 25, 1);
+        gameDart(6, 20, 3);
+        gameDart(7, 20, 3);
+
+        const std::optional<TargetCounts> counts = store_->targetCounts(player_);
+        QVERIFY(counts);
+        QCOMPARE((*counts)[0][0], 3);
+        QCOMPARE((*counts)[2][20], 1);
+        QCOMPARE((*counts)[0][1], 1);
+        QCOMPARE((*counts)[2][1], 2);
+        qint64 total = 0;
+        for (const auto &ring : *counts)
+            for (qint64 n : ring)
+                total += n;
+        QCOMPARE(total, 7);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSkillProfile)
+#include "tst_skill_profile.moc"
