@@ -8,11 +8,15 @@
 #include "dialogs/user_select_dialog.h"
 #include "opponent/skill_options.h"
 #include "opponent/skill_profile.h"
+#include "practice/practice_frame.h"
 #include "practice/skill_factors_frame.h"
+#include "startup/sounds.h"
 #include "startup/program.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QCloseEvent>
+#include <QDateTime>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -71,16 +75,38 @@ void Darts::buildFrames()
 
     auto *boardColumn = new QVBoxLayout;
     picture_ = new BoardPicture(central);
+    picture_->setObjectName(QStringLiteral("Picture1"));
     boardColumn->addWidget(picture_);
-    scoreHoverText_ = namedLabel("ScoreHoverText", central);
-    scoreHoverText_->setAlignment(Qt::AlignCenter);
-    boardColumn->addWidget(scoreHoverText_);
     boardColumn->addStretch();
     columns->addLayout(boardColumn);
 
+    // The hover text and the record labels float on the board picture.
+    scoreHoverText_ = namedLabel("ScoreHoverText", picture_);
+    scoreHoverText_->setWordWrap(false);
+    scoreHoverText_->setStyleSheet(QStringLiteral(
+        "background: rgba(255, 255, 225, 235); color: black; border: 1px solid #606060;"
+        " padding: 1px 3px;"));
+    scoreHoverText_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    scoreHoverText_->hide();
+    // The board's corners are clear of every bed: "This Round" on the left,
+    // "Overall" on the right.
+    const std::tuple<const char *, const char *, int> statsPlaces[] = {
+        {"rstatTitleLabel", "This Round", 4}, {"rstatsText", "", 4},
+        {"ostatTitleLabel", "Overall", BoardPicture::side - 114}, {"ostatsText", "", BoardPicture::side - 114}};
+    for (const auto &[name, caption, left] : statsPlaces) {
+        QLabel *label = namedLabel(name, picture_, QString::fromLatin1(caption));
+        const bool title = QByteArray(caption).size() > 0;
+        label->setGeometry(left, title ? 4 : 20, 110, title ? 16 : 62);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        label->setStyleSheet(QStringLiteral("color: white; font-size: 8pt;")
+                             + (title ? QStringLiteral(" font-weight: bold;") : QString()));
+        label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        statsLabels_.append(label);
+    }
+
     auto *frameColumn = new QVBoxLayout;
     playFrame_ = modeFrame("PlayModeFrame", "Play Mode", central);
-    practiceFrame_ = modeFrame("practiceModeFrame", "Practice Mode", central);
+    practiceFrame_ = new PracticeFrame(central);
     reviewFrame_ = modeFrame("ReviewModeFrame", "Review Mode", central);
 
     auto *play = new QVBoxLayout(playFrame_);
@@ -103,21 +129,12 @@ void Darts::buildFrames()
     }
     skillOptions_ = new SkillOptions(playFrame_);
     play->addWidget(skillOptions_);
-    for (const char *name : {"rstatTitleLabel", "rstatsText", "ostatTitleLabel", "ostatsText"}) {
-        statsLabels_.append(namedLabel(name, playFrame_));
-        play->addWidget(statsLabels_.last());
-    }
     play->addStretch();
     btnStartGame_ = new QPushButton(QStringLiteral("Start Game"), playFrame_);
     btnStartGame_->setObjectName(QStringLiteral("btnStartGame"));
     // Games are started once their set-up is in place.
     btnStartGame_->setEnabled(false);
     play->addWidget(btnStartGame_);
-
-    auto *practice = new QVBoxLayout(practiceFrame_);
-    generalText_ = namedLabel("GeneralText", practiceFrame_);
-    practice->addWidget(generalText_);
-    practice->addStretch();
 
     auto *review = new QVBoxLayout(reviewFrame_);
     greetingLabels_.append(namedLabel("playerNameText_review", reviewFrame_));
@@ -136,12 +153,17 @@ void Darts::buildFrames()
 
     for (QLabel *label : std::as_const(greetingLabels_))
         label->setFont(greetingFont(label));
-    for (QGroupBox *frame : {playFrame_, practiceFrame_, reviewFrame_}) {
+    for (QGroupBox *frame : {playFrame_, static_cast<QGroupBox *>(practiceFrame_), reviewFrame_}) {
         frame->setMinimumWidth(240);
         frameColumn->addWidget(frame);
     }
     columns->addLayout(frameColumn, 1);
     setCentralWidget(central);
+
+    boardInput_ = new BoardInput(picture_, state_,
+                                 {scoreHoverText_, statsLabels_, practiceFrame_, btnStartGame_}, this);
+    boardInput_->setHandoffs(this);
+    boardInput_->setSounds(&program_.sounds());
 }
 
 void Darts::formLoad()
@@ -150,15 +172,19 @@ void Darts::formLoad()
     setPlayerName();
     switchMode(ModePlay);
     picture_->setEnabled(false);
+    state_.pipCount = 0;
+    state_.random.seed(static_cast<quint32>(QDateTime::currentMSecsSinceEpoch()));
     useCms_->setChecked(state_.useCms);
     useInches_->setChecked(!state_.useCms);
+    soundEntry_->setChecked(program_.sounds().isEnabled());
 }
 
 void Darts::switchMode(int mode)
 {
     picture_->clearPlots();
+    hidePips();
     picture_->setEnabled(false);
-    for (QGroupBox *frame : {playFrame_, practiceFrame_, reviewFrame_}) {
+    for (QGroupBox *frame : {playFrame_, static_cast<QGroupBox *>(practiceFrame_), reviewFrame_}) {
         frame->hide();
         frame->setEnabled(false);
     }
@@ -173,7 +199,7 @@ void Darts::switchMode(int mode)
 
     switch (mode) {
     case ModePractice:
-        generalText_->setText(QStringLiteral("Click \"Go\" to begin"));
+        practiceFrame_->generalText()->setText(QStringLiteral("Click \"Go\" to begin"));
         state_.throwPhase = 0;
         practiceFrame_->show();
         practiceFrame_->setEnabled(true);
@@ -229,6 +255,13 @@ void Darts::countTargetThrows()
         program_.messages().error(this, QString::fromLatin1(applicationTitle),
                                   program_.store().lastError());
 }
+
+void Darts::show301Scores(const MarkerArray &) {}
+void Darts::showNext01Target() {}
+void Darts::showCricketScores(const MarkerArray &) {}
+void Darts::showNextCricketTarget() {}
+void Darts::doAverageDist() {}
+void Darts::doPlot(int, int) {}
 
 NewUserDialog *Darts::newUserDialog()
 {

@@ -3,6 +3,8 @@
 // The main window: the board on the left, the frame of the current mode on
 // the right, and the menus.
 
+#include "board/board_input.h"
+
 #include <QMainWindow>
 
 class QAbstractButton;
@@ -14,6 +16,7 @@ class QPushButton;
 namespace tavrix {
 
 class BoardPicture;
+class PracticeFrame;
 class SkillFactorsFrame;
 class SkillOptions;
 class MyAlertBox;
@@ -23,12 +26,31 @@ struct SharedState;
 class UserEditDialog;
 class UserSelectDialog;
 
-class Darts : public QMainWindow {
+class Darts : public QMainWindow, public BoardHandoffs {
     Q_OBJECT
 
 public:
     explicit Darts(Program &program);
     ~Darts() override;
+
+    // The board picture as input, with its markers.
+    BoardInput *boardInput() const { return boardInput_; }
+    void hidePips() { boardInput_->hidePips(); }
+    static double pipX(const DartMarker *marker) { return BoardInput::pipX(marker); }
+    static double pipY(const DartMarker *marker) { return BoardInput::pipY(marker); }
+    static DartScore pipScore(const DartMarker *marker) { return BoardInput::pipScore(marker); }
+    static int centerX() { return boardCenter; }
+    static int centerY() { return boardCenter; }
+
+    // What the board hands on when darts are placed or moved: the scores,
+    // the advice and the review plots are filled in by the games, practice
+    // and review as they arrive.
+    void show301Scores(const MarkerArray &markers) override;
+    void showNext01Target() override;
+    void showCricketScores(const MarkerArray &markers) override;
+    void showNextCricketTarget() override;
+    void doAverageDist() override;
+    void doPlot(int ring, int segment) override;
 
     // Makes practice (1), review (2) or play (3) the current mode.
     void switchMode(int mode);
@@ -63,6 +85,7 @@ private:
     void changePlayer();
     void editPlayers();
     void useUnits(bool centimetres);
+    void useSound(bool on);
     void resetStats();
     void showHelp();
     void showAbout();
@@ -76,10 +99,10 @@ private:
 
     BoardPicture *picture_ = nullptr;
     QGroupBox *playFrame_ = nullptr;
-    QGroupBox *practiceFrame_ = nullptr;
+    PracticeFrame *practiceFrame_ = nullptr;
+    BoardInput *boardInput_ = nullptr;
     QGroupBox *reviewFrame_ = nullptr;
     QLabel *scoreHoverText_ = nullptr;
-    QLabel *generalText_ = nullptr;
     QList<QLabel *> statsLabels_;
     QList<QLabel *> nameLabels_;
     QList<QLabel *> greetingLabels_;
@@ -92,6 +115,7 @@ private:
     QAction *modePlay_ = nullptr;
     QAction *useInches_ = nullptr;
     QAction *useCms_ = nullptr;
+    QAction *soundEntry_ = nullptr;
 
     NewUserDialog *newUserDialog_ = nullptr;
     UserSelectDialog *userSelectDialog_ = nullptr;

@@ -7,6 +7,7 @@
 #include "dialogs/user_select_dialog.h"
 #include "startup/program.h"
 #include "startup/settings.h"
+#include "startup/sounds.h"
 
 #include <QAction>
 #include <QMenu>
@@ -66,6 +67,10 @@ void Darts::buildMenus()
     useInches_->setChecked(true);
     connect(useInches_, &QAction::triggered, this, [this] { useUnits(false); });
     connect(useCms_, &QAction::triggered, this, [this] { useUnits(true); });
+    soundEntry_ = namedAction(options, "mnuOptionsSound", QStringLiteral("Sound"));
+    soundEntry_->setCheckable(true);
+    soundEntry_->setChecked(program_.sounds().isEnabled());
+    connect(soundEntry_, &QAction::triggered, this, &Darts::useSound);
     connect(namedAction(options, "mnuOptionResetStats", QStringLiteral("Reset Stats")),
             &QAction::triggered, this, &Darts::resetStats);
     namedAction(options, "mnuCloseNet", QStringLiteral("Close Net Connection"))->setEnabled(false);
@@ -150,6 +155,13 @@ void Darts::useUnits(bool centimetres)
     state_.useCms = centimetres;
     saveSetting(QString::fromLatin1(unitsSetting),
                 centimetres ? QStringLiteral("cm") : QStringLiteral("in"));
+}
+
+void Darts::useSound(bool on)
+{
+    soundEntry_->setChecked(on);
+    program_.sounds().setEnabled(on);
+    saveSetting(QString::fromLatin1(soundSetting), on ? QStringLiteral("on") : QStringLiteral("off"));
 }
 
 void Darts::resetStats()

@@ -5,6 +5,7 @@
 #include "dialogs/user_select_dialog.h"
 #include "startup/darts_window.h"
 #include "startup/settings.h"
+#include "startup/sounds.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -27,7 +28,7 @@ bool screenIsLargeEnough(QSize screen)
     return screen.width() >= 800 && screen.height() >= 600;
 }
 
-Program::Program(Messages &messages, QString databasePath)
+Program::Program(Messages &messages, QString databasePath, SoundPlayer *soundPlayer)
     : screenSize([] {
         const QScreen *screen = QGuiApplication::primaryScreen();
         return screen ? screen->size() : QSize();
@@ -35,6 +36,11 @@ Program::Program(Messages &messages, QString databasePath)
     , messages_(messages)
     , databasePath_(std::move(databasePath))
 {
+    if (!soundPlayer) {
+        ownSoundPlayer_ = std::make_unique<QtSoundPlayer>();
+        soundPlayer = ownSoundPlayer_.get();
+    }
+    sounds_ = std::make_unique<Sounds>(*soundPlayer, Sounds::defaultFolder());
 }
 
 Program::~Program() = default;
@@ -59,6 +65,7 @@ bool Program::Main()
     }
     state_.currentMode = ModePlay;
     state_.useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
+    sounds_->setEnabled(soundIsOn(getSetting(QString::fromLatin1(soundSetting))));
 
     window_ = std::make_unique<Darts>(*this);
     window_->show();

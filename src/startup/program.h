@@ -18,6 +18,8 @@ namespace tavrix {
 
 class Darts;
 class Messages;
+class SoundPlayer;
+class Sounds;
 
 // The message shown when the screen is too small, and its title.
 inline constexpr const char *smallScreenTitle = "800 x 600 required";
@@ -27,9 +29,10 @@ bool screenIsLargeEnough(QSize screen);
 class Program {
 public:
     // `databasePath` is where the statistics live; `messages` shows every
-    // message box. The screen size comes from the primary screen unless a
-    // test sets `screenSize`.
-    Program(Messages &messages, QString databasePath);
+    // message box; `soundPlayer` plays the sound effects (the program's own
+    // Qt Multimedia player when none is given). The screen size comes from
+    // the primary screen unless a test sets `screenSize`.
+    Program(Messages &messages, QString databasePath, SoundPlayer *soundPlayer = nullptr);
     ~Program();
     Program(const Program &) = delete;
     Program &operator=(const Program &) = delete;
@@ -49,6 +52,7 @@ public:
     StatsStore &store() { return store_; }
     const CheckoutChart &checkoutChart() const { return chart_; }
     Messages &messages() { return messages_; }
+    Sounds &sounds() { return *sounds_; }
     Darts *window() { return window_.get(); }
 
 private:
@@ -57,6 +61,8 @@ private:
 
     Messages &messages_;
     QString databasePath_;
+    std::unique_ptr<SoundPlayer> ownSoundPlayer_;
+    std::unique_ptr<Sounds> sounds_;
     SharedState state_;
     StatsStore store_;
     CheckoutChart chart_;

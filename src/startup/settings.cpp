@@ -49,4 +49,9 @@ bool unitsAreCentimetres(const QString &units)
     return units == QLatin1String("cm");
 }
 
+bool soundIsOn(const QString &sound)
+{
+    return sound != QLatin1String("off");
+}
+
 } // namespace tavrix

@@ -1,6 +1,6 @@
 #pragma once
 
-// The program's one stored setting, "Units", kept per user through QSettings
+// The program's stored settings, "Units" and "Sound", kept per user through QSettings
 // under organization "Halvern" and application "Tavrix!".
 
 #include <QString>
@@ -10,6 +10,8 @@ namespace tavrix {
 inline constexpr const char *settingsOrganization = "Halvern";
 inline constexpr const char *settingsApplication = "Tavrix!";
 inline constexpr const char *unitsSetting = "Units";
+// "off" silences the sound effects; they play when it is missing.
+inline constexpr const char *soundSetting = "Sound";
 
 // The stored value as text; "" when it is missing or the store cannot be read.
 QString getSetting(const QString &name);
@@ -21,5 +23,6 @@ void createDefaultSettings();
 bool settingsStored();
 // "cm" selects centimetres; anything else, including "CM" and "", inches.
 bool unitsAreCentimetres(const QString &units);
+bool soundIsOn(const QString &sound);
 
 } // namespace tavrix

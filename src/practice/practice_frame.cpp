@@ -1,0 +1,106 @@
+#include "practice/practice_frame.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tavrix {
+
+namespace {
+
+QLabel *valueLabel(const QString &name, QWidget *parent)
+{
+    auto *label = new QLabel(QStringLiteral("??"), parent);
+    label->setObjectName(name);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+} // namespace
+
+PracticeFrame::PracticeFrame(QWidget *parent)
+    : QGroupBox(QStringLiteral("Practice Mode"), parent)
+{
+    setObjectName(QStringLiteral("practiceModeFrame"));
+    auto *layout = new QVBoxLayout(this);
+
+    frame3_ = new QGroupBox(QStringLiteral("Select Target or use \"Random\""), this);
+    frame3_->setObjectName(QStringLiteral("Frame3"));
+    auto *choice = new QFormLayout(frame3_);
+    ringDrop_ = new QComboBox(frame3_);
+    ringDrop_->setObjectName(QStringLiteral("RingDrop"));
+    const std::pair<const char *, int> rings[] = {
+        {"-- Random --", 0}, {"Any", 1}, {"Double", 2}, {"Triple!", 3}};
+    for (const auto &[text, data] : rings)
+        ringDrop_->addItem(QString::fromLatin1(text), data);
+    scoreDrop_ = new QComboBox(frame3_);
+    scoreDrop_->setObjectName(QStringLiteral("ScoreDrop"));
+    const std::pair<const char *, int> specials[] = {
+        {"-- Random --", 0}, {"-- Count Down  --", -1}, {"-- Count Up --", -2}, {"Bull", 21}};
+    for (const auto &[text, data] : specials)
+        scoreDrop_->addItem(QString::fromLatin1(text), data);
+    for (int number = 20; number >= 1; --number)
+        scoreDrop_->addItem(QString::number(number), number);
+    choice->addRow(QStringLiteral("Ring:"), ringDrop_);
+    choice->addRow(QStringLiteral("Score:"), scoreDrop_);
+    layout->addWidget(frame3_);
+
+    goButton_ = new QPushButton(QStringLiteral("Go"), this);
+    goButton_->setObjectName(QStringLiteral("goButton"));
+    layout->addWidget(goButton_);
+    generalText_ = new QLabel(QStringLiteral("Click \"Go\" to begin"), this);
+    generalText_->setObjectName(QStringLiteral("GeneralText"));
+    generalText_->setWordWrap(true);
+    QFont bold = generalText_->font();
+    bold.setBold(true);
+    generalText_->setFont(bold);
+    layout->addWidget(generalText_);
+
+    auto *results = new QGroupBox(QStringLiteral("Set Results"), this);
+    results->setObjectName(QStringLiteral("Frame1"));
+    auto *grid = new QGridLayout(results);
+    grid->addWidget(new QLabel(QStringLiteral("Radial dist:"), results), 0, 1);
+    grid->addWidget(new QLabel(QStringLiteral("Angle:"), results), 0, 2);
+    grid->addWidget(new QLabel(QStringLiteral("Score:"), results), 0, 3);
+    for (int i = 0; i < 3; ++i) {
+        grid->addWidget(new QLabel(QStringLiteral("Dart %1:").arg(i + 1), results), i + 1, 0);
+        rdisttext[i] = valueLabel(QStringLiteral("rdisttext_%1").arg(i), results);
+        angleText[i] = valueLabel(QStringLiteral("angleText_%1").arg(i), results);
+        scoreText[i] = valueLabel(QStringLiteral("scoreText_%1").arg(i), results);
+        grid->addWidget(rdisttext[i], i + 1, 1);
+        grid->addWidget(angleText[i], i + 1, 2);
+        grid->addWidget(scoreText[i], i + 1, 3);
+    }
+    const std::pair<const char *, const char *> measures[] = {
+        {"3-Dart avg. dist:", "avgDistText"},
+        {"Geom. Avg. dist:", "geomDistText"},
+        {"Grouping dist:", "groupingDistText"}};
+    int row = 4;
+    for (const auto &[caption, name] : measures) {
+        grid->addWidget(new QLabel(QString::fromLatin1(caption), results), row, 0, 1, 2);
+        grid->addWidget(valueLabel(QString::fromLatin1(name), results), row++, 2, 1, 2);
+    }
+    layout->addWidget(results);
+
+    auto *totals = new QGroupBox(QStringLiteral("Running Totals"), this);
+    totals->setObjectName(QStringLiteral("Frame2"));
+    auto *totalsForm = new QFormLayout(totals);
+    const std::pair<const char *, const char *> figures[] = {
+        {"Pct. all targets hit:", "PctAllHitText"},
+        {"Pct. this target hit:", "PctThisHitText"},
+        {"Avg. dist. to any target:", "AvgDistAnyText"},
+        {"Avg. dist. to this target:", "AvgDistThisText"},
+        {"Pct. \"Anys\" hit:", "pctAnysHitText"},
+        {"Pct. doubles hit:", "PctDoublesHitText"},
+        {"Pct. triples hit:", "PctTriplesHitText"}};
+    for (const auto &[caption, name] : figures)
+        totalsForm->addRow(QString::fromLatin1(caption),
+                           valueLabel(QString::fromLatin1(name), totals));
+    layout->addWidget(totals);
+    layout->addStretch();
+}
+
+} // namespace tavrix

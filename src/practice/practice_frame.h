@@ -1,0 +1,41 @@
+#pragma once
+
+// The "Practice Mode" frame: target choice, the Go button, the instruction
+// line, the read-outs of the three darts of a set and the running totals.
+
+#include <QGroupBox>
+
+#include <array>
+
+class QComboBox;
+class QLabel;
+class QPushButton;
+
+namespace tavrix {
+
+class PracticeFrame : public QGroupBox {
+    Q_OBJECT
+
+public:
+    explicit PracticeFrame(QWidget *parent = nullptr);
+
+    QGroupBox *targetChoice() const { return frame3_; }
+    QComboBox *ringDrop() const { return ringDrop_; }
+    QComboBox *scoreDrop() const { return scoreDrop_; }
+    QPushButton *goButton() const { return goButton_; }
+    QLabel *generalText() const { return generalText_; }
+
+    // Per dart of the set: distance and angle from the target, and the score.
+    std::array<QLabel *, 3> rdisttext{};
+    std::array<QLabel *, 3> angleText{};
+    std::array<QLabel *, 3> scoreText{};
+
+private:
+    QGroupBox *frame3_ = nullptr;
+    QComboBox *ringDrop_ = nullptr;
+    QComboBox *scoreDrop_ = nullptr;
+    QPushButton *goButton_ = nullptr;
+    QLabel *generalText_ = nullptr;
+};
+
+} // namespace tavrix

@@ -1,0 +1,113 @@
+#include "startup/sounds.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
+#include <QSoundEffect>
+#include <QTimer>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace tavrix {
+
+namespace {
+
+quint32 littleEndian32(const QByteArray &bytes, int at)
+{
+    quint32 value = 0;
+    for (int i = 3; i >= 0; --i)
+        value = (value << 8) | static_cast<quint8>(bytes[at + i]);
+    return value;
+}
+
+} // namespace
+
+int waveDurationMs(const QString &file)
+{
+    QFile wave(file);
+    if (!wave.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray header = wave.read(44);
+    if (header.size() < 44 || !header.startsWith("RIFF") || header.mid(8, 4) != "WAVE")
+        return 0;
+    const quint32 bytesPerSecond = littleEndian32(header, 28);
+    if (bytesPerSecond == 0)
+        return 0;
+    return static_cast<int>((wave.size() - 44) * 1000 / bytesPerSecond);
+}
+
+QtSoundPlayer::QtSoundPlayer() = default;
+QtSoundPlayer::~QtSoundPlayer() = default;
+
+void QtSoundPlayer::playSound(const QString &file, bool wait)
+{
+    if (effect_)
+        effect_->stop();
+    const int length = waveDurationMs(file);
+    if (length <= 0)
+        return;
+    if (!effect_)
+        effect_ = std::make_unique<QSoundEffect>();
+    effect_->setSource(QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath()));
+    effect_->play();
+    if (!wait)
+        return;
+
+    // Wait for the end of the sound, for a failure, or at the latest a
+    // little after the file's length (a missing audio device may never say).
+    QEventLoop loop;
+    QTimer guard;
+    guard.setSingleShot(true);
+    QObject::connect(&guard, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QSoundEffect *effect = effect_.get();
+    bool started = effect->isPlaying();
+    QObject::connect(effect, &QSoundEffect::playingChanged, &loop, [&] {
+        if (effect->isPlaying())
+            started = true;
+        else if (started)
+            loop.quit();
+    });
+    QObject::connect(effect, &QSoundEffect::statusChanged, &loop, [&] {
+        if (effect->status() == QSoundEffect::Error)
+            loop.quit();
+    });
+    if (effect->status() == QSoundEffect::Error)
+        return;
+    guard.start(std::min(length + 400, 10000));
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+Sounds::Sounds(SoundPlayer &player, QString folder)
+    : player_(player)
+    , folder_(std::move(folder))
+{
+}
+
+QString Sounds::defaultFolder()
+{
+    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/resources");
+    if (QFileInfo::exists(beside + QStringLiteral("/splat.wav")))
+        return beside;
+    return QStringLiteral(TAVRIX_SOURCE_RESOURCES);
+}
+
+void Sounds::play(const char *file, bool wait)
+{
+    if (enabled_)
+        player_.playSound(folder_ + QLatin1Char('/') + QLatin1String(file), wait);
+}
+
+void Sounds::playDefaultSound(bool wait) { play("splat.wav", wait); }
+void Sounds::playBoing(bool wait) { play("boing2.wav", wait); }
+void Sounds::playHarp(bool wait) { play("harp1.wav", wait); }
+void Sounds::playFanfare(bool wait) { play("fanfare.wav", wait); }
+void Sounds::playApplause60(bool wait) { play("applause60.wav", wait); }
+void Sounds::playApplause100(bool wait) { play("applause100.wav", wait); }
+void Sounds::playApplause140(bool wait) { play("applause140.wav", wait); }
+void Sounds::playApplauseWin(bool wait) { play("applausewin.wav", wait); }
+void Sounds::playAwwww(bool wait) { play("awwww.wav", wait); }
+
+} // namespace tavrix

@@ -1,0 +1,98 @@
+// Pointer rules over the board picture, without widgets.
+
+#include "board/pointer_rules.h"
+#include "startup/shared_state.h"
+
+#include <QTest>
+
+using namespace tavrix;
+
+class TestPointerRules : public QObject {
+    Q_OBJECT
+
+private slots:
+    // Overlapping markers: the nearest centre wins, a tie keeps the later
+    // dart, edges count, and markers beyond the darts placed are ignored.
+    void closestMarkerAmongOverlappingOnes()
+    {
+        MarkerRects rects;
+        rects[0] = QRectF(100, 100, 60, 60);
+        rects[1] = QRectF(120, 100, 60, 60);
+        rects[2] = QRectF(110, 100, 60, 60);
+        QCOMPARE(closestMarkerIndex(rects, 3, 150, 130), 1);
+        QCOMPARE(closestMarkerIndex(rects, 3, 140, 130), 2);
+        // Equally near the centres of 0 and 2: 2 is searched first and kept.
+        QCOMPARE(closestMarkerIndex(rects, 3, 135, 130), 2);
+        QCOMPARE(closestMarkerIndex(rects, 1, 150, 130), 1);
+        QCOMPARE(closestMarkerIndex(rects, 0, 150, 130), 0);
+        QCOMPARE(closestMarkerIndex(rects, 3, 180, 160), 1); // corner, edge included
+        QCOMPARE(closestMarkerIndex(rects, 3, 181, 130), noMarker);
+        rects[1].reset();
+        QCOMPARE(closestMarkerIndex(rects, 3, 165, 130), 2);
+        QVERIFY(onMarker(rects, 0, 100, 100));
+        QVERIFY(!onMarker(rects, 0, 175, 130));
+    }
+
+    void hoverStaysInsideOnTheRight()
+    {
+        QCOMPARE(hoverTopLeft(100, 50, QSizeF(80, 20), 520, true), QPointF(99, 29));
+        QCOMPARE(hoverTopLeft(450, 50, QSizeF(80, 20), 520, true), QPointF(440, 29));
+        QCOMPARE(hoverTopLeft(450, 50, QSizeF(80, 20), 520, false), QPointF(449, 29));
+    }
+
+    void reviewCaptions_data()
+    {
+        QTest::addColumn<double>("radius");
+        QTest::addColumn<double>("angle");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("bull, one dart") << 3.0 << 10.0 << QStringLiteral("25/Bull -- 1 dart.");
+        QTest::newRow("outer bull counts as the bull") << 15.0 << 200.0 << QStringLiteral("25/Bull -- 1 dart.");
+        QTest::newRow("bull wire") << 7.5 << 10.0 << QString();
+        QTest::newRow("treble 20") << 118.0 << 90.0 << QStringLiteral("Triple 20 -- 12 darts.");
+        QTest::newRow("single 20 outer") << 150.0 << 90.0 << QStringLiteral("Single/Any 20 -- 2 darts.");
+        QTest::newRow("double 6") << 195.0 << 0.0 << QString(); // no darts there
+        QTest::newRow("segment wire") << 150.0 << 99.5 << QString();
+        QTest::newRow("off the board") << 230.0 << 90.0 << QString();
+    }
+    void reviewCaptions()
+    {
+        QFETCH(double, radius);
+        QFETCH(double, angle);
+        QFETCH(QString, caption);
+        std::array<std::array<qint64, 21>, 3> counts{};
+        counts[0][0] = 1;
+        counts[2][1] = 12;
+        counts[0][1] = 2;
+        QCOMPARE(reviewHoverCaption(radius, angle, counts).value_or(QString()), caption);
+    }
+
+    void hoverCaptionsByKind()
+    {
+        const QString single20 = dartDescription(150, 90);
+        QCOMPARE(markerHoverCaption(-2, 150, 90, false, {}), QStringLiteral("Dart 2: ") + single20);
+        QCOMPARE(markerHoverCaption(1, 150, 90, false, {}), distanceText(150, false) + QStringLiteral(" from bull."));
+        QCOMPARE(markerHoverCaption(2, 150, 90, false, {}), QStringLiteral("Target: ") + single20);
+        QCOMPARE(markerHoverCaption(3, 150, 90, false, {}), single20);
+        QCOMPARE(markerHoverCaption(0, 150, 90, false, QStringLiteral("kept")), QStringLiteral("kept"));
+        QCOMPARE(playHoverCaption(150, 90, true, true), distanceText(150, true) + QStringLiteral(" from bull."));
+    }
+
+    void dragRules()
+    {
+        // Darts: once the set or the cork is complete, or with the right button.
+        QVERIFY(!dragAllowed(MarkerKind::Dart, ModePlay, 2, 3, false));
+        QVERIFY(dragAllowed(MarkerKind::Dart, ModePlay, 2, 3, true));
+        QVERIFY(dragAllowed(MarkerKind::Dart, ModePlay, 1, 2, false));
+        QVERIFY(dragAllowed(MarkerKind::Dart, ModePractice, 3, 0, false));
+        // Targets: only in play, once the set is complete or with the right
+        // button during a turn.
+        QVERIFY(!dragAllowed(MarkerKind::Target, ModePractice, 3, 0, true));
+        QVERIFY(dragAllowed(MarkerKind::Target, ModePlay, 3, 0, false));
+        QVERIFY(!dragAllowed(MarkerKind::Target, ModePlay, 1, 2, true));
+        QVERIFY(dragAllowed(MarkerKind::Target, ModePlay, 1, 3, true));
+        QVERIFY(!dragAllowed(MarkerKind::Target, ModePlay, 1, 3, false));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestPointerRules)
+#include "tst_pointer_rules.moc"

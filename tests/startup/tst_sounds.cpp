@@ -1,0 +1,100 @@
+// The sound effects: which file each operation plays, the files themselves,
+// and a real player that never hangs the program.
+
+#include "startup/sounds.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+using namespace tavrix;
+
+namespace {
+
+struct SoundLog : SoundPlayer {
+    QStringList played;
+    void playSound(const QString &file, bool wait) override
+    {
+        played.append(QFileInfo(file).fileName() + (wait ? QStringLiteral(":wait") : QString()));
+    }
+};
+
+const QStringList soundFiles{"splat.wav",       "boing2.wav",      "harp1.wav",
+                             "fanfare.wav",     "applause60.wav",  "applause100.wav",
+                             "applause140.wav", "applausewin.wav", "awwww.wav"};
+
+QString sourceFolder()
+{
+    return QStringLiteral(TAVRIX_SOURCE_RESOURCES);
+}
+
+quint16 le16(const QByteArray &b, int at)
+{
+    return static_cast<quint8>(b[at]) | static_cast<quint8>(b[at + 1]) << 8;
+}
+
+} // namespace
+
+class TestSounds : public QObject {
+    Q_OBJECT
+
+private slots:
+    void eachOperationPlaysItsFileWithItsWaitFlag()
+    {
+        SoundLog log;
+        Sounds sounds(log, QStringLiteral("/somewhere"));
+        sounds.playDefaultSound(true);
+        sounds.playBoing(true);
+        sounds.playHarp(false);
+        sounds.playFanfare(false);
+        sounds.playApplause60(true);
+        sounds.playApplause100(false);
+        sounds.playApplause140(true);
+        sounds.playApplauseWin(false);
+        sounds.playAwwww(false);
+        QCOMPARE(log.played,
+                 (QStringList{"splat.wav:wait", "boing2.wav:wait", "harp1.wav", "fanfare.wav",
+                              "applause60.wav:wait", "applause100.wav", "applause140.wav:wait",
+                              "applausewin.wav", "awwww.wav"}));
+        sounds.setEnabled(false);
+        sounds.playDefaultSound(true);
+        QCOMPARE(log.played.size(), 9);
+    }
+
+    // Every effect is a short mono 16-bit PCM wave file.
+    void theFilesAreShortMonoWaves()
+    {
+        for (const QString &name : soundFiles) {
+            QFile file(sourceFolder() + QLatin1Char('/') + name);
+            QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(name));
+            const QByteArray header = file.read(44);
+            QVERIFY2(header.startsWith("RIFF") && header.mid(8, 8) == "WAVEfmt ", qPrintable(name));
+            QCOMPARE(le16(header, 20), 1); // PCM
+            QCOMPARE(le16(header, 22), 1); // mono
+            QCOMPARE(le16(header, 34), 16);
+            const int ms = waveDurationMs(file.fileName());
+            QVERIFY2(ms >= 50 && ms <= 5000, qPrintable(name + QString::number(ms)));
+        }
+    }
+
+    // Missing files return at once; a real file returns whether or not this
+    // machine has an audio device, and a new sound replaces the old.
+    void theRealPlayerNeverHangs()
+    {
+        QtSoundPlayer player;
+        QElapsedTimer clock;
+        clock.start();
+        player.playSound(QStringLiteral("/no/such/file.wav"), true);
+        player.playSound(QStringLiteral("/no/such/file.wav"), false);
+        QVERIFY(clock.elapsed() < 1000);
+
+        player.playSound(sourceFolder() + QStringLiteral("/applausewin.wav"), false);
+        clock.restart();
+        player.playSound(sourceFolder() + QStringLiteral("/splat.wav"), true);
+        QVERIFY(clock.elapsed() < 3000);
+    }
+};
+
+QTEST_MAIN(TestSounds)
+#include "tst_sounds.moc"
