@@ -2,6 +2,7 @@
 // the cork, dragging and dropping markers, the hover texts and the sounds.
 
 #include "../support/fake_messages.h"
+#include "../support/sound_log.h"
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
@@ -19,14 +20,6 @@
 using namespace tavrix;
 
 namespace {
-
-struct SoundLog : SoundPlayer {
-    QStringList played;
-    void playSound(const QString &file, bool wait) override
-    {
-        played.append(QFileInfo(file).fileName() + (wait ? QStringLiteral(":wait") : QString()));
-    }
-};
 
 struct HandoffLog : BoardHandoffs {
     QStringList calls;

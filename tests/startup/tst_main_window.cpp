@@ -7,6 +7,7 @@
 #include "startup/darts_window.h"
 #include "startup/program.h"
 #include "startup/settings.h"
+#include "startup/sounds.h"
 
 #include <QAction>
 #include <QApplication>
@@ -228,8 +229,9 @@ private slots:
         QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Start Game"));
     }
 
-    // The unit is stored at once and read back by the next start.
-    void unitChoiceSurvivesARestart()
+    // The unit and the sound choice are stored at once and read back by the
+    // next start.
+    void unitAndSoundChoicesSurviveARestart()
     {
         {
             auto program = started();
@@ -238,10 +240,15 @@ private slots:
             QVERIFY(program->state().useCms);
             QVERIFY(!action(program->window(), "mnuOptionsUseInches")->isChecked());
             QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("cm"));
+            QVERIFY(action(program->window(), "mnuOptionsSound")->isChecked());
+            action(program->window(), "mnuOptionsSound")->trigger();
+            QVERIFY(!program->sounds().isEnabled());
         }
         Program again(messages_, dbPath_);
         QVERIFY(again.Main());
         QVERIFY(again.state().useCms);
+        QVERIFY(!again.sounds().isEnabled());
+        QVERIFY(!action(again.window(), "mnuOptionsSound")->isChecked());
         QVERIFY(action(again.window(), "mnuOptionsUseCms")->isChecked());
         QVERIFY(!action(again.window(), "mnuOptionsUseInches")->isChecked());
     }

@@ -1,6 +1,7 @@
 // The sound effects: which file each operation plays, the files themselves,
 // and a real player that never hangs the program.
 
+#include "../support/sound_log.h"
 #include "startup/sounds.h"
 
 #include <QElapsedTimer>
@@ -11,14 +12,6 @@
 using namespace tavrix;
 
 namespace {
-
-struct SoundLog : SoundPlayer {
-    QStringList played;
-    void playSound(const QString &file, bool wait) override
-    {
-        played.append(QFileInfo(file).fileName() + (wait ? QStringLiteral(":wait") : QString()));
-    }
-};
 
 const QStringList soundFiles{"splat.wav",       "boing2.wav",      "harp1.wav",
                              "fanfare.wav",     "applause60.wav",  "applause100.wav",
