@@ -1,0 +1,192 @@
+// The rules of X01 and Cricket, without widgets.
+
+#include "games/cricket_rules.h"
+#include "games/x01_rules.h"
+
+#include <QTest>
+
+using namespace tavrix;
+
+namespace {
+
+// A board point inside the area: "T20", "D16", "S5", "B" (bull), "OB"
+// (outer bull), "M" (a miss off the board).
+BoardPoint at(const QString &code)
+{
+    if (code == QLatin1String("B"))
+        return {0, 0};
+    if (code == QLatin1String("OB"))
+        return {0, 13};
+    if (code == QLatin1String("M"))
+        return {0, 240};
+    const int multiplier = QStringLiteral("SDT").indexOf(code[0]) + 1;
+    return aimPoint(multiplier, code.mid(1).toInt());
+}
+
+SetDarts set(const QStringList &codes)
+{
+    SetDarts darts{};
+    for (int i = 0; i < codes.size(); ++i) {
+        if (!codes[i].isEmpty())
+            darts[i] = at(codes[i]);
+    }
+    return darts;
+}
+
+DartScore scoreOf(const QString &code)
+{
+    const BoardPoint p = at(code);
+    return scoreFromXY(p.x, p.y);
+}
+
+CheckoutChart testChart()
+{
+    CheckoutChart chart;
+    chart.load({{40, QStringLiteral("T10,D5"), QStringLiteral("D20")},
+                {32, QStringLiteral("D16"), QStringLiteral("D16")},
+                {60, QStringLiteral("S20,D20"), QStringLiteral("S20,D20")}});
+    return chart;
+}
+
+} // namespace
+
+class TestGameRules : public QObject {
+    Q_OBJECT
+
+private slots:
+    void x01SetScoring_data()
+    {
+        QTest::addColumn<QStringList>("darts");
+        QTest::addColumn<int>("remaining");
+        QTest::addColumn<bool>("doubledIn");
+        QTest::addColumn<int>("left");
+        QTest::addColumn<int>("dealtWith");
+        QTest::addColumn<bool>("doublesIn");
+        QTest::newRow("plain set") << QStringList{"T20", "T20", "S20"} << 501 << true << 361 << 3 << false;
+        QTest::newRow("double in on the second dart")
+            << QStringList{"S20", "D10", "T20"} << 301 << false << 221 << 3 << true;
+        QTest::newRow("the inner bull doubles in on the last dart")
+            << QStringList{"T20", "S5", "B"} << 301 << false << 251 << 3 << true;
+        QTest::newRow("no double at all") << QStringList{"T20", "S5", "OB"} << 301 << false << 301 << 3 << false;
+        QTest::newRow("darts after the finish are ignored")
+            << QStringList{"D16", "T20", "T20"} << 32 << true << 0 << 1 << false;
+        QTest::newRow("stops at 1") << QStringList{"S19", "S20"} << 20 << true << 1 << 1 << false;
+        QTest::newRow("hidden markers score nothing") << QStringList{"", "T20", ""} << 100 << true << 40 << 1 << false;
+    }
+    void x01SetScoring()
+    {
+        QFETCH(QStringList, darts);
+        QFETCH(int, remaining);
+        QFETCH(bool, doubledIn);
+        QFETCH(int, left);
+        QFETCH(int, dealtWith);
+        QFETCH(bool, doublesIn);
+        const X01Set scored = scoreX01Set(set(darts), remaining, doubledIn);
+        QCOMPARE(scored.remaining, left);
+        QCOMPARE(scored.darts.size(), dealtWith);
+        QCOMPARE(scored.doubledIn, doublesIn);
+        QCOMPARE(scored.turnPoints, remaining - left);
+    }
+
+    // Every kind of bust, the wins, and the best-set quirk at exactly 1.
+    void bustsWinsAndTheBestSet()
+    {
+        QCOMPARE(x01Outcome(-4, true, 3), X01Outcome::Bust);
+        QCOMPARE(x01Outcome(1, false, 1), X01Outcome::Bust);
+        QCOMPARE(x01Outcome(1, true, 2), X01Outcome::Bust);
+        QCOMPARE(x01Outcome(0, true, 1), X01Outcome::Bust);
+        QCOMPARE(x01Outcome(0, true, 3), X01Outcome::Bust);
+        QCOMPARE(x01Outcome(0, true, 2), X01Outcome::Win);
+        QCOMPARE(x01Outcome(0, false, 3), X01Outcome::Win);
+        QCOMPARE(x01Outcome(40, true, 0), X01Outcome::Continue);
+        // The inner bull is a double: it finishes under double out.
+        const X01Set bull = scoreX01Set(set({"B"}), 50, true);
+        QCOMPARE(x01Outcome(bull.remaining, true, bull.lastMultiplier), X01Outcome::Win);
+        // A wire in the double ring scores nothing and doubles nobody in.
+        QCOMPARE(findDoubleIn({BoardPoint{0, 201.5}, std::nullopt, std::nullopt}), -1);
+
+        QVERIFY(countsForBestSet(1, false));
+        QVERIFY(!countsForBestSet(1, true));
+        QVERIFY(!countsForBestSet(-3, false));
+        QVERIFY(countsForBestSet(0, true));
+    }
+
+    void x01Advice()
+    {
+        const CheckoutChart chart = testChart();
+        QCOMPARE(nextX01Aim({}, 301, false, true, chart), (DartScore{2, 20}));
+        QCOMPARE(nextX01Aim({scoreOf("D20")}, 301, false, true, chart), (DartScore{3, 20}));
+        QCOMPARE(nextX01Aim({scoreOf("S20")}, 60, true, true, chart), (DartScore{2, 20}));
+        QCOMPARE(nextX01Aim({}, 40, true, false, chart), (DartScore{3, 10}));
+
+        const QString name = QStringLiteral("Ann");
+        QCOMPARE(x01LiveText(name, set({"S20"}), 1, 60, true, true, chart),
+                 QStringLiteral("\nAnn threw: Single 20 for 20 points.\n\nRecommend D20 next."));
+        QCOMPARE(x01LiveText(name, set({"S20", "S19"}), 2, 40, true, true, chart),
+                 QStringLiteral("\nAnn threw: Single 20, and Single 19 for 39 points.\n\nNo recommendations."));
+        QCOMPARE(x01LiveText(name, set({"D20"}), 1, 40, true, true, chart),
+                 QStringLiteral("\nAnn threw: Double 20 for 40 points.\n\nGame over?"));
+        QCOMPARE(x01LiveText(name, set({"S5", "S1", "S20"}), 3, 301, false, true, chart),
+                 QStringLiteral("\nAnn threw: Single 5, Single 1, and Single 20 for 0 points.\n\n"
+                                "Adjust darts if necessary and click \"Ok\" to continue."));
+        QVERIFY(x01LiveText(name, set({"S5"}), 1, 301, false, true, chart).endsWith(QStringLiteral("Recommend D20 next.")));
+    }
+
+    // Standard: points only while the opponent is open, marks cut back to 3
+    // once he has closed; the bull counts 25 a mark.
+    void cricketMarksAndPoints()
+    {
+        CricketMarks marks{};
+        QCOMPARE(markCricketScore(marks, 2, 3, 20, false).slotPoints, std::nullopt);
+        QCOMPARE(marks[1][1], 3);
+        QCOMPARE(markCricketScore(marks, 2, 2, 20, false).slotPoints, 40);
+        QCOMPARE(cricketPointsOf(marks[1]), 40);
+        markCricketScore(marks, 2, 2, 25, false);
+        markCricketScore(marks, 2, 2, 25, false);
+        QCOMPARE(cricketPointsOf(marks[1]), 40 + 25);
+        QCOMPARE(markCricketScore(marks, 2, 3, 7, false).slot, -1);
+
+        markCricketScore(marks, 1, 3, 20, false);
+        QCOMPARE(markCricketScore(marks, 2, 3, 20, false).slotPoints, std::nullopt);
+        QCOMPARE(marks[1][1], 3);
+        QCOMPARE(cricketPointsOf(marks[1]), 25);
+
+        CricketMarks simple{};
+        markCricketScore(simple, 1, 3, 19, true);
+        markCricketScore(simple, 1, 3, 19, true);
+        QCOMPARE(simple[0][2], 6);
+        QCOMPARE(cricketPointsOf({}), 0);
+    }
+
+    void cricketWinsAndAdvice()
+    {
+        CricketMarks marks{};
+        marks[0] = {3, 3, 3, 3, 3, 3, 3};
+        marks[1] = {3, 5, 3, 3, 3, 3, 2};
+        // Closed but behind on points: no win under Standard rules.
+        QVERIFY(!cricketWon(marks, 1, false));
+        QVERIFY(cricketWon(marks, 1, true));
+        marks[1][6] = 3;
+        QVERIFY(cricketWon(marks, 2, false));
+
+        // The advice: the bull first, then the treble 20, the single once
+        // marked, and behind on points a number still open for the opponent.
+        CricketMarks fresh{};
+        QCOMPARE(nextCricketTarget(fresh, 2, {}, false), BoardPoint{});
+        QCOMPARE(nextCricketTarget(fresh, 2, {scoreOf("B"), scoreOf("OB")}, true), aimPoint(3, 20));
+        QCOMPARE(nextCricketTarget(fresh, 2, {scoreOf("B"), scoreOf("B"), scoreOf("S20")}, true), aimPoint(1, 20));
+        CricketMarks behind{};
+        behind[0] = {0, 3, 3, 0, 0, 0, 0};
+        behind[1] = {3, 3, 3, 3, 0, 0, 0};
+        QCOMPARE(nextCricketTarget(behind, 2, {}, false), aimPoint(1, 18));
+        CricketMarks allClosed{};
+        allClosed[0] = {3, 3, 3, 3, 3, 3, 3};
+        allClosed[1] = {3, 3, 3, 3, 3, 3, 3};
+        QCOMPARE(nextCricketTarget(allClosed, 2, {}, false), BoardPoint{});
+        allClosed[1][1] = 4;
+        QCOMPARE(nextCricketTarget(allClosed, 2, {}, false), std::nullopt);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestGameRules)
+#include "tst_game_rules.moc"
