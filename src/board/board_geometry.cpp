@@ -141,6 +141,11 @@ QString degreesText(double angle)
     return truncatedText(angle, 10) + QStringLiteral(" deg.");
 }
 
+double shownDistance(double boardUnits, bool useCms)
+{
+    return truncated(boardUnits * (useCms ? cmPerUnit : inchesPerUnit), 1000);
+}
+
 QString truncatedText(double value, double scale)
 {
     return shortestNumber(truncated(value, scale));

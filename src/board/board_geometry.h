@@ -124,6 +124,8 @@ BoardPoint boardFromPicture(double column, double row);
 // user's locale. `useCms` picks centimetres over inches.
 QString distanceText(double boardUnits, bool useCms);
 QString degreesText(double angle);
+// A distance as distanceText shows it, as a number in the chosen unit.
+double shownDistance(double boardUnits, bool useCms);
 // Any figure cut (not rounded) to 1/scale, as the user's locale writes it.
 QString truncatedText(double value, double scale);
 

@@ -57,6 +57,7 @@ public:
     BoardInput(BoardPicture *picture, SharedState &state, const BoardControls &controls,
                QObject *parent = nullptr);
 
+    BoardPicture *picture() const { return picture_; }
     void setHandoffs(BoardHandoffs *handoffs) { handoffs_ = handoffs; }
     void setSounds(Sounds *sounds) { sounds_ = sounds; }
     // The chat window, whose area the board leaves to it.

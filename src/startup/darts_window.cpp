@@ -6,6 +6,8 @@
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
+#include "games/game_flow.h"
+#include "games/game_frame.h"
 #include "opponent/skill_options.h"
 #include "opponent/skill_profile.h"
 #include "practice/practice_frame.h"
@@ -105,36 +107,15 @@ void Darts::buildFrames()
     }
 
     auto *frameColumn = new QVBoxLayout;
-    playFrame_ = modeFrame("PlayModeFrame", "Play Mode", central);
+    gameFrame_ = new GameFrame(central);
+    playFrame_ = gameFrame_;
     practiceFrame_ = new PracticeFrame(central);
     reviewFrame_ = modeFrame("ReviewModeFrame", "Review Mode", central);
 
-    auto *play = new QVBoxLayout(playFrame_);
-    greetingLabels_.append(namedLabel("PlayerNameText", playFrame_));
-    play->addWidget(greetingLabels_.last());
-    // Score areas of the two kinds of game, shown while a game runs; player
-    // 1 is the opponent, player 2 the local player.
-    const std::pair<const char *, const char *> scoreAreas[] = {{"fraCricketScore", ""},
-                                                                 {"fra01Score", "01"}};
-    for (const auto &[frameName, suffix] : scoreAreas) {
-        auto *area = modeFrame(frameName, "", playFrame_);
-        auto *names = new QHBoxLayout(area);
-        const QString opponent = QStringLiteral("Player1Text") + QLatin1String(suffix);
-        const QString player = QStringLiteral("Player2Text") + QLatin1String(suffix);
-        names->addWidget(namedLabel(opponent.toLatin1().constData(), area, state_.opponentName));
-        nameLabels_.append(namedLabel(player.toLatin1().constData(), area));
-        names->addWidget(nameLabels_.last());
-        area->hide();
-        play->addWidget(area);
-    }
-    skillOptions_ = new SkillOptions(playFrame_);
-    play->addWidget(skillOptions_);
-    play->addStretch();
-    btnStartGame_ = new QPushButton(QStringLiteral("Start Game"), playFrame_);
-    btnStartGame_->setObjectName(QStringLiteral("btnStartGame"));
-    // Games are started once their set-up is in place.
-    btnStartGame_->setEnabled(false);
-    play->addWidget(btnStartGame_);
+    greetingLabels_.append(gameFrame_->playerNameText);
+    nameLabels_ = {gameFrame_->player2Text, gameFrame_->player2Text01};
+    skillOptions_ = gameFrame_->fraSkill;
+    btnStartGame_ = gameFrame_->btnStartGame;
 
     auto *review = new QVBoxLayout(reviewFrame_);
     greetingLabels_.append(namedLabel("playerNameText_review", reviewFrame_));
@@ -164,6 +145,9 @@ void Darts::buildFrames()
                                  {scoreHoverText_, statsLabels_, practiceFrame_, btnStartGame_}, this);
     boardInput_->setHandoffs(this);
     boardInput_->setSounds(&program_.sounds());
+    gameFlow_ = new GameFlow({state_, program_.store(), program_.sounds(), program_.messages(),
+                              program_.checkoutChart(), *boardInput_, *gameFrame_, scoreHoverText_, this},
+                             this);
 }
 
 void Darts::formLoad()
@@ -227,8 +211,11 @@ void Darts::switchMode(int mode)
 
 void Darts::resetGame()
 {
-    // The game returns to its idle state: nothing is being thrown.
-    state_.throwPhase = 0;
+    gameFlow_->resetGame();
+    for (QLabel *label : std::as_const(statsLabels_)) {
+        label->hide();
+        label->setEnabled(false);
+    }
 }
 
 void Darts::setPlayerName()
@@ -256,10 +243,10 @@ void Darts::countTargetThrows()
                                   program_.store().lastError());
 }
 
-void Darts::show301Scores(const MarkerArray &) {}
-void Darts::showNext01Target() {}
-void Darts::showCricketScores(const MarkerArray &) {}
-void Darts::showNextCricketTarget() {}
+void Darts::show301Scores(const MarkerArray &markers) { gameFlow_->show301Scores(markers); }
+void Darts::showNext01Target() { gameFlow_->showNext01Target(); }
+void Darts::showCricketScores(const MarkerArray &markers) { gameFlow_->showCricketScores(markers); }
+void Darts::showNextCricketTarget() { gameFlow_->showNextCricketTarget(); }
 void Darts::doAverageDist() {}
 void Darts::doPlot(int, int) {}
 

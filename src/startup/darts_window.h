@@ -16,6 +16,8 @@ class QPushButton;
 namespace tavrix {
 
 class BoardPicture;
+class GameFlow;
+class GameFrame;
 class PracticeFrame;
 class SkillFactorsFrame;
 class SkillOptions;
@@ -35,6 +37,7 @@ public:
 
     // The board picture as input, with its markers.
     BoardInput *boardInput() const { return boardInput_; }
+    GameFlow *gameFlow() const { return gameFlow_; }
     void hidePips() { boardInput_->hidePips(); }
     static double pipX(const DartMarker *marker) { return BoardInput::pipX(marker); }
     static double pipY(const DartMarker *marker) { return BoardInput::pipY(marker); }
@@ -101,6 +104,8 @@ private:
     QGroupBox *playFrame_ = nullptr;
     PracticeFrame *practiceFrame_ = nullptr;
     BoardInput *boardInput_ = nullptr;
+    GameFrame *gameFrame_ = nullptr;
+    GameFlow *gameFlow_ = nullptr;
     QGroupBox *reviewFrame_ = nullptr;
     QLabel *scoreHoverText_ = nullptr;
     QList<QLabel *> statsLabels_;

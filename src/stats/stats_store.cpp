@@ -242,6 +242,18 @@ std::optional<qint64> StatsStore::insertGame(const NewGame &game)
     return idFrom(*query);
 }
 
+bool StatsStore::finishGame(qint64 gameId, const GameResult &result)
+{
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral("UPDATE games SET result = ?, throws = ?, points = ?, bestset = ?,"
+                                 " outset = ? WHERE id = ?"));
+    for (const QVariant &value : {QVariant(result.result), QVariant(result.throws),
+                                  QVariant(result.points), QVariant(result.bestSet),
+                                  QVariant(result.outSet), QVariant(gameId)})
+        query.addBindValue(value);
+    return exec(query, QStringLiteral("Cannot record the end of the game"));
+}
+
 std::optional<qint64> StatsStore::insertPlayer(const QString &name)
 {
     QSqlQuery *const query = prepared(

@@ -45,6 +45,15 @@ struct PracticeDart {
     int ring = 0;
 };
 
+// How a game ended, for its row in `games`.
+struct GameResult {
+    QString result; // "W" or "L"
+    int throws = 0;
+    int points = 0;
+    int bestSet = 0;
+    int outSet = 0;
+};
+
 struct PlayerRow {
     qint64 id = 0;
     QString name;
@@ -105,6 +114,7 @@ public:
     std::optional<qint64> insertStatTarget(qint64 playerId, int targetValue, int targetRing);
     bool insertStatThrow(const PracticeDart &dart);
     std::optional<qint64> insertGame(const NewGame &game);
+    bool finishGame(qint64 gameId, const GameResult &result);
     std::optional<qint64> insertPlayer(const QString &name);
 
     // Removes every practice set, practice dart, game dart and game of the

@@ -1,0 +1,235 @@
+#include "games/game_frame.h"
+
+#include "opponent/skill_options.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QVBoxLayout>
+
+namespace tavrix {
+
+namespace {
+
+constexpr int hashSide = 22;
+
+QGroupBox *frame(const char *name, const QString &caption, QWidget *parent)
+{
+    auto *box = new QGroupBox(caption, parent);
+    box->setObjectName(QString::fromLatin1(name));
+    return box;
+}
+
+QLabel *label(const QString &name, QWidget *parent, const QString &text = {})
+{
+    auto *l = new QLabel(text, parent);
+    l->setObjectName(name);
+    return l;
+}
+
+// A group of exclusive options named `name`_0, `name`_1, ...
+QList<QAbstractButton *> options(const char *name, const QStringList &captions, QGroupBox *box,
+                                 QBoxLayout *layout)
+{
+    QList<QAbstractButton *> buttons;
+    auto *group = new QButtonGroup(box);
+    for (int i = 0; i < captions.size(); ++i) {
+        auto *option = new QRadioButton(captions[i], box);
+        option->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(i));
+        group->addButton(option, i);
+        layout->addWidget(option);
+        buttons.append(option);
+    }
+    return buttons;
+}
+
+QCheckBox *check(const char *name, const QString &caption, QWidget *parent)
+{
+    auto *box = new QCheckBox(caption, parent);
+    box->setObjectName(QString::fromLatin1(name));
+    return box;
+}
+
+} // namespace
+
+QPixmap cricketHash(int index, qreal devicePixelRatio)
+{
+    QPixmap pixmap(QSize(hashSide, hashSide) * devicePixelRatio);
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(QPen(QColor(20, 20, 20), 2.4, Qt::SolidLine, Qt::RoundCap));
+    const double lo = 5, hi = hashSide - 5;
+    p.drawLine(QPointF(lo, hi), QPointF(hi, lo));
+    if (index >= 1)
+        p.drawLine(QPointF(lo, lo), QPointF(hi, hi));
+    if (index >= 2) {
+        p.setPen(QPen(QColor(170, 0, 0), 2.4));
+        p.drawEllipse(QPointF(hashSide / 2.0, hashSide / 2.0), hashSide / 2.0 - 1.5, hashSide / 2.0 - 1.5);
+    }
+    return pixmap;
+}
+
+GameFrame::GameFrame(QWidget *parent)
+    : QGroupBox(QStringLiteral("Play Mode"), parent)
+{
+    setObjectName(QStringLiteral("PlayModeFrame"));
+    auto *layout = new QVBoxLayout(this);
+    playerNameText = label(QStringLiteral("PlayerNameText"), this);
+    layout->addWidget(playerNameText);
+
+    auto *choices = new QGridLayout;
+    fraGame = frame("FraGame", QStringLiteral("Game"), this);
+    opGame = options("opGame", {QStringLiteral("Cricket"), QStringLiteral("301"), QStringLiteral("501")},
+                     fraGame, new QVBoxLayout(fraGame));
+    fraOpponent = frame("FraOpponent", QStringLiteral("Opponent"), this);
+    opOpponent = options("opOpponent", {QStringLiteral("Computer"), QStringLiteral("Human/Network")},
+                         fraOpponent, new QVBoxLayout(fraOpponent));
+    fraSkill = new SkillOptions(this);
+
+    fraMoodFactor = frame("fraMoodFactor", QStringLiteral("Mood Factor"), this);
+    auto *mood = new QHBoxLayout(fraMoodFactor);
+    slider1 = new QSlider(Qt::Horizontal, fraMoodFactor);
+    slider1->setObjectName(QStringLiteral("Slider1"));
+    slider1->setRange(-50, 50);
+    mood->addWidget(new QLabel(QStringLiteral("-50%"), fraMoodFactor));
+    mood->addWidget(slider1, 1);
+    mood->addWidget(new QLabel(QStringLiteral("+50%"), fraMoodFactor));
+    fraMoodFactor->hide();
+    fraMoodFactor->setEnabled(false);
+
+    fraCricketOptions = frame("fraCricketOptions", QStringLiteral("Cricket Options"), this);
+    auto *cricketLayout = new QVBoxLayout(fraCricketOptions);
+    opCricketOptions = options("opCricketOptions", {QStringLiteral("Simple"), QStringLiteral("Standard")},
+                               fraCricketOptions, cricketLayout);
+    opCricketOptions[1]->setChecked(true);
+    chkKeepCricketStats = check("chkKeepCricketStats", QStringLiteral("Keep Target Stats"), fraCricketOptions);
+    cricketLayout->addWidget(chkKeepCricketStats);
+
+    fra01Options = frame("fra01Options", QStringLiteral("'01 Options"), this);
+    auto *x01Layout = new QVBoxLayout(fra01Options);
+    chkDoubleIn = check("chkDoubleIn", QStringLiteral("Double In"), fra01Options);
+    chkDoubleOut = check("chkDoubleOut", QStringLiteral("Double Out"), fra01Options);
+    chkKeep01stats = check("chkKeep01stats", QStringLiteral("Keep Target Stats"), fra01Options);
+    for (QCheckBox *box : {chkDoubleIn, chkDoubleOut, chkKeep01stats})
+        x01Layout->addWidget(box);
+    // Both "Keep Target Stats" boxes always agree.
+    connect(chkKeep01stats, &QCheckBox::clicked, chkKeepCricketStats, &QCheckBox::setChecked);
+    connect(chkKeepCricketStats, &QCheckBox::clicked, chkKeep01stats, &QCheckBox::setChecked);
+    chkKeep01stats->setChecked(true);
+    chkKeepCricketStats->setChecked(true);
+
+    choices->addWidget(fraGame, 0, 0);
+    choices->addWidget(fraOpponent, 0, 1);
+    choices->addWidget(fraSkill, 1, 0);
+    choices->addWidget(fraMoodFactor, 1, 1);
+    choices->addWidget(fraCricketOptions, 2, 0);
+    choices->addWidget(fra01Options, 2, 0);
+    layout->addLayout(choices);
+
+    lblGameStartup = label(QStringLiteral("lblGameStartup"), this);
+    lblGameStartup->setWordWrap(true);
+    layout->addWidget(lblGameStartup);
+    gameText = label(QStringLiteral("gameText"), this);
+    gameText->setWordWrap(true);
+    gameText->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    layout->addWidget(gameText);
+
+    fraCricketScore = frame("fraCricketScore", QStringLiteral("Cricket Score"), this);
+    auto *marks = new QGridLayout(fraCricketScore);
+    player1Text = label(QStringLiteral("Player1Text"), fraCricketScore, QStringLiteral("Computer"));
+    player2Text = label(QStringLiteral("Player2Text"), fraCricketScore);
+    marks->addWidget(player1Text, 0, 0, 1, 2, Qt::AlignCenter);
+    marks->addWidget(player2Text, 0, 3, 1, 2, Qt::AlignCenter);
+    // Rows 20 down to 15, then the bull, as a chalk board has them.
+    const int slotsInRows[] = {1, 2, 3, 4, 5, 6, 0};
+    for (int row = 0; row < 7; ++row) {
+        const int slot = slotsInRows[row];
+        lblP1Points[slot] = label(QStringLiteral("lblP1Points_%1").arg(slot), fraCricketScore);
+        p1ScoreImage[slot] = label(QStringLiteral("P1ScoreImage_%1").arg(slot), fraCricketScore);
+        p2ScoreImage[slot] = label(QStringLiteral("P2ScoreImage_%1").arg(slot), fraCricketScore);
+        lblP2Points[slot] = label(QStringLiteral("lblP2Points_%1").arg(slot), fraCricketScore);
+        for (QLabel *image : {p1ScoreImage[slot], p2ScoreImage[slot]})
+            image->setFixedSize(hashSide, hashSide);
+        auto *number = new QLabel(slot == 0 ? QStringLiteral("Bull") : QString::number(21 - slot),
+                                  fraCricketScore);
+        QFont bold = number->font();
+        bold.setBold(true);
+        number->setFont(bold);
+        marks->addWidget(lblP1Points[slot], row + 1, 0, Qt::AlignRight);
+        marks->addWidget(p1ScoreImage[slot], row + 1, 1, Qt::AlignCenter);
+        marks->addWidget(number, row + 1, 2, Qt::AlignCenter);
+        marks->addWidget(p2ScoreImage[slot], row + 1, 3, Qt::AlignCenter);
+        marks->addWidget(lblP2Points[slot], row + 1, 4, Qt::AlignLeft);
+    }
+    lblP1TotalPts = label(QStringLiteral("lblP1TotalPts"), fraCricketScore);
+    lblTotalPts = label(QStringLiteral("lblTotalPts"), fraCricketScore, QStringLiteral("Total"));
+    lblP2TotalPts = label(QStringLiteral("lblP2TotalPts"), fraCricketScore);
+    marks->addWidget(lblP1TotalPts, 8, 0, 1, 2, Qt::AlignRight);
+    marks->addWidget(lblTotalPts, 8, 2, Qt::AlignCenter);
+    marks->addWidget(lblP2TotalPts, 8, 3, 1, 2, Qt::AlignLeft);
+    layout->addWidget(fraCricketScore);
+
+    fra01Score = frame("fra01Score", QStringLiteral("501 Score"), this);
+    auto *columns = new QGridLayout(fra01Score);
+    player1Text01 = label(QStringLiteral("Player1Text01"), fra01Score, QStringLiteral("Computer"));
+    player2Text01 = label(QStringLiteral("Player2Text01"), fra01Score);
+    p1ScoreText = label(QStringLiteral("p1ScoreText"), fra01Score, QStringLiteral("501"));
+    p2scoretext = label(QStringLiteral("p2scoretext"), fra01Score, QStringLiteral("501"));
+    columns->addWidget(player1Text01, 0, 0, Qt::AlignCenter);
+    columns->addWidget(player2Text01, 0, 1, Qt::AlignCenter);
+    columns->addWidget(p1ScoreText, 1, 0, Qt::AlignHCenter | Qt::AlignTop);
+    columns->addWidget(p2scoretext, 1, 1, Qt::AlignHCenter | Qt::AlignTop);
+    layout->addWidget(fra01Score);
+    for (QLabel *name : {player1Text, player2Text, player1Text01, player2Text01}) {
+        name->setAutoFillBackground(true);
+        name->setMargin(2);
+    }
+    for (QGroupBox *score : {fraCricketScore, fra01Score}) {
+        score->hide();
+        score->setEnabled(false);
+    }
+
+    layout->addStretch();
+    auto *buttons = new QHBoxLayout;
+    btnStartGame = new QPushButton(QStringLiteral("Start Game"), this);
+    btnStartGame->setObjectName(QStringLiteral("btnStartGame"));
+    btnQuitGame = new QPushButton(QStringLiteral("Quit Game"), this);
+    btnQuitGame->setObjectName(QStringLiteral("btnQuitGame"));
+    btnQuitGame->setEnabled(false);
+    buttons->addWidget(btnStartGame, 1);
+    buttons->addWidget(btnQuitGame);
+    layout->addLayout(buttons);
+}
+
+void GameFrame::showMarks(int player, int slot, int marks)
+{
+    QLabel *image = (player == 1 ? p1ScoreImage : p2ScoreImage)[slot];
+    if (marks <= 0)
+        image->clear();
+    else
+        image->setPixmap(cricketHash(std::min(marks, 3) - 1, devicePixelRatioF()));
+}
+
+void GameFrame::colourThrower(int player)
+{
+    auto paint = [](QLabel *name, bool throwing) {
+        QPalette palette = name->palette();
+        palette.setColor(QPalette::Window, throwing ? QColor(0xffffff) : QColor(0xc0c0c0));
+        palette.setColor(QPalette::WindowText, Qt::black);
+        name->setPalette(palette);
+    };
+    for (QLabel *name : {player1Text, player1Text01})
+        paint(name, player == 1);
+    for (QLabel *name : {player2Text, player2Text01})
+        paint(name, player == 2);
+}
+
+} // namespace tavrix

@@ -1,0 +1,58 @@
+#pragma once
+
+// "Human Opponent": the name of a second player, or the settings of a game
+// against another copy of the program over the network.
+
+#include <QDialog>
+
+class QCheckBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QRadioButton;
+
+namespace tavrix {
+
+struct SharedState;
+
+class OpponentNameDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    OpponentNameDialog(SharedState &state, QWidget *mainWindow);
+
+    bool cancelled() const { return cancelled_; }
+    int getChkNetworkPlay() const;
+    bool getOpBeClient() const;
+    bool getOpBeServer() const;
+    QString getTxtClientHost() const;
+    QString getTxtClientPort() const;
+    QString getTxtServerPort() const;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void networkPlayClicked();
+    void roleClicked();
+    void accept() override;
+    void reject() override;
+
+    SharedState &state_;
+    QWidget *mainWindow_;
+    bool cancelled_ = false;
+    QLabel *label1_ = nullptr;
+    QLineEdit *text1_ = nullptr;
+    QCheckBox *check1_ = nullptr;
+    QGroupBox *clientServer_ = nullptr;
+    QRadioButton *beClient_ = nullptr;
+    QRadioButton *beServer_ = nullptr;
+    QGroupBox *clientSettings_ = nullptr;
+    QGroupBox *serverSettings_ = nullptr;
+    QLineEdit *clientHost_ = nullptr;
+    QLineEdit *clientPort_ = nullptr;
+    QLineEdit *serverPort_ = nullptr;
+    QList<QWidget *> networkControls_;
+};
+
+} // namespace tavrix

@@ -1,0 +1,216 @@
+// Whole games at one board, played with real clicks on the board picture and
+// the buttons, then checked in the statistics database.
+
+#include "../support/fake_messages.h"
+#include "../support/sound_log.h"
+#include "board/board_input.h"
+#include "board/board_picture.h"
+#include "startup/darts_window.h"
+#include "startup/program.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+using namespace tavrix;
+
+namespace {
+
+// The picture pixel of the aiming point of an area ("T20", "D12", "B").
+QPoint pixel(const QString &code)
+{
+    if (code == QLatin1String("B"))
+        return {boardCenter, boardCenter};
+    if (code == QLatin1String("M"))
+        return {12, 12}; // a corner of the picture, off the board
+    const int multiplier = QStringLiteral("SDT").indexOf(code[0]) + 1;
+    return BoardPicture::pictureFromBoard(aimPoint(multiplier, code.mid(1).toInt())).toPoint();
+}
+
+} // namespace
+
+class TestGames : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> dir_;
+    FakeMessages messages_;
+    SoundLog sounds_;
+    std::unique_ptr<Program> program_;
+    BoardPicture *picture_ = nullptr;
+
+    template <typename T>
+    T *control(const char *name)
+    {
+        T *found = program_->window()->findChild<T *>(QString::fromLatin1(name));
+        if (!found)
+            qWarning("no control %s", name);
+        return found;
+    }
+    QPushButton *startButton() { return control<QPushButton>("btnStartGame"); }
+    QString gameText() { return control<QLabel>("gameText")->text(); }
+    void press(const QString &caption)
+    {
+        QCOMPARE(startButton()->text(), caption);
+        QVERIFY(startButton()->isEnabled());
+        QTest::mouseClick(startButton(), Qt::LeftButton);
+    }
+    void throwDarts(const QStringList &codes)
+    {
+        for (const QString &code : codes)
+            QTest::mouseClick(picture_, Qt::LeftButton, {}, pixel(code));
+    }
+    // Starts a game against a person at this board; Ann is the local player.
+    void startAgainst(const QString &opponent)
+    {
+        QTimer::singleShot(0, [opponent] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            QVERIFY(dialog);
+            dialog->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(opponent);
+            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
+        });
+        press(QStringLiteral("Start Game"));
+    }
+    // Both corks: the opponent's far from the bull, Ann's close to it.
+    void corkAnnFirst()
+    {
+        throwDarts({QStringLiteral("S3")});
+        press(QStringLiteral("Confirm Dart"));
+        throwDarts({QStringLiteral("B")});
+        press(QStringLiteral("Confirm Dart"));
+        press(QStringLiteral("Ok"));
+    }
+    QList<QVariantList> rows(const QString &sql)
+    {
+        QSqlQuery query(program_->store().connection());
+        [&] { QVERIFY2(query.exec(sql), qPrintable(query.lastError().text())); }();
+        QList<QVariantList> result;
+        while (query.next()) {
+            QVariantList row;
+            for (int i = 0; i < query.record().count(); ++i)
+                row.append(query.value(i));
+            result.append(row);
+        }
+        return result;
+    }
+
+private slots:
+    void init()
+    {
+        dir_ = std::make_unique<QTemporaryDir>();
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir_->path());
+        const QString db = dir_->filePath(QStringLiteral("tavrix.db"));
+        {
+            StatsStore seed(QStringLiteral("seed"));
+            QVERIFY(seed.open(db));
+            QVERIFY(seed.insertPlayer(QStringLiteral("Ann")));
+        }
+        messages_ = {};
+        sounds_ = {};
+        program_ = std::make_unique<Program>(messages_, db, &sounds_);
+        QVERIFY(program_->Main());
+        program_->state().random.seed(7);
+        picture_ = control<BoardPicture>("Picture1");
+    }
+    void cleanup() { program_.reset(); }
+
+    // 501, double out: Ann wins on double 12 after 180, 180, 141.
+    void a501FinishedOnADouble()
+    {
+        control<QRadioButton>("opGame_2")->click();
+        startAgainst(QStringLiteral("Bob O'Neil"));
+        QVERIFY(gameText().contains(QStringLiteral("Bob O'Neil: Throw the cork.")));
+        corkAnnFirst();
+        QCOMPARE(program_->state().currentThrower, 2);
+
+        const QStringList miss{"M", "M", "M"};
+        throwDarts({"T20", "T20", "T20"});
+        press(QStringLiteral("Ok"));
+        throwDarts(miss);
+        press(QStringLiteral("Ok"));
+        throwDarts({"T20", "T20", "T20"});
+        press(QStringLiteral("Ok"));
+        throwDarts(miss);
+        press(QStringLiteral("Ok"));
+        QVERIFY(gameText().contains(QStringLiteral("\n\nBest Out: ")));
+        throwDarts({"T20", "T19"});
+        QVERIFY(gameText().endsWith(QStringLiteral("Recommend D12 next.")));
+        throwDarts({"D12"});
+        press(QStringLiteral("Ok"));
+
+        QCOMPARE(control<QLabel>("p2scoretext")->text(), QStringLiteral("501\n321\n141\nWinner!"));
+        QCOMPARE(control<QLabel>("p1ScoreText")->text(), QStringLiteral("501**"));
+        QCOMPARE(startButton()->text(), QStringLiteral("Play Again"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Ann won!"));
+        QVERIFY(sounds_.played.contains(QStringLiteral("applause140.wav:wait")));
+        QCOMPARE(sounds_.played.last(), QStringLiteral("applausewin.wav"));
+
+        const auto games = rows(QStringLiteral(
+            "SELECT gametype, skill, opponent, result, throws, points, bestset, outset FROM games"));
+        QCOMPARE(games.size(), 1);
+        QCOMPARE(games[0], (QVariantList{3, 1, "Bob O'Neil", "W", 9, 501, 180, 141}));
+        const auto darts = rows(QStringLiteral(
+            "SELECT setseq, dartseq, score, ring, targetscore, targetring FROM gamesdarts ORDER BY rowid"));
+        QCOMPARE(darts.size(), 10);
+        QCOMPARE(darts[0], (QVariantList{0, 1, 25, 2, 25, 1}));
+        QCOMPARE(darts[1], (QVariantList{1, 0, 20, 3, 20, 3}));
+        QCOMPARE(darts[4], (QVariantList{3, 0, 20, 3, 20, 3}));
+        QCOMPARE(darts[9], (QVariantList{5, 2, 12, 2, 12, 2}));
+    }
+
+    // 301, double in: the second dart doubles in, so the first does not count.
+    void a301WithDoubleIn()
+    {
+        control<QRadioButton>("opGame_1")->click();
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        QVERIFY(gameText().contains(QStringLiteral("You have not yet doubled in.")));
+        throwDarts({"S20", "D10", "T20"});
+        press(QStringLiteral("Ok"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Ann doubled in!"));
+        QCOMPARE(control<QLabel>("p2scoretext")->text(), QStringLiteral("301\n221"));
+        throwDarts({"T20", "T20", "T20"});
+        press(QStringLiteral("Ok"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Bob didn't double in."));
+        QCOMPARE(control<QLabel>("p1ScoreText")->text(), QStringLiteral("301*"));
+        // Quitting asks first and goes back to the options.
+        messages_.answers = {true};
+        QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
+        QCOMPARE(startButton()->text(), QStringLiteral("Start Game"));
+        QVERIFY(!control<QWidget>("FraGame")->isHidden());
+    }
+
+    // Cricket, Standard rules: marks, points while the opponent is open.
+    void aCricketGame()
+    {
+        control<QRadioButton>("opGame_0")->click();
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        throwDarts({"T20", "T20", "S19"});
+        press(QStringLiteral("Ok"));
+        QCOMPARE(control<QLabel>("lblP2Points_1")->text(), QStringLiteral("60"));
+        QCOMPARE(control<QLabel>("lblP2TotalPts")->text(), QStringLiteral("60"));
+        QVERIFY(!control<QLabel>("P2ScoreImage_1")->pixmap().isNull());
+        QCOMPARE(program_->state().cricketMarks[1][2], 1);
+        throwDarts({"T20", "M", "M"});
+        press(QStringLiteral("Ok"));
+        // Bob closed 20: Ann's next treble 20 scores nothing.
+        throwDarts({"T20", "S14", "M"});
+        press(QStringLiteral("Ok"));
+        QCOMPARE(control<QLabel>("lblP2TotalPts")->text(), QStringLiteral("60"));
+        QCOMPARE(program_->state().cricketMarks[1][1], 3);
+        const auto darts = rows(QStringLiteral("SELECT count(*) FROM gamesdarts"));
+        QCOMPARE(darts[0][0].toInt(), 1 + 6);
+    }
+};
+
+QTEST_MAIN(TestGames)
+#include "tst_games.moc"
