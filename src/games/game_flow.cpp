@@ -701,6 +701,8 @@ void GameFlow::resetGame()
     c_.board.hidePips();
     c_.state.pipCount = 0;
     c_.scoreHoverText->hide();
+    // The skill options follow the opponent chosen.
+    opOpponentClicked(f.opOpponent[0]->isChecked() ? 0 : 1);
 }
 
 } // namespace tavrix

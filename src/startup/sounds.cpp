@@ -5,6 +5,8 @@
 #include <QEventLoop>
 #include <QFile>
 #include <QFileInfo>
+#include <QMediaDevices>
+#include <QAudioDevice>
 #include <QSoundEffect>
 #include <QTimer>
 #include <QUrl>
@@ -47,7 +49,8 @@ void QtSoundPlayer::playSound(const QString &file, bool wait)
     if (effect_)
         effect_->stop();
     const int length = waveDurationMs(file);
-    if (length <= 0)
+    // Without a file or a device to play it on there is nothing to wait for.
+    if (length <= 0 || QMediaDevices::defaultAudioOutput().isNull())
         return;
     if (!effect_)
         effect_ = std::make_unique<QSoundEffect>();
