@@ -330,7 +330,14 @@ private slots:
         QCOMPARE(control<QLabel>(window, "lblNsamp")->text(), QStringLiteral("(199 samples)"));
         QVERIFY(!control<QGroupBox>(window, "fraLowSamples")->isHidden());
         QVERIFY(!control<QLabel>(window, "lblWildness")->isVisibleTo(window));
+        // Choosing the computer applies the rule with the count from entering play.
+        auto chooseComputer = [window] {
+            auto *computer = control<QRadioButton>(window, "opOpponent_0");
+            computer->setEnabled(true);
+            computer->click();
+        };
         action(window, "mnuModePlay")->trigger();
+        chooseComputer();
         QCOMPARE(control<QLabel>(window, "Label53")->text(), QStringLiteral("1 more samples needed."));
         QVERIFY(!control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());
         QVERIFY(!control<QRadioButton>(window, "opSkill_3")->isEnabled());
@@ -344,6 +351,7 @@ private slots:
         QCOMPARE(control<QLabel>(window, "lblWildness")->text(), QStringLiteral("0.005"));
         QCOMPARE(program->state().reviewCounts[2][1], 200);
         action(window, "mnuModePlay")->trigger();
+        chooseComputer();
         QVERIFY(control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());
         QVERIFY(control<QRadioButton>(window, "opSkill_3")->isEnabled());
     }
