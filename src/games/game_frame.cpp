@@ -140,6 +140,9 @@ GameFrame::GameFrame(QWidget *parent)
     gameText = label(QStringLiteral("gameText"), this);
     gameText->setWordWrap(true);
     gameText->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // Room for the longest message, so the score board below keeps its place
+    // while the messages change length.
+    gameText->setMinimumHeight(gameText->fontMetrics().lineSpacing() * 8);
     layout->addWidget(gameText);
 
     fraCricketScore = frame("fraCricketScore", QStringLiteral("Cricket Score"), this);
