@@ -124,6 +124,39 @@ void report(const char *what, int darts, double seconds, const std::vector<doubl
 
 } // namespace
 
+// The record beside the board is read at the start of every turn: time the
+// read over a player with many finished games of every type and skill.
+bool benchGameRecord(StatsStore &store, qint64 player, QRandomGenerator &random)
+{
+    constexpr int games = 100000;
+    constexpr int reads = 2000;
+    {
+        StatsStore::Batch batch(store);
+        for (int i = 0; i < games; ++i) {
+            const auto id = store.insertGame({player, 1 + i % 3, 1 + (i / 3) % 4, QStringLiteral("Computer")});
+            if (!id
+                || !store.finishGame(*id, {i % 2 ? QStringLiteral("W") : QStringLiteral("L"),
+                                           15 + int(random.bounded(40)), 0, 0,
+                                           int(random.bounded(171))}))
+                return failed(store);
+        }
+        if (!batch.commit())
+            return failed(store);
+    }
+    std::vector<double> micros;
+    QElapsedTimer timer;
+    for (int i = 0; i < reads; ++i) {
+        timer.start();
+        if (!store.gameRecord(player, 1 + i % 3, 1 + (i / 3) % 4))
+            return failed(store);
+        micros.push_back(timer.nsecsElapsed() / 1000.0);
+    }
+    std::sort(micros.begin(), micros.end());
+    std::printf("game record       %d games: read median %.0f us, p99 %.0f us\n", games,
+                micros[micros.size() / 2], micros[micros.size() * 99 / 100]);
+    return true;
+}
+
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
@@ -174,5 +207,5 @@ int main(int argc, char *argv[])
         return failed(store) ? 0 : 1;
     std::printf("open afterwards   %8.1f ms, checkout chart read in %.1f ms\n", openMs,
                 timer.nsecsElapsed() / 1e6);
-    return 0;
+    return benchGameRecord(store, player, random) ? 0 : 1;
 }

@@ -363,8 +363,13 @@ void BoardInput::released(QPointF at, Qt::MouseButton button)
 
 void BoardInput::placeMarker(DartMarker *marker, int flight)
 {
+    showMarkerAt(marker, {mouseX_, mouseY_}, flight);
+}
+
+void BoardInput::showMarkerAt(DartMarker *marker, BoardPoint at, int flight)
+{
     marker->setFlight(flight);
-    marker->centreOn(pictureFrom(mouseX_, mouseY_));
+    marker->centreOn(pictureFrom(at.x, at.y));
     marker->setEnabled(true);
     marker->show();
     marker->raise();

@@ -70,6 +70,9 @@ public:
     const MarkerArray &throwerPips() const;
 
     void hidePips();
+    // Shows a marker with the given flight centred on a board position,
+    // under the targets and the hover text.
+    void showMarkerAt(DartMarker *marker, BoardPoint at, int flight);
     // The marker a press at this picture point would drag, or none.
     DartMarker *closestPip(double x, double y) const;
     int closestPipIndex(const MarkerArray &markers, double x, double y) const;

@@ -6,10 +6,12 @@
 #include "games/checkout_chart.h"
 #include "games/game_frame.h"
 #include "net/opponent_name_dialog.h"
+#include "opponent/computer_turns.h"
 #include "opponent/skill_options.h"
 #include "opponent/skill_profile.h"
 #include "startup/shared_state.h"
 #include "startup/sounds.h"
+#include "stats/game_record.h"
 #include "stats/stats_store.h"
 
 #include <QAbstractButton>
@@ -59,12 +61,17 @@ GameFlow::GameFlow(const Context &context, QObject *parent)
     for (int i = 0; i < skills.size(); ++i)
         connect(skills[i], &QAbstractButton::clicked, this, [this, i] { opSkillClicked(i); });
 
+    computerTurns_ = new ComputerTurns(
+        {c_.state, c_.sounds, c_.chart, c_.board, c_.frame,
+         [this] {
+             return ComputerTurns::X01Standing{scoreHistory_[0].last(), doubledIn_[0]};
+         },
+         [this] { return simpleCricket_; }},
+        this);
+
     f.opGame[2]->setChecked(true);
-    // The computer takes its turns once its throw model is in; until then
-    // games are played by two people at the board.
-    f.opOpponent[1]->setChecked(true);
-    f.opOpponent[0]->setEnabled(false);
-    opOpponentClicked(1);
+    f.opOpponent[0]->setChecked(true);
+    opOpponentClicked(0);
     setGameOptFrames(2);
 }
 
@@ -324,69 +331,6 @@ void GameFlow::startCricket()
     closestToBull();
 }
 
-// --- The cork --------------------------------------------------------------
-
-void GameFlow::closestToBull()
-{
-    QString name = c_.state.currentPlayerName;
-    if (c_.state.currentThrower == 1)
-        name = c_.state.opponentName;
-    if (c_.state.keepStats) {
-        DartMarker *target = c_.board.targetPips()[0];
-        target->centreOn(QPointF(boardCenter, boardCenter));
-        target->show();
-        target->setEnabled(true);
-    }
-    c_.frame.gameText->setText(QStringLiteral("\n") + name
-                               + QStringLiteral(": Throw the cork.  Mark where your dart went on the "
-                                                "board, adjust if necessary, and click \"Confirm Dart\""));
-    c_.state.throwPhase = 1;
-    c_.board.picture()->setEnabled(true);
-}
-
-void GameFlow::confirmDart()
-{
-    if (playingComputer()) {
-        // The computer's cork comes with its throw model.
-        c_.frame.btnStartGame->setEnabled(false);
-        c_.frame.btnStartGame->setText(okCaption);
-        return;
-    }
-    if (c_.state.currentThrower >= 2) {
-        setFirstPlayer();
-        return;
-    }
-    c_.frame.btnStartGame->setEnabled(false);
-    ++c_.state.currentThrower;
-    closestToBull();
-}
-
-void GameFlow::setFirstPlayer()
-{
-    const bool cms = c_.state.useCms;
-    const DartMarker *a = c_.board.cpips()[0];
-    const DartMarker *b = c_.board.pips()[0];
-    const double dA = std::hypot(BoardInput::pipX(a), BoardInput::pipY(a));
-    const double dB = std::hypot(BoardInput::pipX(b), BoardInput::pipY(b));
-    // Compared as shown: equal texts give the local player the first turn.
-    c_.state.currentThrower = shownDistance(dA, cms) < shownDistance(dB, cms) ? 1 : 2;
-    const QString first = playerCaption(c_.state.currentThrower);
-    c_.frame.gameText->setText(QStringLiteral("\n") + playerCaption(1) + QStringLiteral("'s dart: ")
-                               + distanceText(dA, cms) + QStringLiteral("\n") + playerCaption(2)
-                               + QStringLiteral("'s dart: ") + distanceText(dB, cms)
-                               + QStringLiteral("\n\n") + first
-                               + QStringLiteral(" goes first.\n(Click \"Ok\")"));
-    c_.frame.btnStartGame->setEnabled(true);
-    c_.frame.btnStartGame->setText(okCaption);
-    if (c_.state.keepStats) {
-        const DartScore score = BoardInput::pipScore(b);
-        if (!c_.store.insertGameDart({currentGameId_, c_.state.currentPlayerId, setSeq_, 1,
-                                      BoardInput::pipX(b), BoardInput::pipY(b), dB, score.number,
-                                      score.multiplier, 25, 1}))
-            databaseFailed();
-    }
-}
-
 // --- Turns -----------------------------------------------------------------
 
 void GameFlow::okClicked()
@@ -414,10 +358,18 @@ void GameFlow::GameTurn()
     const int p = c_.state.currentThrower;
     c_.frame.colourThrower(p);
     const QString name = playerCaption(p);
-    if (gameType_ == 1)
+    if (playingComputer() && p == 1) {
+        c_.board.picture()->setEnabled(false);
+        c_.scoreHoverText->hide();
+        if (gameType_ == 1)
+            computerTurns_->computerCricketTurn();
+        else
+            computerTurns_->computer01Turn();
+    } else if (gameType_ == 1) {
         goHuman(name);
-    else
+    } else {
         goHuman01(name);
+    }
 }
 
 void GameFlow::goHuman01(const QString &name)
@@ -629,7 +581,7 @@ void GameFlow::endGame(int p)
         f.p2scoretext->setText(f.p2scoretext->text() + QStringLiteral("\nWinner!"));
         tallies.localBestOut = std::max(tallies.localBestOut, turnPoints_);
         tallies.localBestLeg = std::min(tallies.localBestLeg, localThrows_);
-        recordBestLeg_ = std::min(recordBestLeg_, localThrows_);
+        record_.bestLeg = std::min(record_.bestLeg, localThrows_);
         result.result = QStringLiteral("W");
         result.outSet = turnPoints_;
     }
@@ -700,9 +652,39 @@ void GameFlow::resetGame()
     c_.state.throwPhase = 0;
     c_.board.hidePips();
     c_.state.pipCount = 0;
+    computerTurns_->stop();
     c_.scoreHoverText->hide();
+    hideGameStats();
     // The skill options follow the opponent chosen.
     opOpponentClicked(f.opOpponent[0]->isChecked() ? 0 : 1);
+}
+
+// --- The records beside the game ---------------------------------------------
+
+void GameFlow::setGameStats()
+{
+    if (const std::optional<GameRecordFigures> figures =
+            c_.store.gameRecord(c_.state.currentPlayerId, gameType_, skillLevel_))
+        record_ = *figures;
+    else
+        databaseFailed();
+    const QString opponent = recordOpponentName(opponentKind_, skillLevel_, false,
+                                                c_.state.opponentName, c_.state.currentPlayerName);
+    const RecordTexts texts = gameRecordTexts(opponent, gameType_, c_.state.tallies, record_);
+    c_.statsLabels[1]->setText(texts.thisRound);
+    c_.statsLabels[3]->setText(texts.overall);
+    for (QLabel *label : std::as_const(c_.statsLabels)) {
+        label->show();
+        label->setEnabled(true);
+    }
+}
+
+void GameFlow::hideGameStats()
+{
+    for (QLabel *label : std::as_const(c_.statsLabels)) {
+        label->hide();
+        label->setEnabled(false);
+    }
 }
 
 } // namespace tavrix

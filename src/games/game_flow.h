@@ -8,6 +8,7 @@
 #include "board/board_input.h"
 #include "games/cricket_rules.h"
 #include "games/x01_rules.h"
+#include "stats/stats_store.h"
 
 #include <QObject>
 #include <QStringList>
@@ -15,6 +16,7 @@
 namespace tavrix {
 
 class CheckoutChart;
+class ComputerTurns;
 class GameFrame;
 class Messages;
 class OpponentNameDialog;
@@ -35,6 +37,8 @@ public:
         BoardInput &board;
         GameFrame &frame;
         QLabel *scoreHoverText;
+        // rstatTitleLabel, rstatsText, ostatTitleLabel, ostatsText.
+        QList<QLabel *> statsLabels;
         QWidget *window;
     };
     explicit GameFlow(const Context &context, QObject *parent = nullptr);
@@ -51,6 +55,8 @@ public:
     int turnNumber() const { return turnNumber_; }
     qint64 currentGameId() const { return currentGameId_; }
     const std::array<QList<int>, 2> &scoreHistory() const { return scoreHistory_; }
+    ComputerTurns *computerTurns() const { return computerTurns_; }
+    const GameRecordFigures &record() const { return record_; }
 
 private:
     void btnStartGameClicked();
@@ -65,6 +71,8 @@ private:
     void closestToBull();
     void confirmDart();
     void setFirstPlayer();
+    void throwForBull();
+    void recordCorkDart(const DartMarker *cork, double distance);
     void okClicked();
     void nextTurn();
     void GameTurn();
@@ -76,7 +84,8 @@ private:
     void showCricketMark(int player, const CricketMark &mark);
     void endGame(int winner);
     void GameOver();
-    void setGameStats() {}
+    void setGameStats();
+    void hideGameStats();
 
     QString playerCaption(int player) const;
     QString messageName(int player, bool replaceWithYou) const;
@@ -90,6 +99,7 @@ private:
 
     Context c_;
     OpponentNameDialog *opponentDialog_ = nullptr;
+    ComputerTurns *computerTurns_ = nullptr;
 
     int gameType_ = 0;
     int skillLevel_ = 0;
@@ -100,7 +110,7 @@ private:
     int localThrows_ = 0;
     qint64 currentGameId_ = 0;
     int gameBestSet_ = 0;
-    int recordBestLeg_ = 99;
+    GameRecordFigures record_;
     int turnPoints_ = 0;
     int turnMarks_ = 0;
     int startScore_ = 0;

@@ -69,19 +69,25 @@ DartScore nextX01Aim(const QList<DartScore> &placed, int remaining, bool doubled
     return route.isEmpty() ? DartScore{} : route.first();
 }
 
-QString dartListText(const SetDarts &darts)
+QString joinDartTexts(const QStringList &texts)
 {
     QString list;
-    bool first = true;
-    for (int i = 0; i < 3; ++i) {
-        if (!darts[i])
-            continue;
-        if (!first)
-            list += (i == 2 || (i == 1 && !darts[2])) ? QStringLiteral(", and ") : QStringLiteral(", ");
-        list += dartDescriptionFromXY(darts[i]->x, darts[i]->y);
-        first = false;
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        if (i > 0)
+            list += i == texts.size() - 1 ? QStringLiteral(", and ") : QStringLiteral(", ");
+        list += texts[i];
     }
     return list;
+}
+
+QString dartListText(const SetDarts &darts)
+{
+    QStringList texts;
+    for (const std::optional<BoardPoint> &dart : darts) {
+        if (dart)
+            texts.append(dartDescriptionFromXY(dart->x, dart->y));
+    }
+    return joinDartTexts(texts);
 }
 
 QString x01LiveText(const QString &name, const SetDarts &darts, int pipCount, int remaining,

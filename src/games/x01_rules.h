@@ -8,6 +8,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <optional>
@@ -58,8 +59,11 @@ DartScore nextX01Aim(const QList<DartScore> &placed, int remaining, bool doubled
 QString x01LiveText(const QString &name, const SetDarts &darts, int pipCount, int remaining,
                     bool doubledIn, bool doubleOut, const CheckoutChart &chart);
 
-// Joins the descriptions of the darts as the live texts show them:
+// Joins dart descriptions as every list of a set shows them:
 // "a", "a, and b", "a, b, and c".
+QString joinDartTexts(const QStringList &texts);
+
+// The descriptions of the darts on the board, joined as above.
 QString dartListText(const SetDarts &darts);
 
 } // namespace tavrix

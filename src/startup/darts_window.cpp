@@ -91,18 +91,21 @@ void Darts::buildFrames()
     scoreHoverText_->setAttribute(Qt::WA_TransparentForMouseEvents);
     scoreHoverText_->hide();
     // The board's corners are clear of every bed: "This Round" on the left,
-    // "Overall" on the right.
+    // "Overall" on the right, each on a dark panel that reads over the
+    // board's black rim and the window's grey alike, above the numbers.
     const std::tuple<const char *, const char *, int> statsPlaces[] = {
-        {"rstatTitleLabel", "This Round", 4}, {"rstatsText", "", 4},
-        {"ostatTitleLabel", "Overall", BoardPicture::side - 114}, {"ostatsText", "", BoardPicture::side - 114}};
+        {"rstatTitleLabel", "This Round", 2}, {"rstatsText", "", 2},
+        {"ostatTitleLabel", "Overall", BoardPicture::side - 112}, {"ostatsText", "", BoardPicture::side - 112}};
     for (const auto &[name, caption, left] : statsPlaces) {
         QLabel *label = namedLabel(name, picture_, QString::fromLatin1(caption));
         const bool title = QByteArray(caption).size() > 0;
-        label->setGeometry(left, title ? 4 : 20, 110, title ? 16 : 62);
+        label->setGeometry(left, title ? 2 : 16, 110, title ? 14 : 48);
         label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        label->setStyleSheet(QStringLiteral("color: white; font-size: 8pt;")
+        label->setStyleSheet(QStringLiteral("color: white; background: rgba(0, 0, 0, 170); font-size: 7pt;"
+                                            " padding: 0px 3px;")
                              + (title ? QStringLiteral(" font-weight: bold;") : QString()));
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        label->hide();
         statsLabels_.append(label);
     }
 
@@ -146,7 +149,8 @@ void Darts::buildFrames()
     boardInput_->setHandoffs(this);
     boardInput_->setSounds(&program_.sounds());
     gameFlow_ = new GameFlow({state_, program_.store(), program_.sounds(), program_.messages(),
-                              program_.checkoutChart(), *boardInput_, *gameFrame_, scoreHoverText_, this},
+                              program_.checkoutChart(), *boardInput_, *gameFrame_, scoreHoverText_,
+                              statsLabels_, this},
                              this);
 }
 

@@ -71,7 +71,9 @@ constexpr const char *schemaStatements[] = {
     // Players are looked up by name; records, counts and resets select by
     // player first, then by game type or target.
     "CREATE INDEX IF NOT EXISTS players_name ON players (name)",
-    "CREATE INDEX IF NOT EXISTS games_player ON games (players_id, gametype, skill)",
+    // The record beside a game is read at every turn from this index alone.
+    "CREATE INDEX IF NOT EXISTS games_record"
+    " ON games (players_id, gametype, skill, result, throws, outset)",
     "CREATE INDEX IF NOT EXISTS gamesdarts_game ON gamesdarts (games_id)",
     "CREATE INDEX IF NOT EXISTS gamesdarts_player_target"
     " ON gamesdarts (players_id, targetring, targetscore)",

@@ -77,6 +77,17 @@ struct DistanceQuarters {
 // target i = 1..20 the number 21 - i.
 using TargetCounts = std::array<std::array<qint64, 21>, 3>;
 
+// The player's record in the games of one type at one skill level.
+struct GameRecordFigures {
+    static constexpr int noBestLeg = 99;
+
+    int wins = 0;
+    int losses = 0;
+    int bestLeg = noBestLeg; // fewest darts in a won game
+    int bestOut = 0;         // highest finishing set
+    friend bool operator==(const GameRecordFigures &, const GameRecordFigures &) = default;
+};
+
 struct NewGame {
     qint64 playerId = 0;
     int gameType = 0;
@@ -138,6 +149,10 @@ public:
     // The player's distances in quarters; the quarters are read only when
     // there are at least minSamples distinct distances.
     std::optional<DistanceQuarters> distanceQuarters(qint64 playerId, qint64 minSamples);
+    // Won and lost games of one type and skill level (the skill is stored
+    // whatever the opponent, so it filters games against people too). Best
+    // leg and best out are read for 301 and 501 only.
+    std::optional<GameRecordFigures> gameRecord(qint64 playerId, int gameType, int skill);
     // Practice and game darts aimed at each scoring area.
     std::optional<TargetCounts> targetCounts(qint64 playerId);
 

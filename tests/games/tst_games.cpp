@@ -5,6 +5,7 @@
 #include "../support/sound_log.h"
 #include "board/board_input.h"
 #include "board/board_picture.h"
+#include "board/dart_marker.h"
 #include "startup/darts_window.h"
 #include "startup/program.h"
 
@@ -71,6 +72,7 @@ class TestGames : public QObject {
     // Starts a game against a person at this board; Ann is the local player.
     void startAgainst(const QString &opponent)
     {
+        control<QRadioButton>("opOpponent_1")->click();
         QTimer::singleShot(0, [opponent] {
             QWidget *dialog = QApplication::activeModalWidget();
             QVERIFY(dialog);
@@ -87,6 +89,75 @@ class TestGames : public QObject {
         throwDarts({QStringLiteral("B")});
         press(QStringLiteral("Confirm Dart"));
         press(QStringLiteral("Ok"));
+    }
+    // Starts a game against the computer at a level, with its dart every
+    // tick of a timer that no longer waits a second.
+    void startAgainstComputer(const char *game, const char *skill)
+    {
+        control<QRadioButton>("opOpponent_0")->click();
+        control<QRadioButton>(skill)->click();
+        control<QRadioButton>(game)->click();
+        QTimer *timer = control<QTimer>("ThrowTimer");
+        QCOMPARE(timer->interval(), 1000);
+        timer->setInterval(0);
+        press(QStringLiteral("Start Game"));
+        QVERIFY(gameText().contains(QStringLiteral("\nAnn: Throw the cork.")));
+    }
+    // Waits for the computer's report; the board and the button stay shut
+    // while it throws.
+    QString computerReport()
+    {
+        [&] {
+            QVERIFY(!startButton()->isEnabled());
+            QVERIFY(!picture_->isEnabled());
+            QTRY_VERIFY(startButton()->isEnabled());
+        }();
+        return gameText();
+    }
+    int shownCPips()
+    {
+        int shown = 0;
+        for (int i = 0; i < 3; ++i)
+            shown += control<DartMarker>(qPrintable(QStringLiteral("CPips_%1").arg(i)))->isVisible();
+        return shown;
+    }
+    // A whole 501 against the Master in which Ann misses every dart; returns
+    // the computer's reports in order.
+    QStringList loseA501ToTheMaster()
+    {
+        QStringList reports;
+        startAgainstComputer("opGame_2", "opSkill_2");
+        throwDarts({QStringLiteral("B")});
+        press(QStringLiteral("Confirm Dart"));
+        const QString cork = gameText();
+        [&] {
+            QVERIFY(cork.startsWith(QStringLiteral("\nMy dart: ")));
+            QVERIFY2(cork.contains(QStringLiteral("\nYour dart: 0\"\n\n")), qPrintable(cork));
+            QVERIFY(cork.endsWith(QStringLiteral("You go first.\n(Click \"Ok\")"))
+                    || cork.endsWith(QStringLiteral("I go first\n(Click \"Ok\")")));
+        }();
+        reports.append(cork);
+        press(QStringLiteral("Ok"));
+        for (int turn = 0; turn < 200 && !QTest::currentTestFailed()
+                             && startButton()->text() != QLatin1String("Play Again");
+             ++turn) {
+            if (program_->state().currentThrower == 2) {
+                throwDarts({"M", "M", "M"});
+            } else {
+                const QString report = computerReport();
+                const int listed = report.count(QStringLiteral(", ")) + 1;
+                [&] {
+                    QVERIFY2(report.startsWith(QStringLiteral("\nI threw: ")), qPrintable(report));
+                    QVERIFY(report.endsWith(QStringLiteral(" points.\n\n(Click \"Ok\" to continue)"))
+                            || report.endsWith(QStringLiteral(" (dart(s) withheld)\n\n(Click \"Ok\" to continue)")));
+                    QCOMPARE(report.contains(QStringLiteral("withheld")), listed < 3);
+                    QCOMPARE(shownCPips(), listed);
+                }();
+                reports.append(report);
+            }
+            press(QStringLiteral("Ok"));
+        }
+        return reports;
     }
     QList<QVariantList> rows(const QString &sql)
     {
@@ -209,6 +280,71 @@ private slots:
         QCOMPARE(program_->state().cricketMarks[1][1], 3);
         const auto darts = rows(QStringLiteral("SELECT count(*) FROM gamesdarts"));
         QCOMPARE(darts[0][0].toInt(), 1 + 6);
+    }
+
+    // The Master wins a 501 against a player who misses every dart: the
+    // game's row, the records beside the board, and the same seed playing
+    // the same game again.
+    void a501AgainstTheMaster()
+    {
+        const QStringList reports = loseA501ToTheMaster();
+        QCOMPARE(startButton()->text(), QStringLiteral("Play Again"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("I won!"));
+        QCOMPARE(messages_.shown.last().title, QStringLiteral("Good Game!"));
+        const QString column = control<QLabel>("p1ScoreText")->text();
+        QVERIFY(column.startsWith(QStringLiteral("501\n")) && column.endsWith(QStringLiteral("\nWinner!")));
+        QCOMPARE(gameText(), QStringLiteral("\nI won that one.\n\nClick \"Play Again\" to play the "
+                                            "same game, or \"Quit Game\" to change options."));
+
+        const auto games = rows(QStringLiteral(
+            "SELECT gametype, skill, opponent, result, throws, points, bestset, outset FROM games"));
+        QCOMPARE(games.size(), 1);
+        const int annDarts = games[0][4].toInt();
+        QCOMPARE(games[0], (QVariantList{3, 3, "Computer", "L", annDarts, 0, 0, 0}));
+        QVERIFY(annDarts > 0 && annDarts % 3 == 0);
+        const auto darts = rows(QStringLiteral("SELECT count(*) FROM gamesdarts"));
+        QCOMPARE(darts[0][0].toInt(), 1 + annDarts);
+
+        const QString record = QStringLiteral("vs Virtual Pro\nWon: 0  Lost: 1\nBest Leg: 99\nBest out: 0");
+        QCOMPARE(control<QLabel>("rstatsText")->text(), record);
+        QCOMPARE(control<QLabel>("ostatsText")->text(), record);
+        QVERIFY(control<QLabel>("ostatTitleLabel")->isVisible());
+
+        // The same seed throws the same game.
+        cleanup();
+        init();
+        QCOMPARE(loseA501ToTheMaster(), reports);
+        QCOMPARE(control<QLabel>("ostatsText")->text(), record);
+    }
+
+    // The computer's Cricket turn lists its darts without points; quitting
+    // while it throws stops it.
+    void computerCricketTurnsAndQuitting()
+    {
+        startAgainstComputer("opGame_0", "opSkill_0");
+        throwDarts({QStringLiteral("M")});
+        press(QStringLiteral("Confirm Dart"));
+        QVERIFY(gameText().contains(QStringLiteral("I go first")));
+        press(QStringLiteral("Ok"));
+        const QString report = computerReport();
+        QVERIFY(report.startsWith(QStringLiteral("\nI threw: ")));
+        QVERIFY(!report.contains(QStringLiteral(" for ")));
+        QCOMPARE(control<QLabel>("rstatsText")->text(), QStringLiteral("vs Virtual Beginner\nWon: 0  Lost: 0"));
+        press(QStringLiteral("Ok"));
+        QCOMPARE(program_->state().currentThrower, 2);
+        throwDarts({"M", "M", "M"});
+        press(QStringLiteral("Ok"));
+
+        // Quit after the first dart of the computer's next turn.
+        QTimer *timer = control<QTimer>("ThrowTimer");
+        QTRY_COMPARE(shownCPips(), 1);
+        messages_.answers = {true};
+        QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
+        QVERIFY(!timer->isActive());
+        QTest::qWait(20);
+        QCOMPARE(shownCPips(), 0);
+        QCOMPARE(startButton()->text(), QStringLiteral("Start Game"));
+        QVERIFY(control<QLabel>("rstatsText")->isHidden());
     }
 };
 

@@ -331,11 +331,7 @@ private slots:
         QVERIFY(!control<QGroupBox>(window, "fraLowSamples")->isHidden());
         QVERIFY(!control<QLabel>(window, "lblWildness")->isVisibleTo(window));
         // Choosing the computer applies the rule with the count from entering play.
-        auto chooseComputer = [window] {
-            auto *computer = control<QRadioButton>(window, "opOpponent_0");
-            computer->setEnabled(true);
-            computer->click();
-        };
+        auto chooseComputer = [window] { control<QRadioButton>(window, "opOpponent_0")->click(); };
         action(window, "mnuModePlay")->trigger();
         chooseComputer();
         QCOMPARE(control<QLabel>(window, "Label53")->text(), QStringLiteral("1 more samples needed."));
@@ -354,6 +350,18 @@ private slots:
         chooseComputer();
         QVERIFY(control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());
         QVERIFY(control<QRadioButton>(window, "opSkill_3")->isEnabled());
+
+        // The mood factor shows for "You" against the computer only.
+        auto *mood = control<QGroupBox>(window, "fraMoodFactor");
+        control<QRadioButton>(window, "opSkill_3")->click();
+        QVERIFY(!mood->isHidden() && mood->isEnabled());
+        control<QRadioButton>(window, "opOpponent_1")->click();
+        QVERIFY(mood->isHidden());
+        QVERIFY(!control<QRadioButton>(window, "opSkill_0")->isEnabled());
+        chooseComputer();
+        QVERIFY(!mood->isHidden());
+        control<QRadioButton>(window, "opSkill_0")->click();
+        QVERIFY(mood->isHidden() && !mood->isEnabled());
     }
 
     // The alert box shows the newest texts and returns however it is hidden.

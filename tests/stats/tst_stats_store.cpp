@@ -1,3 +1,4 @@
+#include "stats/game_record.h"
 #include "stats/stats_store.h"
 
 #include <QDateTime>
@@ -80,6 +81,8 @@ private slots:
     void closedStoreRefusesWrites();
     void lockedDatabaseFailsCleanlyAndRecovers();
     void batchRollsBackWhatItDidNotCommit();
+    void gameRecordCountsOneTypeAndSkill();
+    void recordTextsNameTheOpponent();
 
 private:
     std::unique_ptr<QTemporaryDir> dir_;
@@ -325,6 +328,60 @@ void TestStatsStore::batchRollsBackWhatItDidNotCommit()
     QCOMPARE(db.value(QStringLiteral("SELECT group_concat(targetValue) FROM statstargets"))
                  .toString(),
              QStringLiteral("19"));
+}
+
+void TestStatsStore::gameRecordCountsOneTypeAndSkill()
+{
+    const qint64 ann = *store_.insertPlayer(QStringLiteral("Ann"));
+    const qint64 bob = *store_.insertPlayer(QStringLiteral("Bob"));
+    QCOMPARE(*store_.gameRecord(ann, 3, 3), (GameRecordFigures{0, 0, 99, 0}));
+
+    auto game = [&](qint64 player, int type, int skill, const char *result, int throws, int outSet) {
+        const qint64 id = *store_.insertGame({player, type, skill, QStringLiteral("Computer")});
+        if (*result)
+            QVERIFY(store_.finishGame(id, {QString::fromLatin1(result), throws, 0, 0, outSet}));
+    };
+    // Only lost 501s at Master: no best leg, no best out.
+    game(ann, 3, 3, "L", 30, 0);
+    QCOMPARE(*store_.gameRecord(ann, 3, 3), (GameRecordFigures{0, 1, 99, 0}));
+    game(ann, 3, 3, "W", 24, 81);
+    game(ann, 3, 3, "W", 18, 40);
+    game(ann, 3, 3, "", 0, 0); // quit: no result
+    // Other games that must not count: another skill, type, player.
+    game(ann, 3, 2, "W", 9, 170);
+    game(ann, 2, 3, "W", 12, 160);
+    game(bob, 3, 3, "W", 15, 100);
+    QCOMPARE(*store_.gameRecord(ann, 3, 3), (GameRecordFigures{2, 1, 18, 81}));
+    // Cricket keeps no best leg or best out.
+    game(ann, 1, 3, "W", 20, 0);
+    QCOMPARE(*store_.gameRecord(ann, 1, 3), (GameRecordFigures{1, 0, 99, 0}));
+
+    store_.close();
+    QVERIFY(!store_.gameRecord(ann, 3, 3));
+    QVERIFY(!store_.lastError().isEmpty());
+}
+
+void TestStatsStore::recordTextsNameTheOpponent()
+{
+    const QString ann = QStringLiteral("Ann O'Hara");
+    QCOMPARE(recordOpponentName(1, 1, false, {}, ann), QStringLiteral("Virtual Beginner"));
+    QCOMPARE(recordOpponentName(1, 2, false, {}, ann), QStringLiteral("Virtual Player"));
+    QCOMPARE(recordOpponentName(1, 3, false, {}, ann), QStringLiteral("Virtual Pro"));
+    QCOMPARE(recordOpponentName(1, 4, false, {}, ann), QStringLiteral("Virtual Ann O'Hara"));
+    QCOMPARE(recordOpponentName(2, 1, true, QStringLiteral("Bob"), ann), QStringLiteral("e-Bob"));
+    QCOMPARE(recordOpponentName(2, 1, false, QStringLiteral("Bob"), ann), QStringLiteral("Bob"));
+
+    LocalTallies tallies;
+    tallies.localWins = 2;
+    tallies.localLosses = 1;
+    tallies.localBestOut = 40;
+    tallies.localBestLeg = 18;
+    const RecordTexts x01 = gameRecordTexts(QStringLiteral("Virtual Pro"), 3, tallies, {5, 7, 99, 0});
+    QCOMPARE(x01.thisRound, QStringLiteral("vs Virtual Pro\nWon: 2  Lost: 1\nBest Leg: 18\nBest out: 40"));
+    QCOMPARE(x01.overall, QStringLiteral("vs Virtual Pro\nWon: 5  Lost: 7\nBest Leg: 99\nBest out: 0"));
+    const RecordTexts cricket = gameRecordTexts(QStringLiteral("Bob"), 1, tallies, {5, 7, 99, 0});
+    QCOMPARE(cricket.thisRound, QStringLiteral("vs Bob\nWon: 2  Lost: 1"));
+    QCOMPARE(cricket.overall, QStringLiteral("vs Bob\nWon: 5  Lost: 7"));
 }
 
 QTEST_GUILESS_MAIN(TestStatsStore)

@@ -1,0 +1,93 @@
+// The computer playing 501 (double out) against itself at each fixed level,
+// through the rules alone: the same aim, throw model, turn and set scoring
+// the game uses, without widgets or timers. Prints games per second, the
+// darts the winner needed per leg and the three-dart average.
+//
+//   bench_computer_games [games per level] [seed]
+
+#include "games/x01_rules.h"
+#include "opponent/computer_turn_rules.h"
+#include "opponent/throw_model.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+#include <cstdio>
+
+using namespace tavrix;
+
+namespace {
+
+struct LevelFigures {
+    qint64 legDarts = 0;    // darts of the winners
+    qint64 thrown = 0;      // darts of both sides
+    qint64 scored = 0;      // points that stayed on the board (busts score 0)
+    int longestLeg = 0;
+};
+
+struct Side {
+    int remaining = 501;
+    int darts = 0;
+};
+
+// One leg; returns the winner's darts.
+int playLeg(const SkillProfile &profile, const CheckoutChart &chart, QRandomGenerator &random,
+            int first, LevelFigures &figures)
+{
+    std::array<Side, 2> sides{};
+    for (int p = first;; p = 1 - p) {
+        Side &side = sides[p];
+        ComputerX01Turn turn(side.remaining, true);
+        SetDarts darts{};
+        while (!turn.over()) {
+            const DartScore target = computerX01Target(turn.doubledIn, turn.remaining, true, chart);
+            const BoardPoint aim = targetPoint(target);
+            const SimulatedDart dart = simulateThrow(profile, random, aim.x, aim.y);
+            darts[turn.dartCount()] = BoardPoint{dart.x, dart.y};
+            turn.count(dart.x, dart.y, dart.description);
+        }
+        const X01Set set = scoreX01Set(darts, side.remaining, true);
+        side.darts += turn.dartCount();
+        figures.thrown += turn.dartCount();
+        const X01Outcome outcome = x01Outcome(set.remaining, true, set.lastMultiplier);
+        if (outcome == X01Outcome::Bust)
+            continue;
+        figures.scored += side.remaining - set.remaining;
+        side.remaining = set.remaining;
+        if (outcome == X01Outcome::Win)
+            return side.darts;
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication app(argc, argv);
+    const int games = argc > 1 ? std::max(1, QString::fromLocal8Bit(argv[1]).toInt()) : 20000;
+    const quint32 seed = argc > 2 ? QString::fromLocal8Bit(argv[2]).toUInt() : 20261123;
+    CheckoutChart chart;
+    chart.load(bundledChartRows());
+
+    std::printf("501, double out, computer against itself, %d games per level, seed %u\n", games,
+                seed);
+    std::printf("%-9s %12s %14s %12s %12s\n", "level", "games/s", "darts/leg", "longest", "3-dart avg");
+    const char *const names[] = {"B-Player", "A-Player", "Master"};
+    for (int skill = SkillBPlayer; skill <= SkillMaster; ++skill) {
+        const SkillProfile profile = fixedSkillProfile(skill);
+        QRandomGenerator random(seed);
+        LevelFigures figures;
+        QElapsedTimer timer;
+        timer.start();
+        for (int g = 0; g < games; ++g) {
+            const int darts = playLeg(profile, chart, random, g % 2, figures);
+            figures.legDarts += darts;
+            figures.longestLeg = std::max(figures.longestLeg, darts);
+        }
+        const double seconds = timer.nsecsElapsed() / 1e9;
+        std::printf("%-9s %12.0f %14.2f %12d %12.2f\n", names[skill - 1], games / seconds,
+                    double(figures.legDarts) / games, figures.longestLeg,
+                    3.0 * double(figures.scored) / double(figures.thrown));
+    }
+    return 0;
+}

@@ -1,0 +1,174 @@
+// The simulated dart and the computer's 301/501 turn, without widgets.
+
+#include "opponent/computer_turn_rules.h"
+#include "opponent/throw_model.h"
+
+#include <QTest>
+
+#include <cmath>
+
+using namespace tavrix;
+
+namespace {
+
+CheckoutChart bundledChart()
+{
+    CheckoutChart chart;
+    chart.load(bundledChartRows());
+    return chart;
+}
+
+} // namespace
+
+class TestThrowModel : public QObject {
+    Q_OBJECT
+
+private slots:
+    // The four draws come in a fixed order from the one generator: a seed
+    // repeats the darts, and a wild dart (three draws) keeps the next dart
+    // in step with the same sequence of numbers.
+    void drawsInOrderFromTheGenerator()
+    {
+        SkillProfile profile = fixedSkillProfile(SkillBPlayer);
+        profile.wildness = 0.5;
+        QRandomGenerator thrower(1234);
+        QRandomGenerator mirror(1234);
+        int wild = 0;
+        for (int i = 0; i < 200; ++i) {
+            const SimulatedDart dart = simulateThrow(profile, thrower, 10, -20);
+            double distance = 0;
+            if (mirror.generateDouble() > profile.wildness) {
+                const DistanceBand band = profile.skillRadii[int(4 * mirror.generateDouble())];
+                distance = band.low + (band.high - band.low) * mirror.generateDouble();
+            } else {
+                ++wild;
+                distance = 202 * mirror.generateDouble();
+            }
+            const double theta = mirror.generateDouble() * 2 * Pi;
+            QCOMPARE(dart.x, 10 + distance * std::cos(theta));
+            QCOMPARE(dart.y, -20 + distance * std::sin(theta));
+            QCOMPARE(dart.description, dartDescriptionFromXY(dart.x, dart.y));
+        }
+        QVERIFY(wild > 50 && wild < 150);
+    }
+
+    // Over a large sample of each level: normal darts stay inside the last
+    // band, each band takes a quarter, directions are uniform, and the darts
+    // beyond the last band match the wild share that can reach there.
+    void largeSamplesFollowTheProfile_data()
+    {
+        QTest::addColumn<int>("skill");
+        QTest::newRow("B-Player") << int(SkillBPlayer);
+        QTest::newRow("A-Player") << int(SkillAPlayer);
+        QTest::newRow("Master") << int(SkillMaster);
+    }
+    void largeSamplesFollowTheProfile()
+    {
+        QFETCH(int, skill);
+        const int n = 200000;
+        const SkillProfile profile = fixedSkillProfile(skill);
+        SkillProfile tame = profile;
+        tame.wildness = 0;
+        QRandomGenerator random(99);
+
+        std::array<int, 4> bands{};
+        std::array<int, 8> octants{};
+        for (int i = 0; i < n; ++i) {
+            const SimulatedDart dart = simulateThrow(tame, random, 0, 0);
+            const double d = std::hypot(dart.x, dart.y);
+            QVERIFY(d <= profile.skillRadii[3].high + 1e-9);
+            int band = 0;
+            while (band < 3 && d > profile.skillRadii[band].high)
+                ++band;
+            QVERIFY(d >= profile.skillRadii[band].low - 1e-9);
+            ++bands[band];
+            ++octants[std::min(7, int(angleFromXY(dart.x, dart.y) / 45))];
+        }
+        // Four standard deviations of a binomial count.
+        auto near = [](int count, double share, int total) {
+            const double mean = share * total;
+            return std::abs(count - mean) <= 4 * std::sqrt(mean * (1 - share));
+        };
+        for (int count : bands)
+            QVERIFY2(near(count, 0.25, n), qPrintable(QString::number(count)));
+        for (int count : octants)
+            QVERIFY2(near(count, 0.125, n), qPrintable(QString::number(count)));
+
+        int beyond = 0;
+        for (int i = 0; i < n; ++i) {
+            const SimulatedDart dart = simulateThrow(profile, random, 0, 0);
+            if (std::hypot(dart.x, dart.y) > profile.skillRadii[3].high)
+                ++beyond;
+        }
+        const double reach = profile.wildness * (1 - profile.skillRadii[3].high / 202);
+        QVERIFY2(near(beyond, reach, n), qPrintable(QString::number(beyond)));
+        // The B-Player's median lies near 1.5 inches.
+        if (skill == SkillBPlayer)
+            QVERIFY(std::abs(bands[0] + bands[1] - n / 2) < n / 100);
+    }
+
+    void computerAimsAsTheChartSays()
+    {
+        const CheckoutChart chart = bundledChart();
+        QCOMPARE(computerX01Target(false, 40, true, chart), (DartScore{2, 20}));
+        QCOMPARE(computerX01Target(true, 40, true, chart), (DartScore{2, 20}));
+        QCOMPARE(computerX01Target(true, 501, true, chart), (DartScore{3, 20}));
+        // No double-out finish from 159: treble 20.
+        QCOMPARE(computerX01Target(true, 159, true, chart), (DartScore{3, 20}));
+        QCOMPARE(computerX01Target(true, 50, true, chart).number, 25);
+        QCOMPARE(targetPoint({2, 25}), (BoardPoint{0, 0}));
+        QCOMPARE(scoreFromXY(targetPoint({3, 19}).x, targetPoint({3, 19}).y), (DartScore{3, 19}));
+    }
+
+    // Every dart lowers the live score (which only steers the aim and the
+    // early end); the turn's points count from the doubling dart on. The
+    // turn ends early at 1 or less; wires and misses score nothing.
+    void aTurnCountsItsDarts()
+    {
+        const BoardPoint t20 = targetPoint({3, 20});
+        const BoardPoint d16 = targetPoint({2, 16});
+        ComputerX01Turn notIn(301, false);
+        notIn.count(t20.x, t20.y, QStringLiteral("Triple 20"));
+        QCOMPARE(notIn.remaining, 241);
+        QCOMPARE(notIn.turnPoints, 0);
+        notIn.count(d16.x, d16.y, QStringLiteral("Double 16"));
+        QVERIFY(notIn.doubledIn);
+        notIn.count(t20.x, t20.y, QStringLiteral("Triple 20"));
+        QCOMPARE(notIn.remaining, 241 - 32 - 60);
+        QCOMPARE(notIn.turnPoints, 92);
+        QVERIFY(notIn.over());
+
+        ComputerX01Turn finish(32, true);
+        finish.count(d16.x, d16.y, QStringLiteral("Double 16"));
+        QCOMPARE(finish.remaining, 0);
+        QVERIFY(finish.over());
+        QCOMPARE(finish.dartCount(), 1);
+
+        ComputerX01Turn misses(60, true);
+        misses.count(300, 0, QStringLiteral("Missed board"));
+        // On the wire between the single and the treble ring of the 20.
+        misses.count(0, 113.5, QStringLiteral("Bounce-out"));
+        QCOMPARE(misses.remaining, 60);
+        QVERIFY(!misses.over());
+        ComputerX01Turn bust(3, true);
+        bust.count(t20.x, t20.y, QStringLiteral("Triple 20"));
+        QVERIFY(bust.over());
+    }
+
+    void theReportListsTheDarts()
+    {
+        QCOMPARE(computerTurnReport(QStringLiteral("I"),
+                                    {"Triple 20", "Single 5", "Double 1"}, 67),
+                 QStringLiteral("\nI threw: Triple 20, Single 5, and Double 1 for 67 points."
+                                "\n\n(Click \"Ok\" to continue)"));
+        QCOMPARE(computerTurnReport(QStringLiteral("I"), {"Double 20"}, 40),
+                 QStringLiteral("\nI threw: Double 20 for 40 points. (dart(s) withheld)"
+                                "\n\n(Click \"Ok\" to continue)"));
+        QCOMPARE(computerTurnReport(QStringLiteral("Bob"), {"Bull", "Bounce-out"}, std::nullopt),
+                 QStringLiteral("\nBob threw: Bull, and Bounce-out (dart(s) withheld)"
+                                "\n\n(Click \"Ok\" to continue)"));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestThrowModel)
+#include "tst_throw_model.moc"
