@@ -64,7 +64,8 @@ GameFlow::GameFlow(const Context &context, QObject *parent)
     computerTurns_ = new ComputerTurns(
         {c_.state, c_.sounds, c_.chart, c_.board, c_.frame,
          [this] {
-             return ComputerTurns::X01Standing{scoreHistory_[0].last(), doubledIn_[0]};
+             const int remaining = scoreHistory_[0].isEmpty() ? startScore_ : scoreHistory_[0].last();
+             return ComputerTurns::X01Standing{remaining, doubledIn_[0]};
          },
          [this] { return simpleCricket_; }},
         this);

@@ -6,6 +6,8 @@
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
+#include "games/game_flow.h"
+#include "opponent/computer_turns.h"
 #include "startup/darts_window.h"
 #include "startup/program.h"
 
@@ -315,6 +317,29 @@ private slots:
         init();
         QCOMPARE(loseA501ToTheMaster(), reports);
         QCOMPARE(control<QLabel>("ostatsText")->text(), record);
+    }
+
+    // Darts of a remote player, placed hidden on player 1's markers, are
+    // revealed one a tick and reported under the player's name.
+    void remoteDartsAreRevealed()
+    {
+        control<QRadioButton>("opGame_2")->click();
+        startAgainst(QStringLiteral("Bob"));
+        control<QTimer>("ThrowTimer")->setInterval(0);
+        const QString codes[] = {QStringLiteral("T20"), QStringLiteral("D20")};
+        for (int i = 0; i < 2; ++i) {
+            auto *marker = control<DartMarker>(qPrintable(QStringLiteral("CPips_%1").arg(i)));
+            marker->centreOn(pixel(codes[i]));
+            marker->hide();
+        }
+        ComputerTurns *turns = program_->window()->gameFlow()->computerTurns();
+        turns->setRemoteDarts(2, QStringLiteral("Bob"));
+        turns->computer01Turn();
+        QTRY_VERIFY(startButton()->isEnabled());
+        QCOMPARE(gameText(), QStringLiteral("\nBob threw: Triple 20, and Double 20 for 100 points. "
+                                            "(dart(s) withheld)\n\n(Click \"Ok\" to continue)"));
+        QCOMPARE(shownCPips(), 2);
+        QCOMPARE(sounds_.played.count(QStringLiteral("splat.wav:wait")), 2);
     }
 
     // The computer's Cricket turn lists its darts without points; quitting
