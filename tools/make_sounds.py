@@ -164,16 +164,21 @@ def whistle(rng, seconds):
     return out
 
 
+def sawtooth_voice(rng, seconds, pitch):
+    """A buzzing voice whose pitch at time t is pitch(t), from a random phase."""
+    voice, phase = [], rng.random()
+    for i in range(int(seconds * RATE)):
+        phase = (phase + pitch(i / RATE) / RATE) % 1.0
+        voice.append(2 * phase - 1)
+    return voice
+
+
 def cheer(rng, seconds):
     """A crowd's "yeah": voices on an open vowel, swelling and falling."""
     out = silence(seconds)
     for _ in range(10):
         f0 = rng.uniform(160, 340)
-        voice, phase = [], rng.random()
-        for i in range(int(seconds * RATE)):
-            t = i / RATE
-            phase = (phase + f0 * (1 + 0.08 * math.sin(math.pi * t / seconds)) / RATE) % 1.0
-            voice.append(2 * phase - 1)
+        voice = sawtooth_voice(rng, seconds, lambda t: f0 * (1 + 0.08 * math.sin(math.pi * t / seconds)))
         voice = [a + b for a, b in zip(bandpass(voice, 700, 4), bandpass(voice, 1200, 5))]
         mix(out, voice, 0.0, 0.25)
     return [v * math.sin(math.pi * i / len(out)) for i, v in enumerate(out)]
@@ -202,12 +207,9 @@ def awwww(rng):
     out = silence(seconds)
     for _ in range(8):
         f0 = rng.uniform(170, 320)
-        voice, phase = [], rng.random()
-        for i in range(int(seconds * RATE)):
-            t = i / RATE
-            f = f0 * (1 - 0.28 * t / seconds) * (1 + 0.012 * math.sin(2 * math.pi * 5 * t))
-            phase = (phase + f / RATE) % 1.0
-            voice.append(2 * phase - 1)
+        voice = sawtooth_voice(
+            rng, seconds,
+            lambda t: f0 * (1 - 0.28 * t / seconds) * (1 + 0.012 * math.sin(2 * math.pi * 5 * t)))
         shaped = [a + 0.7 * b for a, b in zip(bandpass(voice, 620, 5), bandpass(voice, 920, 6))]
         mix(out, lowpass(shaped, 2500), rng.uniform(0, 0.08), 0.3)
     for i in range(len(out)):

@@ -3,6 +3,7 @@
 
 #include "../support/fake_messages.h"
 #include "../support/sound_log.h"
+#include "../support/test_home.h"
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
@@ -56,7 +57,7 @@ QPoint wirePixel()
 class TestBoardInput : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> dir_;
+    std::unique_ptr<TestHome> home_;
     FakeMessages messages_;
     SoundLog sounds_;
     HandoffLog handoffs_;
@@ -100,17 +101,10 @@ class TestBoardInput : public QObject {
 private slots:
     void init()
     {
-        dir_ = std::make_unique<QTemporaryDir>();
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir_->path());
-        const QString db = dir_->filePath(QStringLiteral("tavrix.db"));
-        {
-            StatsStore seed(QStringLiteral("seed"));
-            QVERIFY(seed.open(db));
-            QVERIFY(seed.insertPlayer(QStringLiteral("Ann")));
-        }
+        home_ = std::make_unique<TestHome>(QStringList{QStringLiteral("Ann")});
         sounds_ = {};
         handoffs_ = {};
-        program_ = std::make_unique<Program>(messages_, db, &sounds_);
+        program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
         QVERIFY(QTest::qWaitForWindowExposed(program_->window()));
         picture_ = program_->window()->findChild<BoardPicture *>(QStringLiteral("Picture1"));
@@ -264,21 +258,6 @@ private slots:
         QCOMPARE(hover()->text(), QStringLiteral("Triple 20 -- 7 darts."));
         move(above(104));
         QVERIFY(hover()->isHidden());
-    }
-
-    // Twelve different flights per colour, so successive darts look different.
-    void flightPicturesAllDiffer()
-    {
-        QList<QImage> seen;
-        for (FinColor color : {FinColor::Blue, FinColor::Black}) {
-            for (int i = 0; i < 12; ++i) {
-                const QImage image = flightPicture(color, i).toImage();
-                QCOMPARE(image.size(), QSize(60, 60));
-                QVERIFY2(!seen.contains(image), qPrintable(QString::number(i)));
-                seen.append(image);
-            }
-        }
-        QCOMPARE(targetPicture().size(), QSize(16, 16));
     }
 
     // Practice: read-outs follow the pointer, the third dart asks for

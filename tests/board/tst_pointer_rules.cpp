@@ -66,17 +66,6 @@ private slots:
         QCOMPARE(reviewHoverCaption(radius, angle, counts).value_or(QString()), caption);
     }
 
-    void hoverCaptionsByKind()
-    {
-        const QString single20 = dartDescription(150, 90);
-        QCOMPARE(markerHoverCaption(-2, 150, 90, false, {}), QStringLiteral("Dart 2: ") + single20);
-        QCOMPARE(markerHoverCaption(1, 150, 90, false, {}), distanceText(150, false) + QStringLiteral(" from bull."));
-        QCOMPARE(markerHoverCaption(2, 150, 90, false, {}), QStringLiteral("Target: ") + single20);
-        QCOMPARE(markerHoverCaption(3, 150, 90, false, {}), single20);
-        QCOMPARE(markerHoverCaption(0, 150, 90, false, QStringLiteral("kept")), QStringLiteral("kept"));
-        QCOMPARE(playHoverCaption(150, 90, true, true), distanceText(150, true) + QStringLiteral(" from bull."));
-    }
-
     void dragRules()
     {
         // Darts: once the set or the cork is complete, or with the right button.

@@ -46,7 +46,6 @@ private slots:
         QCOMPARE(chart.checkoutDarts(175, true), route({{3, 20}}));
         QCOMPARE(chart.checkoutDarts(175, false), route({{3, 20}, {3, 20}, {1, 25}}));
         QCOMPARE(chart.checkoutDarts(181, false), route({{3, 20}}));
-        QCOMPARE(chart.checkoutDarts(501, true), route({{3, 20}}));
         QCOMPARE(chart.checkoutDarts(100, true), route({{3, 20}, {2, 20}}));
         QCOMPARE(chart.checkoutDarts(100, false), route({{3, 20}, {3, 20}, {1, 20}}));
         // An empty field and a score without a row both fall back to treble 20.
@@ -55,14 +54,12 @@ private slots:
         QCOMPARE(chart.checkoutDarts(2, true), route({{2, 1}}));
         // 1 or less: nothing to recommend.
         QCOMPARE(chart.checkoutDarts(1, false), route({{0, 0}}));
-        QCOMPARE(chart.checkoutDarts(0, true), route({{0, 0}}));
         QCOMPARE(chart.checkoutDarts(-5, true), route({{0, 0}}));
 
         QCOMPARE(chart.routeText(100, true), QStringLiteral("T20, D20"));
         QCOMPARE(chart.routeText(80, true), QString());
         QVERIFY(chart.hasRow(80));
         QVERIFY(!chart.hasRow(57));
-        QCOMPARE(chart.routeText(0, true), QString());
     }
 
     // Rows outside 1..180 and broken fields are rejected; later rows replace
@@ -92,8 +89,6 @@ private slots:
         for (int points = 1; points <= CheckoutChart::MaxPoints; ++points)
             QVERIFY(chart.hasRow(points));
         QCOMPARE(chart.routeText(170, true), QStringLiteral("T20, T20, D25"));
-        QCOMPARE(chart.checkoutDarts(100, true), route({{3, 20}, {2, 20}}));
-        QCOMPARE(chart.routeText(169, true), QString());
 
         store.close();
         CheckoutChart untouched;

@@ -3,6 +3,7 @@
 
 #include "../support/fake_messages.h"
 #include "../support/sound_log.h"
+#include "../support/test_home.h"
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
@@ -44,7 +45,7 @@ QPoint pixel(const QString &code)
 class TestGames : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> dir_;
+    std::unique_ptr<TestHome> home_;
     FakeMessages messages_;
     SoundLog sounds_;
     std::unique_ptr<Program> program_;
@@ -53,10 +54,7 @@ class TestGames : public QObject {
     template <typename T>
     T *control(const char *name)
     {
-        T *found = program_->window()->findChild<T *>(QString::fromLatin1(name));
-        if (!found)
-            qWarning("no control %s", name);
-        return found;
+        return findControl<T>(program_->window(), name);
     }
     QPushButton *startButton() { return control<QPushButton>("btnStartGame"); }
     QString gameText() { return control<QLabel>("gameText")->text(); }
@@ -178,17 +176,10 @@ class TestGames : public QObject {
 private slots:
     void init()
     {
-        dir_ = std::make_unique<QTemporaryDir>();
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir_->path());
-        const QString db = dir_->filePath(QStringLiteral("tavrix.db"));
-        {
-            StatsStore seed(QStringLiteral("seed"));
-            QVERIFY(seed.open(db));
-            QVERIFY(seed.insertPlayer(QStringLiteral("Ann")));
-        }
+        home_ = std::make_unique<TestHome>(QStringList{QStringLiteral("Ann")});
         messages_ = {};
         sounds_ = {};
-        program_ = std::make_unique<Program>(messages_, db, &sounds_);
+        program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
         program_->state().random.seed(7);
         picture_ = control<BoardPicture>("Picture1");

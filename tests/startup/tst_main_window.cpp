@@ -1,6 +1,7 @@
 // Start-up, shutdown, modes and menus, driven through the real main window.
 
 #include "../support/fake_messages.h"
+#include "../support/test_home.h"
 #include "board/board_geometry.h"
 #include "board/board_picture.h"
 #include "dialogs/alert_box.h"
@@ -52,7 +53,7 @@ QAction *action(Darts *window, const char *name)
 template <typename T>
 T *control(QWidget *window, const char *name)
 {
-    return window->findChild<T *>(QString::fromLatin1(name));
+    return findControl<T>(window, name);
 }
 
 int rowCount(StatsStore &store, const QString &sql)
@@ -66,18 +67,11 @@ int rowCount(StatsStore &store, const QString &sql)
 class TestMainWindow : public QObject {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> dir_;
+    std::unique_ptr<TestHome> home_;
     QString dbPath_;
     FakeMessages messages_;
 
-    // A store on the test's database with the given players in it.
-    void seedPlayers(const QStringList &names)
-    {
-        StatsStore seed(QStringLiteral("seed"));
-        QVERIFY(seed.open(dbPath_));
-        for (const QString &name : names)
-            QVERIFY(seed.insertPlayer(name));
-    }
+    void seedPlayers(const QStringList &names) { home_->addPlayers(names); }
 
     // A program started with one player already in the database.
     std::unique_ptr<Program> started(const QString &player = QStringLiteral("Ann"))
@@ -92,9 +86,8 @@ class TestMainWindow : public QObject {
 private slots:
     void init()
     {
-        dir_ = std::make_unique<QTemporaryDir>();
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, dir_->path());
-        dbPath_ = dir_->filePath(QStringLiteral("tavrix.db"));
+        home_ = std::make_unique<TestHome>();
+        dbPath_ = home_->dbPath;
         messages_ = FakeMessages{};
     }
 
@@ -177,7 +170,7 @@ private slots:
     // A database that cannot be opened is reported and ends the program.
     void unopenableDatabaseEndsTheProgram()
     {
-        Program program(messages_, dir_->filePath(QStringLiteral("missing/tavrix.db")));
+        Program program(messages_, home_->dir.filePath(QStringLiteral("missing/tavrix.db")));
         QVERIFY(!program.Main());
         QCOMPARE(program.exitCode(), 1);
         QCOMPARE(messages_.shown.size(), 1);
