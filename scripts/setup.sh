@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Installs what Tavrix needs to build and run on Debian 12, then configures and
 # builds it in ./build. Safe to run again: it installs only what is missing.
+# Options: --with-display also installs a virtual display (Xvfb);
+# --no-build stops after installing.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -9,10 +11,15 @@ packages=(
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite qt6-multimedia-dev libgl1-mesa-dev
   sqlite3
 )
-# Only for starting the program without a display.
-if [ "${1:-}" = "--with-display" ]; then
-  packages+=(xvfb xauth)
-fi
+build=yes
+for option in "$@"; do
+  case "$option" in
+    # Only for starting the program without a display.
+    --with-display) packages+=(xvfb xauth) ;;
+    --no-build) build=no ;;
+    *) echo "setup.sh: unknown option $option" >&2; exit 2 ;;
+  esac
+done
 
 missing=()
 for package in "${packages[@]}"; do
@@ -28,5 +35,6 @@ if [ "${#missing[@]}" -gt 0 ]; then
     "${missing[@]}"
 fi
 
+[ "$build" = yes ] || exit 0
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build build --parallel "$(nproc)"
