@@ -73,7 +73,7 @@ int main(int argc, char *argv[])
                 seed);
     std::printf("%-9s %12s %14s %12s %12s\n", "level", "games/s", "darts/leg", "longest", "3-dart avg");
     const char *const names[] = {"B-Player", "A-Player", "Master"};
-    for (int skill = SkillBPlayer; skill <= SkillMaster; ++skill) {
+    for (const SkillLevel skill : {SkillLevel::BPlayer, SkillLevel::APlayer, SkillLevel::Master}) {
         const SkillProfile profile = fixedSkillProfile(skill);
         QRandomGenerator random(seed);
         LevelFigures figures;
@@ -85,7 +85,7 @@ int main(int argc, char *argv[])
             figures.longestLeg = std::max(figures.longestLeg, darts);
         }
         const double seconds = timer.nsecsElapsed() / 1e9;
-        std::printf("%-9s %12.0f %14.2f %12d %12.2f\n", names[skill - 1], games / seconds,
+        std::printf("%-9s %12.0f %14.2f %12d %12.2f\n", names[code(skill) - 1], games / seconds,
                     double(figures.legDarts) / games, figures.longestLeg,
                     3.0 * double(figures.scored) / double(figures.thrown));
     }

@@ -151,4 +151,12 @@ QString truncatedText(double value, double scale)
     return shortestNumber(truncated(value, scale));
 }
 
+BoardPoint onMarkerGrid(BoardPoint at, int side)
+{
+    const double half = side / 2.0;
+    const double left = qRound(boardCenter + at.x - half);
+    const double top = qRound(boardCenter - at.y - half);
+    return boardFromPicture(left + half, top + half);
+}
+
 } // namespace tavrix

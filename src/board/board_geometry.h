@@ -120,6 +120,13 @@ double lesserOf(double a, double b);
 // Conversion between picture pixels (column, row) and board positions.
 BoardPoint boardFromPicture(double column, double row);
 
+// Markers are squares of these sides in picture pixels, and stand on whole
+// pixels: a dart or target shown on the board is where its marker's centre
+// is, which onMarkerGrid gives for any board position.
+inline constexpr int flightMarkerSide = 60;
+inline constexpr int targetMarkerSide = 16;
+BoardPoint onMarkerGrid(BoardPoint at, int side);
+
 // Distances and angles as the user sees them: truncated, never rounded, in the
 // user's locale. `useCms` picks centimetres over inches.
 QString distanceText(double boardUnits, bool useCms);

@@ -2,48 +2,35 @@
 
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
-#include "practice/practice_frame.h"
-#include "startup/shared_state.h"
-#include "startup/sounds.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QPushButton>
-
-#include <cmath>
+#include <QRandomGenerator>
 
 namespace tavrix {
 
 namespace {
 
-double radiusOf(double x, double y)
+QPointF pictureFrom(BoardPoint at)
 {
-    return std::hypot(x, y);
-}
-
-QPointF pictureFrom(double boardX, double boardY)
-{
-    return {boardCenter + boardX, boardCenter - boardY};
+    return {boardCenter + at.x, boardCenter - at.y};
 }
 
 } // namespace
 
-BoardInput::BoardInput(BoardPicture *picture, SharedState &state, const BoardControls &controls,
-                       QObject *parent)
+BoardInput::BoardInput(BoardPicture *picture, QRandomGenerator &random, QLabel *scoreHoverText,
+                       const QList<QLabel *> &statsLabels, QObject *parent)
     : QObject(parent)
     , picture_(picture)
-    , state_(state)
-    , controls_(controls)
+    , random_(random)
+    , scoreHoverText_(scoreHoverText)
+    , statsLabels_(statsLabels)
 {
     for (int i = 0; i < 3; ++i) {
-        const std::pair<MarkerArray *, const char *> arrays[] = {
-            {&pips_, "Pips"}, {&cpips_, "CPips"}, {&targetPips_, "TargetPips"}};
-        for (const auto &[array, name] : arrays) {
-            const QString tag = array == &pips_    ? QStringLiteral("pips")
-                                : array == &cpips_ ? QStringLiteral("cpips")
-                                                   : QStringLiteral("targ");
-            auto *marker = new DartMarker(tag, picture_);
+        const std::tuple<MarkerArray *, const char *, const char *> arrays[] = {
+            {&pips_, "Pips", "pips"}, {&cpips_, "CPips", "cpips"}, {&targetPips_, "TargetPips", "targ"}};
+        for (const auto &[array, name, tag] : arrays) {
+            auto *marker = new DartMarker(QString::fromLatin1(tag), picture_);
             marker->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(i));
             (*array)[i] = marker;
         }
@@ -52,9 +39,23 @@ BoardInput::BoardInput(BoardPicture *picture, SharedState &state, const BoardCon
     picture_->installEventFilter(this);
 }
 
-const MarkerArray &BoardInput::throwerPips() const
+const MarkerArray &BoardInput::markers(MarkerSet set) const
 {
-    return state_.currentThrower == 1 ? cpips_ : pips_;
+    switch (set) {
+    case MarkerSet::Local:
+        return pips_;
+    case MarkerSet::Opponent:
+        return cpips_;
+    case MarkerSet::Target:
+        break;
+    }
+    return targetPips_;
+}
+
+void BoardInput::setMarking(MarkerSet set, int placed)
+{
+    marking_ = set;
+    placed_ = placed;
 }
 
 void BoardInput::hidePips()
@@ -67,6 +68,47 @@ void BoardInput::hidePips()
     }
 }
 
+void BoardInput::showMarker(MarkerSet set, int index, BoardPoint at, int flight)
+{
+    DartMarker *marker = markers(set)[index];
+    marker->setFlight(flight);
+    marker->centreOn(pictureFrom(at));
+    marker->setEnabled(true);
+    marker->show();
+    marker->raise();
+    // Targets stay visible over the flights, the hover text over both.
+    for (DartMarker *target : targetPips_)
+        target->raise();
+    scoreHoverText_->raise();
+}
+
+void BoardInput::placeTarget(int index, BoardPoint at, bool visible)
+{
+    DartMarker *target = targetPips_[index];
+    target->centreOn(pictureFrom(at));
+    if (visible) {
+        target->show();
+        target->setEnabled(true);
+        target->raise();
+    }
+}
+
+void BoardInput::hideMarkersFrom(MarkerSet set, int index)
+{
+    const MarkerArray &array = markers(set);
+    for (int i = index; i < 3; ++i) {
+        array[i]->hide();
+        array[i]->setEnabled(false);
+        array[i]->move(-1, -1);
+    }
+}
+
+BoardPoint BoardInput::markerPoint(const DartMarker *marker)
+{
+    const QPointF centre = marker->centre();
+    return boardFromPicture(centre.x(), centre.y());
+}
+
 MarkerRects BoardInput::rects(const MarkerArray &markers) const
 {
     MarkerRects rects;
@@ -77,39 +119,37 @@ MarkerRects BoardInput::rects(const MarkerArray &markers) const
     return rects;
 }
 
+int BoardInput::closestPipIndex(const MarkerArray &markers, double x, double y) const
+{
+    return closestMarkerIndex(rects(markers), placed_, x, y);
+}
+
+int BoardInput::closestIndex(MarkerSet set, QPointF pixel) const
+{
+    return closestPipIndex(markers(set), pixel.x(), pixel.y());
+}
+
 DartMarker *BoardInput::closestPip(double x, double y) const
 {
     double best = noMarker;
     DartMarker *found = nullptr;
     auto search = [&](const MarkerArray &markers) {
         double distance = noMarker;
-        const int i = closestMarkerIndex(rects(markers), state_.pipCount, x, y, &distance);
+        const int i = closestMarkerIndex(rects(markers), placed_, x, y, &distance);
         if (i != noMarker && distance < best) {
             best = distance;
             found = markers[i];
         }
     };
-    search(throwerPips());
-    // Targets move only when they will be recorded with the local player's darts.
-    if (state_.keepStats && state_.currentThrower == 2)
+    search(markers(marking_));
+    if (targetsMovable_)
         search(targetPips_);
     return found;
 }
 
-int BoardInput::closestPipIndex(const MarkerArray &markers, double x, double y) const
-{
-    return closestMarkerIndex(rects(markers), state_.pipCount, x, y);
-}
-
-bool BoardInput::overPip(double x, double y) const
-{
-    return onMarker(rects(throwerPips()), state_.pipCount, x, y)
-           || onMarker(rects(targetPips_), state_.pipCount, x, y);
-}
-
 bool BoardInput::overLabel(double x, double y) const
 {
-    for (const QLabel *label : controls_.statsLabels) {
+    for (const QLabel *label : statsLabels_) {
         if (rectContains(QRectF(label->geometry()), x, y))
             return true;
     }
@@ -124,19 +164,17 @@ bool BoardInput::overChat(double x, double y) const
     return rectContains(QRectF(chat_->frameGeometry()), onScreen.x(), onScreen.y());
 }
 
-double BoardInput::pipX(const DartMarker *marker)
+MarkerSet BoardInput::setOf(const DartMarker *marker) const
 {
-    return marker->centre().x() - boardCenter;
+    if (marker->isTarget())
+        return MarkerSet::Target;
+    return marker->tag() == QLatin1String("pips") ? MarkerSet::Local : MarkerSet::Opponent;
 }
 
-double BoardInput::pipY(const DartMarker *marker)
+int BoardInput::indexOf(const DartMarker *marker) const
 {
-    return boardCenter - marker->centre().y();
-}
-
-DartScore BoardInput::pipScore(const DartMarker *marker)
-{
-    return scoreFromXY(pipX(marker), pipY(marker));
+    const MarkerArray &array = markers(setOf(marker));
+    return static_cast<int>(std::find(array.begin(), array.end(), marker) - array.begin());
 }
 
 bool BoardInput::eventFilter(QObject *watched, QEvent *event)
@@ -168,7 +206,7 @@ bool BoardInput::eventFilter(QObject *watched, QEvent *event)
 }
 
 // The marker shown at a picture point, whichever array it belongs to: the
-// thrower's darts first, then the targets, then the other player's darts.
+// marked set first, then the targets, then the other player's darts.
 static DartMarker *markerAt(const std::initializer_list<const MarkerArray *> arrays, QPointF at)
 {
     for (const MarkerArray *array : arrays) {
@@ -193,150 +231,83 @@ void BoardInput::pointerMoved(QPointF at)
         pointerLeft();
         return;
     }
-    const MarkerArray &other = state_.currentThrower == 1 ? pips_ : cpips_;
-    if (DartMarker *marker = markerAt({&throwerPips(), &targetPips_, &other}, at)) {
-        if (marker->isTarget()) {
-            showScoreHover(x, y, 2);
-            return;
-        }
-        const bool blue = marker->tag() == QLatin1String("pips");
-        const int k = closestPipIndex(blue ? pips_ : cpips_, x, y);
-        if (blue && state_.currentMode == ModePractice) {
-            if (state_.pipCount < 3)
-                boardMoved(x, y);
-        } else if (blue && state_.currentMode == ModeReview) {
-            // Nothing to say over a marker in review.
-        } else if (k != noMarker) {
-            showScoreHover(x, y, -(k + 1));
+    PointerSpot spot;
+    spot.at = boardFromPicture(x, y);
+    spot.pixel = at;
+    const MarkerArray &other = marking_ == MarkerSet::Opponent ? pips_ : cpips_;
+    if (const DartMarker *marker = markerAt({&markers(marking_), &targetPips_, &other}, at)) {
+        spot.set = setOf(marker);
+        if (spot.set == MarkerSet::Target) {
+            spot.over = PointerSpot::Over::Target;
         } else {
-            boardMoved(x, y);
+            spot.over = PointerSpot::Over::Dart;
+            spot.index = closestPipIndex(markers(spot.set), x, y);
         }
-        return;
-    }
-    if (overLabel(x, y)) {
+    } else if (overLabel(x, y)) {
         bool onShownLabel = false;
-        for (const QLabel *label : controls_.statsLabels)
+        for (const QLabel *label : std::as_const(statsLabels_))
             onShownLabel |= !label->isHidden() && rectContains(QRectF(label->geometry()), x, y);
-        if (onShownLabel && state_.pipCount < 3)
-            showScoreHover(x, y, state_.throwPhase);
+        // A hidden label's place still swallows the pointer.
+        if (!onShownLabel)
+            return;
+        spot.over = PointerSpot::Over::Label;
+    } else if (overChat(x, y)) {
         return;
     }
-    if (overChat(x, y))
-        return;
-    boardMoved(x, y);
+    if (controller_)
+        controller_->pointerOver(spot);
 }
 
 void BoardInput::pointerLeft()
 {
-    // After the last dart of a set, or the cork dart, the last text stays.
-    if (state_.pipCount == 3 || state_.throwPhase == 2)
-        return;
-    if (controls_.scoreHoverText)
-        controls_.scoreHoverText->hide();
+    if (controller_)
+        controller_->pointerLeft();
 }
 
-void BoardInput::setMouse(double x, double y)
+void BoardInput::showHover(const QString &text, QPointF pixel)
 {
-    const BoardPoint point = boardFromPicture(x, y);
-    mouseX_ = point.x;
-    mouseY_ = point.y;
+    scoreHoverText_->setText(text);
+    scoreHoverText_->adjustSize();
+    const QPointF corner = hoverTopLeft(pixel.x(), pixel.y(), scoreHoverText_->size(), picture_->width(), true);
+    scoreHoverText_->move(corner.toPoint());
+    scoreHoverText_->show();
+    scoreHoverText_->raise();
 }
 
-void BoardInput::boardMoved(double x, double y)
+void BoardInput::showMarkerHover(int kind, QPointF pixel, bool useCms)
 {
-    setMouse(x, y);
-    const double r = radiusOf(mouseX_, mouseY_);
-    const double a = angleFromXY(mouseX_, mouseY_);
-    QLabel *hover = controls_.scoreHoverText;
-    switch (state_.currentMode) {
-    case ModePractice:
-        if (state_.pipCount >= 3)
-            return;
-        practiceReadout(state_.pipCount, r, a);
-        hover->setText(dartDescription(r, a));
-        positionHover(x, y);
-        break;
-    case ModeReview:
-        reviewHover(r, a, x, y);
-        break;
-    case ModePlay:
-        if (state_.throwPhase == 2 || state_.pipCount >= 3) {
-            hover->hide();
-            return;
-        }
-        hover->setText(playHoverCaption(r, a, state_.throwPhase == 1, state_.useCms));
-        positionHover(x, y);
-        break;
-    default:
-        break;
-    }
+    const BoardPoint at = boardFromPicture(pixel.x(), pixel.y());
+    scoreHoverText_->setText(markerHoverCaption(kind, std::hypot(at.x, at.y), angleFromXY(at.x, at.y),
+                                                useCms, scoreHoverText_->text()));
+    scoreHoverText_->adjustSize();
+    scoreHoverText_->move(
+        hoverTopLeft(pixel.x(), pixel.y(), scoreHoverText_->size(), picture_->width(), false).toPoint());
+    scoreHoverText_->show();
+    scoreHoverText_->raise();
 }
 
-void BoardInput::reviewHover(double radius, double angle, double x, double y)
+void BoardInput::hideHover()
 {
-    QLabel *hover = controls_.scoreHoverText;
-    const std::optional<QString> caption = reviewHoverCaption(radius, angle, state_.reviewCounts);
-    if (!caption) {
-        hover->hide();
-        return;
-    }
-    hover->setText(*caption);
-    positionHover(x, y);
+    scoreHoverText_->hide();
 }
 
-void BoardInput::practiceReadout(int row, double radius, double angle)
+QString BoardInput::hoverText() const
 {
-    PracticeFrame *practice = controls_.practice;
-    if (!practice || row < 0 || row > 2)
-        return;
-    // Distance and angle are measured from the practice target, the
-    // description from the bull.
-    const double dx = mouseX_ - state_.targetX;
-    const double dy = mouseY_ - state_.targetY;
-    practice->rdisttext[row]->setText(distanceText(radiusOf(dx, dy), state_.useCms));
-    practice->angleText[row]->setText(degreesText(angleFromXY(dx, dy)));
-    practice->scoreText[row]->setText(dartDescription(radius, angle));
-}
-
-void BoardInput::positionHover(double x, double y)
-{
-    QLabel *hover = controls_.scoreHoverText;
-    hover->adjustSize();
-    const QPointF corner = hoverTopLeft(x, y, hover->size(), picture_->width(), true);
-    hover->move(corner.toPoint());
-    hover->show();
-    hover->raise();
-}
-
-void BoardInput::showScoreHover(double x, double y, int kind)
-{
-    setMouse(x, y);
-    const double r = radiusOf(mouseX_, mouseY_);
-    const double a = angleFromXY(mouseX_, mouseY_);
-    QLabel *hover = controls_.scoreHoverText;
-    hover->setText(markerHoverCaption(kind, r, a, state_.useCms, hover->text()));
-    hover->adjustSize();
-    hover->move(hoverTopLeft(x, y, hover->size(), picture_->width(), false).toPoint());
-    hover->show();
-    hover->raise();
+    return scoreHoverText_->text();
 }
 
 void BoardInput::pressed(QPointF at, Qt::MouseButton button)
 {
     clickPending_ = false;
-    const MarkerArray &other = state_.currentThrower == 1 ? pips_ : cpips_;
-    DartMarker *pressedMarker = markerAt({&throwerPips(), &targetPips_, &other}, at);
-    setMouse(at.x(), at.y());
-    if (pressedMarker) {
-        const MarkerKind kind = pressedMarker->isTarget() ? MarkerKind::Target : MarkerKind::Dart;
-        if (dragAllowed(kind, state_.currentMode, state_.pipCount, state_.throwPhase,
-                        button == Qt::RightButton)) {
-            if (DartMarker *marker = closestPip(at.x(), at.y())) {
-                dragging_ = marker;
-                dragStart_ = marker->pos();
-                marker->raise();
-                return;
-            }
+    const MarkerArray &other = marking_ == MarkerSet::Opponent ? pips_ : cpips_;
+    const DartMarker *pressedMarker = markerAt({&markers(marking_), &targetPips_, &other}, at);
+    if (pressedMarker && controller_
+        && controller_->mayDrag(setOf(pressedMarker), button == Qt::RightButton)) {
+        if (DartMarker *marker = closestPip(at.x(), at.y())) {
+            dragging_ = marker;
+            dragStart_ = marker->pos();
+            marker->raise();
+            return;
         }
     }
     clickPending_ = button == Qt::LeftButton;
@@ -348,179 +319,22 @@ void BoardInput::released(QPointF at, Qt::MouseButton button)
     if (dragging_) {
         DartMarker *marker = dragging_;
         dragging_ = nullptr;
-        // Dropped outside the board picture: the marker goes back.
-        if (inside)
-            dropped(marker, at);
-        else
+        // Dropped outside the board picture, the marker goes back.
+        if (!inside) {
             marker->move(dragStart_);
+            return;
+        }
+        marker->centreOn(at);
+        if (controller_)
+            controller_->markerDropped(setOf(marker), indexOf(marker), markerPoint(marker), at);
         return;
     }
     if (clickPending_ && button == Qt::LeftButton && inside) {
         clickPending_ = false;
-        boardClicked();
-    }
-}
-
-void BoardInput::placeMarker(DartMarker *marker, int flight)
-{
-    showMarkerAt(marker, {mouseX_, mouseY_}, flight);
-}
-
-void BoardInput::showMarkerAt(DartMarker *marker, BoardPoint at, int flight)
-{
-    marker->setFlight(flight);
-    marker->centreOn(pictureFrom(at.x, at.y));
-    marker->setEnabled(true);
-    marker->show();
-    marker->raise();
-    // Targets stay visible over the flights, the hover text over both.
-    for (DartMarker *target : targetPips_)
-        target->raise();
-    if (controls_.scoreHoverText)
-        controls_.scoreHoverText->raise();
-}
-
-void BoardInput::landingSound()
-{
-    if (!sounds_)
-        return;
-    if (dartDescriptionFromXY(mouseX_, mouseY_) == QLatin1String("Bounce-out"))
-        sounds_->playBoing(true);
-    else
-        sounds_->playDefaultSound(true);
-}
-
-void BoardInput::boardClicked()
-{
-    const double r = radiusOf(mouseX_, mouseY_);
-    const double a = angleFromXY(mouseX_, mouseY_);
-    // Drawn once per click, whatever the click turns out to do.
-    const int flight = static_cast<int>(state_.random.generateDouble() * 12);
-
-    switch (state_.currentMode) {
-    case ModePractice: {
-        if (state_.pipCount >= 3)
-            return;
-        placeMarker(pips_[state_.pipCount], flight);
-        landingSound();
-        ++state_.pipCount;
-        PracticeFrame *practice = controls_.practice;
-        if (state_.pipCount == 3) {
-            if (practice) {
-                practice->goButton()->setText(QStringLiteral("Confirm Darts"));
-                practice->goButton()->setEnabled(true);
-                practice->targetChoice()->setEnabled(true);
-                practice->generalText()->setText(QStringLiteral("Adjust Darts and \"Confirm\""));
-            }
-            if (handoffs_)
-                handoffs_->doAverageDist();
-        }
-        break;
-    }
-    case ModePlay: {
-        if (state_.gameType < 1 || state_.gameType > 3)
-            return;
-        const MarkerArray &markers = throwerPips();
-        if (state_.throwPhase == 1) {
-            placeMarker(markers[0], flight);
-            state_.pipCount = 1;
-            if (sounds_)
-                sounds_->playDefaultSound(true);
-            controls_.btnStartGame->setEnabled(true);
-            state_.throwPhase = 2;
-            return;
-        }
-        if (state_.throwPhase != 3 || state_.pipCount >= 3)
-            return;
-        DartMarker *placed = markers[state_.pipCount];
-        placeMarker(placed, flight);
-        landingSound();
-        ++state_.pipCount;
-        controls_.btnStartGame->setEnabled(true);
-        const DartScore score = pipScore(placed);
-        if (state_.gameType == 1) {
-            const int column = score.number == 25 ? 0 : 21 - score.number;
-            // A good dart on a number the other player has not closed.
-            if (sounds_ && column <= 6 && state_.cricketMarks[2 - state_.currentThrower][column] < 3) {
-                if (score.multiplier == 2)
-                    sounds_->playHarp(false);
-                else if (score.multiplier == 3)
-                    sounds_->playFanfare(false);
-            }
-            if (handoffs_) {
-                handoffs_->showCricketScores(markers);
-                if (state_.pipCount < 3)
-                    handoffs_->showNextCricketTarget();
-            }
-        } else {
-            const DartScore target = pipScore(targetPips_[state_.pipCount - 1]);
-            if (sounds_ && score == target) {
-                if (score.multiplier == 3)
-                    sounds_->playFanfare(false);
-                else
-                    sounds_->playHarp(false);
-            }
-            if (handoffs_) {
-                handoffs_->show301Scores(markers);
-                if (state_.pipCount < 3)
-                    handoffs_->showNext01Target();
-            }
-        }
-        break;
-    }
-    case ModeReview: {
-        const int ring = ringFromRadius(r);
-        const int segment = segmentFromAngle(a);
-        controls_.scoreHoverText->hide();
-        if (ring > 0 && handoffs_)
-            handoffs_->doPlot(ring, segment);
-        break;
-    }
-    default:
-        break;
-    }
-}
-
-void BoardInput::dropped(DartMarker *marker, QPointF at)
-{
-    const double x = at.x();
-    const double y = at.y();
-    marker->centreOn(at);
-    setMouse(x, y);
-    const double r = radiusOf(mouseX_, mouseY_);
-    const double a = angleFromXY(mouseX_, mouseY_);
-    switch (state_.currentMode) {
-    case ModePractice: {
-        const int k = closestPipIndex(pips_, x, y);
-        dragPipIndex_ = k;
-        if (k != noMarker)
-            practiceReadout(k, r, a);
-        if (handoffs_)
-            handoffs_->doAverageDist();
-        break;
-    }
-    case ModePlay: {
-        if (marker->isTarget()) {
-            // A target snaps to the aiming point of the area it was dropped
-            // on, and to the bull's centre off the board or on a wire.
-            const DartScore area = pipScore(marker);
-            const BoardPoint aim = aimPoint(area.multiplier, area.number);
-            marker->centreOn(pictureFrom(aim.x, aim.y));
-            return;
-        }
-        QLabel *hover = controls_.scoreHoverText;
-        hover->setText(playHoverCaption(r, a, state_.throwPhase == 1, state_.useCms));
-        positionHover(x, y);
-        if (state_.throwPhase == 3 && handoffs_) {
-            if (state_.gameType == 2 || state_.gameType == 3)
-                handoffs_->show301Scores(throwerPips());
-            else if (state_.gameType == 1)
-                handoffs_->showCricketScores(throwerPips());
-        }
-        break;
-    }
-    default:
-        break;
+        // Drawn once per click, whatever the click turns out to do.
+        const int flight = static_cast<int>(random_.generateDouble() * 12);
+        if (controller_)
+            controller_->boardClicked(boardFromPicture(at.x(), at.y()), flight);
     }
 }
 

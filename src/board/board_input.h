@@ -1,95 +1,112 @@
 #pragma once
 
-// The board picture as the program's input: the markers on it, what the
-// pointer shows while it moves, what a click places, and how markers are
-// dragged and dropped. What a placed or moved dart means is handed to the
-// mode's own logic through BoardHandoffs.
+// The board picture as the program's input: the markers on it and what the
+// pointer does there. The board says what happened, in board positions: the
+// pointer is over the board, a dart or a target; the board was clicked; a
+// marker was dropped somewhere else. What that means is for the controller of
+// the current mode to decide; it tells the board back which markers are being
+// marked and shows markers and hover texts through it.
 
 #include "board/board_geometry.h"
 #include "board/pointer_rules.h"
 
 #include <QObject>
 #include <QPointer>
+#include <QWidget>
 
 #include <array>
 
 class QLabel;
-class QMouseEvent;
-class QPushButton;
-class QWidget;
+class QRandomGenerator;
 
 namespace tavrix {
 
 class BoardPicture;
 class DartMarker;
-class PracticeFrame;
-class Sounds;
-struct SharedState;
 
 using MarkerArray = std::array<DartMarker *, 3>;
 
-// The logic of the modes that the board calls when darts are placed or moved.
-class BoardHandoffs {
-public:
-    virtual ~BoardHandoffs() = default;
-    virtual void show301Scores(const MarkerArray &markers) = 0;
-    virtual void showNext01Target() = 0;
-    virtual void showCricketScores(const MarkerArray &markers) = 0;
-    virtual void showNextCricketTarget() = 0;
-    virtual void doAverageDist() = 0;
-    virtual void doPlot(int ring, int segment) = 0;
+// Pips (the local player, and practice), CPips (the opponent), TargetPips.
+enum class MarkerSet { Local, Opponent, Target };
+
+// What the pointer is over.
+struct PointerSpot {
+    enum class Over { Board, Dart, Target, Label };
+    Over over = Over::Board;
+    BoardPoint at;  // board position of the pointer
+    QPointF pixel;  // the same, in picture pixels
+    // Over a dart: whose marker, and the index of the nearest marker of
+    // that set under the pointer (noMarker when none counts).
+    MarkerSet set = MarkerSet::Local;
+    int index = noMarker;
 };
 
-// The controls the board writes to besides its own markers.
-struct BoardControls {
-    QLabel *scoreHoverText = nullptr;
-    // rstatTitleLabel, rstatsText, ostatTitleLabel, ostatsText: on the board,
-    // and to the pointer part of it.
-    QList<QLabel *> statsLabels;
-    PracticeFrame *practice = nullptr;
-    QPushButton *btnStartGame = nullptr;
+class BoardController {
+public:
+    virtual ~BoardController() = default;
+    virtual void pointerOver(const PointerSpot &spot) = 0;
+    // The pointer left the picture.
+    virtual void pointerLeft() = 0;
+    // A left click on the picture; `flight` is the flight picture drawn for it.
+    virtual void boardClicked(BoardPoint at, int flight) = 0;
+    // Whether pressing a marker of `set` may drag it now.
+    virtual bool mayDrag(MarkerSet set, bool rightButton) const = 0;
+    // A dragged marker was dropped on the picture and now stands at `at`.
+    virtual void markerDropped(MarkerSet set, int index, BoardPoint at, QPointF pixel) = 0;
 };
 
 class BoardInput : public QObject {
     Q_OBJECT
 
 public:
-    BoardInput(BoardPicture *picture, SharedState &state, const BoardControls &controls,
-               QObject *parent = nullptr);
+    // `random` draws the flight of every click; `statsLabels` are the record
+    // labels lying on the board (rstatTitleLabel, rstatsText, ostatTitleLabel,
+    // ostatsText).
+    BoardInput(BoardPicture *picture, QRandomGenerator &random, QLabel *scoreHoverText,
+               const QList<QLabel *> &statsLabels, QObject *parent = nullptr);
 
     BoardPicture *picture() const { return picture_; }
-    void setHandoffs(BoardHandoffs *handoffs) { handoffs_ = handoffs; }
-    void setSounds(Sounds *sounds) { sounds_ = sounds; }
+    void setController(BoardController *controller) { controller_ = controller; }
     // The chat window, whose area the board leaves to it.
     void setChatWindow(QWidget *chat) { chat_ = chat; }
 
+    const MarkerArray &markers(MarkerSet set) const;
     const MarkerArray &pips() const { return pips_; }
     const MarkerArray &cpips() const { return cpips_; }
     const MarkerArray &targetPips() const { return targetPips_; }
-    // The markers of the current thrower.
-    const MarkerArray &throwerPips() const;
+
+    // The set whose markers are being marked and may be dragged, and how many
+    // of them are placed; whether the targets may be dragged too.
+    void setMarking(MarkerSet set, int placed);
+    void setTargetsMovable(bool movable) { targetsMovable_ = movable; }
+    MarkerSet markingSet() const { return marking_; }
+    int placed() const { return placed_; }
 
     void hidePips();
     // Shows a marker with the given flight centred on a board position,
     // under the targets and the hover text.
-    void showMarkerAt(DartMarker *marker, BoardPoint at, int flight);
+    void showMarker(MarkerSet set, int index, BoardPoint at, int flight);
+    // Shows (or only moves, when `visible` is false) a target marker.
+    void placeTarget(int index, BoardPoint at, bool visible);
+    void hideMarkersFrom(MarkerSet set, int index);
+
+    // The hover text: at the pointer, kept inside the picture's right edge;
+    // over a marker or label, with the caption of markerHoverCaption.
+    void showHover(const QString &text, QPointF pixel);
+    void showMarkerHover(int kind, QPointF pixel, bool useCms);
+    void hideHover();
+    QString hoverText() const;
+
     // The marker a press at this picture point would drag, or none.
     DartMarker *closestPip(double x, double y) const;
-    int closestPipIndex(const MarkerArray &markers, double x, double y) const;
-    bool overPip(double x, double y) const;
+    // The index of the nearest marker of a set under a picture point, among
+    // the placed ones; noMarker when none.
+    int closestIndex(MarkerSet set, QPointF pixel) const;
     bool overLabel(double x, double y) const;
     bool overChat(double x, double y) const;
 
-    // Dart position of a marker's centre, board units, and its score.
-    static double pipX(const DartMarker *marker);
-    static double pipY(const DartMarker *marker);
-    static DartScore pipScore(const DartMarker *marker);
-
-    // Board position of the last pointer position seen.
-    double mouseX() const { return mouseX_; }
-    double mouseY() const { return mouseY_; }
-    // Practice: the marker dropped last.
-    int dragPipIndex() const { return dragPipIndex_; }
+    // Board position of a marker's centre.
+    static BoardPoint markerPoint(const DartMarker *marker);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -99,34 +116,24 @@ private:
     void pointerLeft();
     void pressed(QPointF at, Qt::MouseButton button);
     void released(QPointF at, Qt::MouseButton button);
-
-    void boardMoved(double x, double y);
-    void reviewHover(double radius, double angle, double x, double y);
-    void practiceReadout(int row, double radius, double angle);
-    void boardClicked();
-    void placeMarker(DartMarker *marker, int flight);
-    void landingSound();
-    void dropped(DartMarker *marker, QPointF at);
-
-    void positionHover(double x, double y);
-    void showScoreHover(double x, double y, int kind);
-    void setMouse(double x, double y);
     MarkerRects rects(const MarkerArray &markers) const;
+    int closestPipIndex(const MarkerArray &markers, double x, double y) const;
+    MarkerSet setOf(const DartMarker *marker) const;
+    int indexOf(const DartMarker *marker) const;
 
     BoardPicture *picture_;
-    SharedState &state_;
-    BoardControls controls_;
-    BoardHandoffs *handoffs_ = nullptr;
-    Sounds *sounds_ = nullptr;
+    QRandomGenerator &random_;
+    QLabel *scoreHoverText_;
+    QList<QLabel *> statsLabels_;
+    BoardController *controller_ = nullptr;
     QPointer<QWidget> chat_;
 
     MarkerArray pips_{};
     MarkerArray cpips_{};
     MarkerArray targetPips_{};
-
-    double mouseX_ = 0;
-    double mouseY_ = 0;
-    int dragPipIndex_ = 0;
+    MarkerSet marking_ = MarkerSet::Local;
+    int placed_ = 0;
+    bool targetsMovable_ = false;
 
     // The marker being dragged and where it stood before.
     DartMarker *dragging_ = nullptr;

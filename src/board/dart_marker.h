@@ -5,6 +5,8 @@
 // darts look different) or a small 16 x 16 aiming target. A marker always
 // stands centred on its point; the pointer passes through it to the board.
 
+#include "board/board_geometry.h"
+
 #include <QWidget>
 
 namespace tavrix {
@@ -20,8 +22,8 @@ class DartMarker : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr int flightSide = 60;
-    static constexpr int targetSide = 16;
+    static constexpr int flightSide = flightMarkerSide;
+    static constexpr int targetSide = targetMarkerSide;
 
     // `tag` is "pips", "cpips" or "targ".
     DartMarker(const QString &tag, QWidget *board);

@@ -1,7 +1,5 @@
 #include "board/pointer_rules.h"
 
-#include "startup/shared_state.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -122,11 +120,11 @@ reviewHoverCaption(double radius, double angle,
            + (n > 1 ? QStringLiteral("s.") : QStringLiteral("."));
 }
 
-bool dragAllowed(MarkerKind kind, int mode, int pipCount, int throwPhase, bool rightButton)
+bool dragAllowed(MarkerKind kind, bool inPlay, int pipCount, ThrowPhase phase, bool rightButton)
 {
     if (kind == MarkerKind::Dart)
-        return pipCount >= 3 || throwPhase == 2 || rightButton;
-    return mode == ModePlay && (pipCount >= 3 || (throwPhase == 3 && rightButton));
+        return pipCount >= 3 || phase == ThrowPhase::CorkPlaced || rightButton;
+    return inPlay && (pipCount >= 3 || (phase == ThrowPhase::TurnDarts && rightButton));
 }
 
 } // namespace tavrix

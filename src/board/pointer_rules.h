@@ -60,9 +60,12 @@ reviewHoverCaption(double radius, double angle,
 
 enum class MarkerKind { Dart, Target };
 
+// Where a game stands, as far as the pointer on the board is concerned.
+enum class ThrowPhase { None = 0, CorkAwaited = 1, CorkPlaced = 2, TurnDarts = 3 };
+
 // Whether pressing a marker starts a drag: darts once the set or the cork is
 // complete, or at any time with the right button; targets only in play, once
 // the set is complete or with the right button during a turn.
-bool dragAllowed(MarkerKind kind, int mode, int pipCount, int throwPhase, bool rightButton);
+bool dragAllowed(MarkerKind kind, bool inPlay, int pipCount, ThrowPhase phase, bool rightButton);
 
 } // namespace tavrix

@@ -4,7 +4,7 @@
 #include "dialogs/placement.h"
 #include "dialogs/prompt_layout.h"
 #include "dialogs/player_names.h"
-#include "startup/shared_state.h"
+#include "session/session.h"
 #include "stats/stats_store.h"
 
 #include <QLineEdit>
@@ -12,11 +12,11 @@
 
 namespace tavrix {
 
-NewUserDialog::NewUserDialog(StatsStore &store, SharedState &state, Messages &messages,
+NewUserDialog::NewUserDialog(StatsStore &store, Session &session, Messages &messages,
                              QWidget *mainWindow)
     : QDialog(mainWindow)
     , store_(store)
-    , state_(state)
+    , session_(session)
     , messages_(messages)
     , mainWindow_(mainWindow)
     , nameText_(new QLineEdit(this))
@@ -49,8 +49,8 @@ void NewUserDialog::createPlayer()
         messages_.error(this, QString::fromLatin1(applicationTitle), store_.lastError());
         return;
     }
-    state_.currentPlayerId = static_cast<qint16>(*id);
-    state_.currentPlayerName = name;
+    session_.currentPlayerId = static_cast<qint16>(*id);
+    session_.currentPlayerName = name;
     accept();
 }
 

@@ -8,7 +8,7 @@ namespace tavrix {
 
 class Messages;
 class StatsStore;
-struct SharedState;
+struct Session;
 
 // Asks for the first player's name when there are no players yet. On "OK"
 // the player is created and becomes the current player.
@@ -16,7 +16,7 @@ class NewUserDialog : public QDialog {
     Q_OBJECT
 
 public:
-    NewUserDialog(StatsStore &store, SharedState &state, Messages &messages, QWidget *mainWindow);
+    NewUserDialog(StatsStore &store, Session &session, Messages &messages, QWidget *mainWindow);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -25,7 +25,7 @@ private:
     void createPlayer();
 
     StatsStore &store_;
-    SharedState &state_;
+    Session &session_;
     Messages &messages_;
     QWidget *mainWindow_;
     QLineEdit *nameText_;

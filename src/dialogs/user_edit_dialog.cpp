@@ -3,7 +3,7 @@
 #include "dialogs/messages.h"
 #include "dialogs/placement.h"
 #include "dialogs/player_names.h"
-#include "startup/shared_state.h"
+#include "session/session.h"
 #include "stats/stats_store.h"
 
 #include <QButtonGroup>
@@ -56,11 +56,11 @@ QGroupBox *operationFrame(const char *name, const QString &caption, QLabel *prom
 
 } // namespace
 
-UserEditDialog::UserEditDialog(StatsStore &store, SharedState &state, Messages &messages,
+UserEditDialog::UserEditDialog(StatsStore &store, Session &session, Messages &messages,
                                QWidget *mainWindow)
     : QDialog(mainWindow)
     , store_(store)
-    , state_(state)
+    , session_(session)
     , messages_(messages)
     , mainWindow_(mainWindow)
     , txtPlayerName_(new QLineEdit(this))
@@ -150,10 +150,10 @@ void UserEditDialog::loadControls()
         return;
     }
     for (const PlayerRow &player : *players) {
-        if (player.id != state_.currentPlayerId)
+        if (player.id != session_.currentPlayerId)
             deletePlayerDrop_->addItem(player.name, player.id);
     }
-    txtPlayerNameEdit_->setText(state_.currentPlayerName);
+    txtPlayerNameEdit_->setText(session_.currentPlayerName);
     if (players->size() <= 1) {
         if (operations_[1]->isChecked()) {
             operations_[1]->setAutoExclusive(false);
@@ -209,12 +209,12 @@ void UserEditDialog::changeName()
         notice(*problem);
         return;
     }
-    if (!store_.renamePlayer(state_.currentPlayerId, name)) {
+    if (!store_.renamePlayer(session_.currentPlayerId, name)) {
         reportFailure();
         return;
     }
     notice(QStringLiteral("Changed name to \"%1\".").arg(name));
-    state_.currentPlayerName = name;
+    session_.currentPlayerName = name;
     loadControls();
 }
 
@@ -224,7 +224,7 @@ void UserEditDialog::deletePlayer()
         return;
     const qint64 id = deletePlayerDrop_->currentData().toLongLong();
     const QString name = deletePlayerDrop_->currentText();
-    if (id == state_.currentPlayerId) {
+    if (id == session_.currentPlayerId) {
         notice(QStringLiteral("You cannot delete the player you are currently using.\r\n\r\n"
                               "Change to a different player first, and then delete this one."));
         return;

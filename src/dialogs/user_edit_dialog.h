@@ -11,7 +11,7 @@ namespace tavrix {
 
 class Messages;
 class StatsStore;
-struct SharedState;
+struct Session;
 
 // Creates players, deletes players other than the current one and renames
 // the current player.
@@ -19,7 +19,7 @@ class UserEditDialog : public QDialog {
     Q_OBJECT
 
 public:
-    UserEditDialog(StatsStore &store, SharedState &state, Messages &messages, QWidget *mainWindow);
+    UserEditDialog(StatsStore &store, Session &session, Messages &messages, QWidget *mainWindow);
 
     // Places the dialog over the main window, refreshes it and waits until it
     // is hidden.
@@ -37,7 +37,7 @@ private:
     void reportFailure();
 
     StatsStore &store_;
-    SharedState &state_;
+    Session &session_;
     Messages &messages_;
     QWidget *mainWindow_;
     QRadioButton *operations_[3];

@@ -3,7 +3,7 @@
 #include "dialogs/messages.h"
 #include "dialogs/placement.h"
 #include "dialogs/prompt_layout.h"
-#include "startup/shared_state.h"
+#include "session/session.h"
 #include "stats/stats_store.h"
 
 #include <QComboBox>
@@ -11,11 +11,11 @@
 
 namespace tavrix {
 
-UserSelectDialog::UserSelectDialog(StatsStore &store, SharedState &state, Messages &messages,
+UserSelectDialog::UserSelectDialog(StatsStore &store, Session &session, Messages &messages,
                                    QWidget *mainWindow, std::function<void()> onChosen)
     : QDialog(mainWindow)
     , store_(store)
-    , state_(state)
+    , session_(session)
     , messages_(messages)
     , mainWindow_(mainWindow)
     , onChosen_(std::move(onChosen))
@@ -55,8 +55,8 @@ void UserSelectDialog::choose()
 {
     if (userDrop_->currentIndex() < 0)
         return;
-    state_.currentPlayerId = static_cast<qint16>(userDrop_->currentData().toLongLong());
-    state_.currentPlayerName = userDrop_->currentText();
+    session_.currentPlayerId = static_cast<qint16>(userDrop_->currentData().toLongLong());
+    session_.currentPlayerName = userDrop_->currentText();
     if (onChosen_)
         onChosen_();
     accept();

@@ -10,7 +10,7 @@ namespace tavrix {
 
 class Messages;
 class StatsStore;
-struct SharedState;
+struct Session;
 
 // Chooses the current player from all players.
 class UserSelectDialog : public QDialog {
@@ -19,7 +19,7 @@ class UserSelectDialog : public QDialog {
 public:
     // `onChosen` runs after a player was chosen with "OK": the main window
     // re-enters its current mode.
-    UserSelectDialog(StatsStore &store, SharedState &state, Messages &messages, QWidget *mainWindow,
+    UserSelectDialog(StatsStore &store, Session &session, Messages &messages, QWidget *mainWindow,
                      std::function<void()> onChosen);
 
     // Places the dialog over the main window, refreshes the list and waits
@@ -32,7 +32,7 @@ private:
     void choose();
 
     StatsStore &store_;
-    SharedState &state_;
+    Session &session_;
     Messages &messages_;
     QWidget *mainWindow_;
     std::function<void()> onChosen_;

@@ -1,7 +1,6 @@
 #include "net/opponent_name_dialog.h"
 
 #include "dialogs/placement.h"
-#include "startup/shared_state.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -27,9 +26,8 @@ W *named(W *widget, const char *name)
 
 } // namespace
 
-OpponentNameDialog::OpponentNameDialog(SharedState &state, QWidget *mainWindow)
+OpponentNameDialog::OpponentNameDialog(QWidget *mainWindow)
     : QDialog(mainWindow)
-    , state_(state)
     , mainWindow_(mainWindow)
 {
     setObjectName(QStringLiteral("OpponentNameDialog"));
@@ -126,8 +124,7 @@ void OpponentNameDialog::roleClicked()
 void OpponentNameDialog::accept()
 {
     if (!check1_->isChecked())
-        state_.opponentName = text1_->text();
-    state_.lastOpponentName = state_.opponentName;
+        opponentName_ = text1_->text();
     cancelled_ = false;
     QDialog::accept();
 }

@@ -13,15 +13,16 @@ class QRadioButton;
 
 namespace tavrix {
 
-struct SharedState;
-
 class OpponentNameDialog : public QDialog {
     Q_OBJECT
 
 public:
-    OpponentNameDialog(SharedState &state, QWidget *mainWindow);
+    explicit OpponentNameDialog(QWidget *mainWindow);
 
     bool cancelled() const { return cancelled_; }
+    // The name typed for a person at this board, kept from one game to the
+    // next; a network game leaves it as it was.
+    QString opponentName() const { return opponentName_; }
     int getChkNetworkPlay() const;
     bool getOpBeClient() const;
     bool getOpBeServer() const;
@@ -38,7 +39,7 @@ private:
     void accept() override;
     void reject() override;
 
-    SharedState &state_;
+    QString opponentName_;
     QWidget *mainWindow_;
     bool cancelled_ = false;
     QLabel *label1_ = nullptr;

@@ -22,9 +22,9 @@ constexpr InchProfile fixedProfiles[] = {
 
 } // namespace
 
-SkillProfile fixedSkillProfile(int skill)
+SkillProfile fixedSkillProfile(SkillLevel skill)
 {
-    const InchProfile &inches = fixedProfiles[std::clamp(skill, 1, 3) - 1];
+    const InchProfile &inches = fixedProfiles[std::clamp(code(skill), 1, 3) - 1];
     SkillProfile profile;
     for (int k = 0; k < 4; ++k)
         profile.skillRadii[k] = {inches.bands[k][0] / inchesPerUnit, inches.bands[k][1] / inchesPerUnit};
@@ -43,10 +43,10 @@ SkillProfile profileFromQuarters(const DistanceQuarters &q)
     return profile;
 }
 
-bool buildSkillProfile(SkillProfileState &state, int skill, double /*moodFactor*/, StatsStore &store,
+bool buildSkillProfile(SkillProfileState &state, SkillLevel skill, double /*moodFactor*/, StatsStore &store,
                        qint64 playerId)
 {
-    if (skill >= SkillBPlayer && skill <= SkillMaster) {
+    if (skill == SkillLevel::BPlayer || skill == SkillLevel::APlayer || skill == SkillLevel::Master) {
         state.profile = fixedSkillProfile(skill);
         return true;
     }

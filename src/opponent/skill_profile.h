@@ -4,6 +4,7 @@
 // distance bands and the chance of a wild dart. The three fixed levels come
 // from a table in inches; the "You" level is cut from the player's own darts.
 
+#include "stats/game_codes.h"
 #include "stats/stats_store.h"
 
 #include <array>
@@ -23,14 +24,11 @@ struct SkillProfile {
     double wildness = 0;
 };
 
-// Stored skill levels: the 1-based position of the chosen skill option.
-enum SkillLevel : int { SkillBPlayer = 1, SkillAPlayer = 2, SkillMaster = 3, SkillYou = 4 };
-
 // Fewest distinct recorded distances from which the "You" profile is built.
 inline constexpr qint64 youMinSamples = 200;
 
 // The fixed profile of level 1 to 3, bounds converted to board units.
-SkillProfile fixedSkillProfile(int skill);
+SkillProfile fixedSkillProfile(SkillLevel skill);
 
 // The "You" profile cut from the quarters of the player's distances; the
 // widest band reaches no farther than three times the average distance.
@@ -49,7 +47,7 @@ struct SkillProfileState {
 // with too few samples changes only the sample count. The mood factor is
 // handed over with the skill but shapes neither kind of profile. False, with
 // the store's lastError(), when the database fails.
-bool buildSkillProfile(SkillProfileState &state, int skill, double moodFactor, StatsStore &store,
+bool buildSkillProfile(SkillProfileState &state, SkillLevel skill, double moodFactor, StatsStore &store,
                        qint64 playerId);
 
 } // namespace tavrix

@@ -1,4 +1,4 @@
-#include "practice/skill_factors_frame.h"
+#include "review/skill_factors_frame.h"
 
 #include "board/board_geometry.h"
 #include "opponent/skill_profile.h"

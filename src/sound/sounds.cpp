@@ -1,4 +1,4 @@
-#include "startup/sounds.h"
+#include "sound/sounds.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -112,5 +112,13 @@ void Sounds::playApplause100(bool wait) { play("applause100.wav", wait); }
 void Sounds::playApplause140(bool wait) { play("applause140.wav", wait); }
 void Sounds::playApplauseWin(bool wait) { play("applausewin.wav", wait); }
 void Sounds::playAwwww(bool wait) { play("awwww.wav", wait); }
+
+void Sounds::play(SoundCue cue, bool wait)
+{
+    static constexpr const char *files[] = {"splat.wav",       "boing2.wav",      "harp1.wav",
+                                            "fanfare.wav",     "applause60.wav",  "applause100.wav",
+                                            "applause140.wav", "applausewin.wav", "awwww.wav"};
+    play(files[static_cast<int>(cue)], wait);
+}
 
 } // namespace tavrix

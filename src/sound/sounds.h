@@ -3,6 +3,8 @@
 // The sound effects: nine named sounds played one at a time through a small
 // player interface, which tests replace to hear what played and how.
 
+#include "sound/sound_cue.h"
+
 #include <QString>
 
 #include <memory>
@@ -32,7 +34,7 @@ private:
     std::unique_ptr<QSoundEffect> effect_;
 };
 
-class Sounds {
+class Sounds : public SoundOut {
 public:
     Sounds(SoundPlayer &player, QString folder);
 
@@ -53,6 +55,9 @@ public:
     void playApplause140(bool wait);
     void playApplauseWin(bool wait);
     void playAwwww(bool wait);
+
+    // The same sounds by cue.
+    void play(SoundCue cue, bool wait) override;
 
 private:
     void play(const char *file, bool wait);

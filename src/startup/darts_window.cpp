@@ -6,13 +6,16 @@
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
-#include "games/game_flow.h"
 #include "games/game_frame.h"
+#include "games/play_controller.h"
 #include "opponent/skill_options.h"
 #include "opponent/skill_profile.h"
+#include "practice/practice_controller.h"
 #include "practice/practice_frame.h"
-#include "practice/skill_factors_frame.h"
-#include "startup/sounds.h"
+#include "review/review_controller.h"
+#include "review/skill_factors_frame.h"
+#include "session/session.h"
+#include "sound/sounds.h"
 #include "startup/program.h"
 
 #include <QAbstractButton>
@@ -56,7 +59,7 @@ QFont greetingFont(const QWidget *widget)
 
 Darts::Darts(Program &program)
     : program_(program)
-    , state_(program.state())
+    , session_(program.session())
 {
     setObjectName(QStringLiteral("Darts"));
     setWindowTitle(QStringLiteral("Halvern Tavrix!"));
@@ -144,30 +147,27 @@ void Darts::buildFrames()
     columns->addLayout(frameColumn, 1);
     setCentralWidget(central);
 
-    boardInput_ = new BoardInput(picture_, state_,
-                                 {scoreHoverText_, statsLabels_, practiceFrame_, btnStartGame_}, this);
-    boardInput_->setHandoffs(this);
-    boardInput_->setSounds(&program_.sounds());
-    gameFlow_ = new GameFlow({state_, program_.store(), program_.sounds(), program_.messages(),
-                              program_.checkoutChart(), *boardInput_, *gameFrame_, scoreHoverText_,
-                              statsLabels_, this},
-                             this);
+    boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, statsLabels_, this);
+    play_ = new PlayController({session_, program_.store(), program_.sounds(), program_.messages(),
+                                program_.checkoutChart(), skill_, *boardInput_, *gameFrame_, statsLabels_,
+                                this},
+                               this);
+    practice_ = new PracticeController(session_, program_.sounds(), *boardInput_, *practiceFrame_, this);
+    review_ = new ReviewController(*boardInput_, this);
 }
 
 void Darts::formLoad()
 {
-    state_.throwPhase = 0;
     setPlayerName();
-    switchMode(ModePlay);
+    switchMode(Mode::Play);
     picture_->setEnabled(false);
-    state_.pipCount = 0;
-    state_.random.seed(static_cast<quint32>(QDateTime::currentMSecsSinceEpoch()));
-    useCms_->setChecked(state_.useCms);
-    useInches_->setChecked(!state_.useCms);
+    session_.random.seed(static_cast<quint32>(QDateTime::currentMSecsSinceEpoch()));
+    useCms_->setChecked(session_.useCms);
+    useInches_->setChecked(!session_.useCms);
     soundEntry_->setChecked(program_.sounds().isEnabled());
 }
 
-void Darts::switchMode(int mode)
+void Darts::switchMode(Mode mode)
 {
     picture_->clearPlots();
     hidePips();
@@ -177,45 +177,41 @@ void Darts::switchMode(int mode)
         frame->setEnabled(false);
     }
     scoreHoverText_->hide();
-    state_.currentMode = mode;
+    currentMode_ = mode;
     for (QLabel *label : std::as_const(statsLabels_))
         label->hide();
-    state_.countdownNext = 21;
-    state_.countupNext = 1;
-    state_.countdownActive = false;
-    state_.countupActive = false;
+    practice_->enter();
 
     switch (mode) {
-    case ModePractice:
+    case Mode::Practice:
+        boardInput_->setController(practice_);
         practiceFrame_->generalText()->setText(QStringLiteral("Click \"Go\" to begin"));
-        state_.throwPhase = 0;
         practiceFrame_->show();
         practiceFrame_->setEnabled(true);
         break;
-    case ModePlay:
+    case Mode::Play:
+        boardInput_->setController(play_);
         buildYouProfile();
-        skillOptions_->showYouAvailability(state_.skill.youSampleCount);
+        skillOptions_->showYouAvailability(skill_.youSampleCount);
         playFrame_->show();
         playFrame_->setEnabled(true);
         resetGame();
         break;
-    case ModeReview:
-        state_.throwPhase = 0;
+    case Mode::Review:
+        boardInput_->setController(review_);
         picture_->setEnabled(true);
         reviewFrame_->show();
         reviewFrame_->setEnabled(true);
         countTargetThrows();
         buildYouProfile();
-        skillFactors_->showProfile(state_.skill, state_.useCms);
-        break;
-    default:
+        skillFactors_->showProfile(skill_, session_.useCms);
         break;
     }
 }
 
 void Darts::resetGame()
 {
-    gameFlow_->resetGame();
+    play_->resetGame();
     for (QLabel *label : std::as_const(statsLabels_)) {
         label->hide();
         label->setEnabled(false);
@@ -224,48 +220,41 @@ void Darts::resetGame()
 
 void Darts::setPlayerName()
 {
-    const QString greeting = QStringLiteral("Hey, ") + state_.currentPlayerName + QStringLiteral("!");
+    const QString greeting = QStringLiteral("Hey, ") + session_.currentPlayerName + QStringLiteral("!");
     for (QLabel *label : std::as_const(greetingLabels_))
         label->setText(greeting);
     for (QLabel *label : std::as_const(nameLabels_))
-        label->setText(state_.currentPlayerName);
+        label->setText(session_.currentPlayerName);
 }
 
 void Darts::buildYouProfile()
 {
-    if (!buildSkillProfile(state_.skill, SkillYou, 0.0, program_.store(), state_.currentPlayerId))
+    if (!buildSkillProfile(skill_, SkillLevel::You, 0.0, program_.store(), session_.currentPlayerId))
         program_.messages().error(this, QString::fromLatin1(applicationTitle),
                                   program_.store().lastError());
 }
 
 void Darts::countTargetThrows()
 {
-    if (const std::optional<TargetCounts> counts = program_.store().targetCounts(state_.currentPlayerId))
-        state_.reviewCounts = *counts;
+    if (const std::optional<TargetCounts> counts = program_.store().targetCounts(session_.currentPlayerId))
+        review_->setCounts(*counts);
     else
         program_.messages().error(this, QString::fromLatin1(applicationTitle),
                                   program_.store().lastError());
 }
 
-void Darts::show301Scores(const MarkerArray &markers) { gameFlow_->show301Scores(markers); }
-void Darts::showNext01Target() { gameFlow_->showNext01Target(); }
-void Darts::showCricketScores(const MarkerArray &markers) { gameFlow_->showCricketScores(markers); }
-void Darts::showNextCricketTarget() { gameFlow_->showNextCricketTarget(); }
-void Darts::doAverageDist() {}
-void Darts::doPlot(int, int) {}
-
 NewUserDialog *Darts::newUserDialog()
 {
     if (!newUserDialog_)
-        newUserDialog_ = new NewUserDialog(program_.store(), state_, program_.messages(), this);
+        newUserDialog_ = new NewUserDialog(program_.store(), session_, program_.messages(), this);
     return newUserDialog_;
 }
 
 UserSelectDialog *Darts::userSelectDialog()
 {
     if (!userSelectDialog_) {
-        userSelectDialog_ = new UserSelectDialog(program_.store(), state_, program_.messages(), this,
-                                                 [this] { switchMode(state_.currentMode); });
+        userSelectDialog_ = new UserSelectDialog(program_.store(), session_, program_.messages(), this,
+                                                 [this] { switchMode(currentMode_); });
     }
     return userSelectDialog_;
 }
@@ -273,7 +262,7 @@ UserSelectDialog *Darts::userSelectDialog()
 UserEditDialog *Darts::userEditDialog()
 {
     if (!userEditDialog_)
-        userEditDialog_ = new UserEditDialog(program_.store(), state_, program_.messages(), this);
+        userEditDialog_ = new UserEditDialog(program_.store(), session_, program_.messages(), this);
     return userEditDialog_;
 }
 
@@ -296,8 +285,7 @@ void Darts::unloadWindows()
 
 void Darts::closeEvent(QCloseEvent *event)
 {
-    if (!state_.shutDownDone)
-        program_.shutDownProgram();
+    program_.shutDownProgram();
     event->accept();
 }
 

@@ -4,6 +4,7 @@
 // the right, and the menus.
 
 #include "board/board_input.h"
+#include "opponent/skill_profile.h"
 
 #include <QMainWindow>
 
@@ -16,19 +17,23 @@ class QPushButton;
 namespace tavrix {
 
 class BoardPicture;
-class GameFlow;
 class GameFrame;
+class PlayController;
+class PracticeController;
 class PracticeFrame;
+class ReviewController;
 class SkillFactorsFrame;
 class SkillOptions;
 class MyAlertBox;
 class NewUserDialog;
 class Program;
-struct SharedState;
+struct Session;
 class UserEditDialog;
 class UserSelectDialog;
 
-class Darts : public QMainWindow, public BoardHandoffs {
+enum class Mode { Practice = 1, Review = 2, Play = 3 };
+
+class Darts : public QMainWindow {
     Q_OBJECT
 
 public:
@@ -37,26 +42,17 @@ public:
 
     // The board picture as input, with its markers.
     BoardInput *boardInput() const { return boardInput_; }
-    GameFlow *gameFlow() const { return gameFlow_; }
+    PlayController *playController() const { return play_; }
+    PracticeController *practiceController() const { return practice_; }
+    ReviewController *reviewController() const { return review_; }
     void hidePips() { boardInput_->hidePips(); }
-    static double pipX(const DartMarker *marker) { return BoardInput::pipX(marker); }
-    static double pipY(const DartMarker *marker) { return BoardInput::pipY(marker); }
-    static DartScore pipScore(const DartMarker *marker) { return BoardInput::pipScore(marker); }
-    static int centerX() { return boardCenter; }
-    static int centerY() { return boardCenter; }
 
-    // What the board hands on when darts are placed or moved: the scores,
-    // the advice and the review plots are filled in by the games, practice
-    // and review as they arrive.
-    void show301Scores(const MarkerArray &markers) override;
-    void showNext01Target() override;
-    void showCricketScores(const MarkerArray &markers) override;
-    void showNextCricketTarget() override;
-    void doAverageDist() override;
-    void doPlot(int ring, int segment) override;
+    Mode currentMode() const { return currentMode_; }
+    // The computer's profile, and the player's own sample count.
+    const SkillProfileState &skill() const { return skill_; }
 
-    // Makes practice (1), review (2) or play (3) the current mode.
-    void switchMode(int mode);
+    // Makes a mode the current one.
+    void switchMode(Mode mode);
     // Shows the current player's name in the name labels.
     void setPlayerName();
     // Rebuilds the player's own ("You") profile, refreshing its sample
@@ -84,7 +80,7 @@ private:
     void resetGame();
 
     // Menu handlers.
-    void chooseMode(int mode);
+    void chooseMode(Mode mode);
     void changePlayer();
     void editPlayers();
     void useUnits(bool centimetres);
@@ -95,17 +91,21 @@ private:
     // After the current player may have changed.
     void refreshAfterPlayerChange();
 
-    void checkModeEntry(int mode);
+    void checkModeEntry(Mode mode);
 
     Program &program_;
-    SharedState &state_;
+    Session &session_;
+    Mode currentMode_ = Mode::Play;
+    SkillProfileState skill_;
 
     BoardPicture *picture_ = nullptr;
     QGroupBox *playFrame_ = nullptr;
     PracticeFrame *practiceFrame_ = nullptr;
     BoardInput *boardInput_ = nullptr;
     GameFrame *gameFrame_ = nullptr;
-    GameFlow *gameFlow_ = nullptr;
+    PlayController *play_ = nullptr;
+    PracticeController *practice_ = nullptr;
+    ReviewController *review_ = nullptr;
     QGroupBox *reviewFrame_ = nullptr;
     QLabel *scoreHoverText_ = nullptr;
     QList<QLabel *> statsLabels_;

@@ -5,9 +5,11 @@
 #include "dialogs/messages.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
+#include "games/play_controller.h"
+#include "session/session.h"
 #include "startup/program.h"
 #include "startup/settings.h"
-#include "startup/sounds.h"
+#include "sound/sounds.h"
 
 #include <QAction>
 #include <QMenu>
@@ -50,10 +52,10 @@ void Darts::buildMenus()
     modePlay_ = namedAction(mode, "mnuModePlay", QStringLiteral("Play Mode"));
     for (QAction *entry : {modePractice_, modeReview_, modePlay_})
         entry->setCheckable(true);
-    checkModeEntry(ModePlay);
-    connect(modePractice_, &QAction::triggered, this, [this] { chooseMode(ModePractice); });
-    connect(modeReview_, &QAction::triggered, this, [this] { chooseMode(ModeReview); });
-    connect(modePlay_, &QAction::triggered, this, [this] { chooseMode(ModePlay); });
+    checkModeEntry(Mode::Play);
+    connect(modePractice_, &QAction::triggered, this, [this] { chooseMode(Mode::Practice); });
+    connect(modeReview_, &QAction::triggered, this, [this] { chooseMode(Mode::Review); });
+    connect(modePlay_, &QAction::triggered, this, [this] { chooseMode(Mode::Play); });
 
     QMenu *options = namedMenu(bar, "mnuOptions", QStringLiteral("Options"));
     connect(namedAction(options, "mnuOptionsChangePlayer", QStringLiteral("Change Player...")),
@@ -86,37 +88,37 @@ void Darts::buildMenus()
 
 // The current mode's entry is checked and disabled, the other two unchecked
 // and enabled.
-void Darts::checkModeEntry(int mode)
+void Darts::checkModeEntry(Mode mode)
 {
-    const std::pair<QAction *, int> entries[] = {
-        {modePractice_, ModePractice}, {modeReview_, ModeReview}, {modePlay_, ModePlay}};
+    const std::pair<QAction *, Mode> entries[] = {
+        {modePractice_, Mode::Practice}, {modeReview_, Mode::Review}, {modePlay_, Mode::Play}};
     for (const auto &[entry, entryMode] : entries) {
         entry->setChecked(entryMode == mode);
         entry->setEnabled(entryMode != mode);
     }
 }
 
-void Darts::chooseMode(int mode)
+void Darts::chooseMode(Mode mode)
 {
-    if (mode == state_.currentMode) {
+    if (mode == currentMode_) {
         checkModeEntry(mode);
         return;
     }
-    if (mode == ModePlay) {
-        checkModeEntry(ModePlay);
+    if (mode == Mode::Play) {
+        checkModeEntry(Mode::Play);
         btnStartGame_->setText(QStringLiteral("Start Game"));
-        switchMode(ModePlay);
+        switchMode(Mode::Play);
         return;
     }
-    const bool gameRunning = state_.currentMode == ModePlay && state_.throwPhase > 0;
+    const bool gameRunning = currentMode_ == Mode::Play && play_->gameInProgress();
     if (gameRunning
         && !program_.messages().askYesNo(this, QStringLiteral("Quit Game?"),
                                          QStringLiteral("Quit game in progress?"))) {
         // Triggering a checkable entry toggled it; put the menu back.
-        checkModeEntry(state_.currentMode);
+        checkModeEntry(currentMode_);
         return;
     }
-    if (state_.currentMode == ModePlay)
+    if (currentMode_ == Mode::Play)
         resetGame();
     checkModeEntry(mode);
     switchMode(mode);
@@ -125,26 +127,26 @@ void Darts::chooseMode(int mode)
 void Darts::refreshAfterPlayerChange()
 {
     setPlayerName();
-    if (state_.currentMode == ModeReview)
+    if (currentMode_ == Mode::Review)
         countTargetThrows();
-    if (state_.currentMode == ModePlay)
+    if (currentMode_ == Mode::Play)
         resetGame();
 }
 
 void Darts::changePlayer()
 {
-    const qint16 before = state_.currentPlayerId;
+    const qint16 before = session_.currentPlayerId;
     userSelectDialog()->dockShow();
-    if (state_.currentPlayerId != before)
+    if (session_.currentPlayerId != before)
         refreshAfterPlayerChange();
 }
 
 void Darts::editPlayers()
 {
-    const qint16 idBefore = state_.currentPlayerId;
-    const QString nameBefore = state_.currentPlayerName;
+    const qint16 idBefore = session_.currentPlayerId;
+    const QString nameBefore = session_.currentPlayerName;
     userEditDialog()->dockShow();
-    if (state_.currentPlayerId != idBefore || state_.currentPlayerName != nameBefore)
+    if (session_.currentPlayerId != idBefore || session_.currentPlayerName != nameBefore)
         refreshAfterPlayerChange();
 }
 
@@ -152,7 +154,7 @@ void Darts::useUnits(bool centimetres)
 {
     useCms_->setChecked(centimetres);
     useInches_->setChecked(!centimetres);
-    state_.useCms = centimetres;
+    session_.useCms = centimetres;
     saveSetting(QString::fromLatin1(unitsSetting),
                 centimetres ? QStringLiteral("cm") : QStringLiteral("in"));
 }
@@ -169,17 +171,17 @@ void Darts::resetStats()
     const QString title = QStringLiteral("Delete All Statistics?");
     const QString question =
         QStringLiteral("This action will permanently delete all the statistics collected\r\nfor ")
-        + state_.currentPlayerName
+        + session_.currentPlayerName
         + QStringLiteral(" and cannot be undone.  Are you sure you want to do this?");
     Messages &messages = program_.messages();
     if (!messages.askYesNo(this, title, question))
         return;
-    if (!program_.store().resetPlayerStats(state_.currentPlayerId)) {
+    if (!program_.store().resetPlayerStats(session_.currentPlayerId)) {
         messages.error(this, title, program_.store().lastError());
         return;
     }
     messages.notice(this, title,
-                    QStringLiteral("All statistics deleted for ") + state_.currentPlayerName);
+                    QStringLiteral("All statistics deleted for ") + session_.currentPlayerName);
 }
 
 void Darts::showHelp()

@@ -5,7 +5,7 @@
 #include "dialogs/user_select_dialog.h"
 #include "startup/darts_window.h"
 #include "startup/settings.h"
-#include "startup/sounds.h"
+#include "sound/sounds.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -54,17 +54,16 @@ bool Program::Main()
     }
     if (!settingsStored())
         createDefaultSettings();
-    // The computer's names, the angle and unit constants, the opponent's
-    // names and the board tables are compile-time data or start in
-    // SharedState; only what is read at run time is set here.
-    state_ = SharedState{};
+    // The computer's names, the angle and unit constants and the board
+    // tables are compile-time data; only what is read at run time is set here.
+    session_ = Session{};
+    shutDownDone_ = false;
     if (!store_.isOpen() && !store_.open(databasePath_)) {
         messages_.error(nullptr, QString::fromLatin1(applicationTitle), store_.lastError());
         exitCode_ = 1;
         return false;
     }
-    state_.currentMode = ModePlay;
-    state_.useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
+    session_.useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
     sounds_->setEnabled(soundIsOn(getSetting(QString::fromLatin1(soundSetting))));
 
     window_ = std::make_unique<Darts>(*this);
@@ -81,11 +80,9 @@ bool Program::Main()
         exitCode_ = 1;
         return false;
     }
-    state_.shutDownDone = false;
-    state_.tallies.localBestOut = 0;
-    state_.tallies.localBestLeg = LocalTallies::noBestLeg;
+    shutDownDone_ = false;
 
-    if (state_.currentPlayerId == 0) {
+    if (session_.currentPlayerId == 0) {
         // No player was created or chosen: the program closes without a word.
         shutDownProgram();
         exitCode_ = 0;
@@ -93,7 +90,7 @@ bool Program::Main()
     }
     window_->setPlayerName();
     window_->buildYouProfile();
-    window_->switchMode(ModePlay);
+    window_->switchMode(Mode::Play);
     return true;
 }
 
@@ -115,18 +112,18 @@ bool Program::choosePlayer()
                             store_.lastError());
             return false;
         }
-        state_.currentPlayerId = static_cast<qint16>(players->first().id);
-        state_.currentPlayerName = players->first().name;
+        session_.currentPlayerId = static_cast<qint16>(players->first().id);
+        session_.currentPlayerName = players->first().name;
     }
     return true;
 }
 
 void Program::shutDownProgram()
 {
-    if (state_.shutDownDone)
+    if (shutDownDone_)
         return;
     // Set first: closing the main window below must not shut down again.
-    state_.shutDownDone = true;
+    shutDownDone_ = true;
     store_.close();
     if (window_)
         window_->unloadWindows();

@@ -5,7 +5,7 @@
 // takes it down again exactly once.
 
 #include "games/checkout_chart.h"
-#include "startup/shared_state.h"
+#include "session/session.h"
 #include "stats/stats_store.h"
 
 #include <QSize>
@@ -48,7 +48,8 @@ public:
     // Closes the database and every window; runs once, however often called.
     void shutDownProgram();
 
-    SharedState &state() { return state_; }
+    Session &session() { return session_; }
+    bool isShutDown() const { return shutDownDone_; }
     StatsStore &store() { return store_; }
     const CheckoutChart &checkoutChart() const { return chart_; }
     Messages &messages() { return messages_; }
@@ -63,7 +64,8 @@ private:
     QString databasePath_;
     std::unique_ptr<SoundPlayer> ownSoundPlayer_;
     std::unique_ptr<Sounds> sounds_;
-    SharedState state_;
+    Session session_;
+    bool shutDownDone_ = false;
     StatsStore store_;
     CheckoutChart chart_;
     std::unique_ptr<Darts> window_;

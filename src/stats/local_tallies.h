@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 namespace tavrix {
 
 // The record against the present opponent since it was last cleared; kept in
@@ -14,6 +16,19 @@ struct LocalTallies {
     int localBestLeg = noBestLeg;
 
     void clearLocalStats() { *this = LocalTallies{}; }
+
+    // A finished game: a win counts its last set as an out and its darts as
+    // a leg.
+    void countGame(bool won, int lastSetPoints, int darts)
+    {
+        if (!won) {
+            ++localLosses;
+            return;
+        }
+        ++localWins;
+        localBestOut = std::max(localBestOut, lastSetPoints);
+        localBestLeg = std::min(localBestLeg, darts);
+    }
 };
 
 } // namespace tavrix

@@ -1,5 +1,7 @@
-// The board picture as input, driven with real mouse events: placing darts,
-// the cork, dragging and dropping markers, the hover texts and the sounds.
+// The board picture as input, driven with real mouse events. The board on
+// its own only reports what the pointer did; in play, practice and review the
+// mode's controller decides what that means: darts, the cork, drags and
+// drops, the hover texts and the sounds.
 
 #include "../support/fake_messages.h"
 #include "../support/sound_log.h"
@@ -7,31 +9,43 @@
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
+#include "games/play_controller.h"
+#include "practice/practice_controller.h"
+#include "review/review_controller.h"
+#include "session/session.h"
 #include "startup/darts_window.h"
 #include "startup/program.h"
-#include "startup/sounds.h"
 
-#include <QFileInfo>
+#include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
-#include <QSettings>
-#include <QTemporaryDir>
+#include <QRadioButton>
+#include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace tavrix;
 
 namespace {
 
-struct HandoffLog : BoardHandoffs {
-    QStringList calls;
-    void show301Scores(const MarkerArray &) override { calls << QStringLiteral("show301Scores"); }
-    void showNext01Target() override { calls << QStringLiteral("showNext01Target"); }
-    void showCricketScores(const MarkerArray &) override { calls << QStringLiteral("showCricketScores"); }
-    void showNextCricketTarget() override { calls << QStringLiteral("showNextCricketTarget"); }
-    void doAverageDist() override { calls << QStringLiteral("doAverageDist"); }
-    void doPlot(int ring, int segment) override
+// What the board reports, and whether it lets a marker be dragged.
+struct ReportLog : BoardController {
+    QStringList reports;
+    bool dragging = false;
+    void pointerOver(const PointerSpot &spot) override
     {
-        calls << QStringLiteral("doPlot %1 %2").arg(ring).arg(segment);
+        reports << QStringLiteral("over %1 %2").arg(int(spot.over)).arg(spot.index);
+    }
+    void pointerLeft() override { reports << QStringLiteral("left"); }
+    void boardClicked(BoardPoint at, int flight) override
+    {
+        reports << QStringLiteral("click %1 %2 %3").arg(at.x).arg(at.y).arg(flight);
+    }
+    bool mayDrag(MarkerSet, bool) const override { return dragging; }
+    void markerDropped(MarkerSet set, int index, BoardPoint at, QPointF) override
+    {
+        reports << QStringLiteral("drop %1 %2 %3 %4").arg(int(set)).arg(index).arg(at.x).arg(at.y);
     }
 };
 
@@ -60,17 +74,19 @@ class TestBoardInput : public QObject {
     std::unique_ptr<TestHome> home_;
     FakeMessages messages_;
     SoundLog sounds_;
-    HandoffLog handoffs_;
     std::unique_ptr<Program> program_;
     BoardPicture *picture_ = nullptr;
     BoardInput *board_ = nullptr;
-    SharedState *state_ = nullptr;
 
-    QLabel *hover() { return program_->window()->findChild<QLabel *>(QStringLiteral("ScoreHoverText")); }
-    DartMarker *marker(const char *name)
+    template <typename T>
+    T *control(const char *name)
     {
-        return program_->window()->findChild<DartMarker *>(QString::fromLatin1(name));
+        return findControl<T>(program_->window(), name);
     }
+    QLabel *hover() { return control<QLabel>("ScoreHoverText"); }
+    DartMarker *marker(const char *name) { return control<DartMarker>(name); }
+    QPushButton *startButton() { return control<QPushButton>("btnStartGame"); }
+    const GameSession &game() { return program_->window()->playController()->game(); }
 
     void click(QPoint at) { QTest::mouseClick(picture_, Qt::LeftButton, {}, at); }
     void move(QPoint at) { QTest::mouseMove(picture_, at); }
@@ -87,15 +103,34 @@ class TestBoardInput : public QObject {
         QCoreApplication::sendEvent(picture_, &leave);
     }
 
-    // A turn of 501 at the board: the local player throws, nothing placed.
-    void startTurn(int phase)
+    // A 501 against Bob at this board, recorded with its targets; Bob's
+    // cork is awaited.
+    void startAgainstBob()
     {
-        state_->gameType = 3;
-        state_->currentThrower = 2;
-        state_->throwPhase = phase;
-        state_->pipCount = 0;
-        board_->hidePips();
-        picture_->setEnabled(true);
+        control<QRadioButton>("opOpponent_1")->click();
+        control<QRadioButton>("opGame_2")->click();
+        findControl<QWidget>(program_->window(), "chkKeep01stats")->setProperty("checked", true);
+        QTimer::singleShot(0, [] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            QVERIFY(dialog);
+            dialog->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(QStringLiteral("Bob"));
+            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
+        });
+        QTest::mouseClick(startButton(), Qt::LeftButton);
+        QCOMPARE(game().phase(), GamePhase::CorkAwaited);
+    }
+    // Ann's first turn: Bob's cork far from the bull, Ann's on it.
+    void startAnnsTurn()
+    {
+        startAgainstBob();
+        click(above(150));
+        QTest::mouseClick(startButton(), Qt::LeftButton);
+        click(above(0));
+        QTest::mouseClick(startButton(), Qt::LeftButton);
+        QTest::mouseClick(startButton(), Qt::LeftButton);
+        QCOMPARE(game().phase(), GamePhase::Turn);
+        QCOMPARE(game().currentThrower(), 2);
+        sounds_.played.clear();
     }
 
 private slots:
@@ -103,136 +138,155 @@ private slots:
     {
         home_ = std::make_unique<TestHome>(QStringList{QStringLiteral("Ann")});
         sounds_ = {};
-        handoffs_ = {};
+        messages_ = {};
         program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
         QVERIFY(QTest::qWaitForWindowExposed(program_->window()));
-        picture_ = program_->window()->findChild<BoardPicture *>(QStringLiteral("Picture1"));
-        QVERIFY(picture_);
+        picture_ = control<BoardPicture>("Picture1");
         board_ = program_->window()->boardInput();
-        board_->setHandoffs(&handoffs_);
-        state_ = &program_->state();
     }
-    void cleanup()
+    void cleanup() { program_.reset(); }
+
+    // The board alone reports in board positions: a click with the flight
+    // drawn for it, the dart under the pointer, a drop only when the
+    // controller allowed the drag, and a drop outside putting it back.
+    void theBoardOnlyReports()
     {
-        program_.reset();
+        ReportLog log;
+        board_->setController(&log);
+        picture_->setEnabled(true);
+        program_->session().random.seed(3);
+        QRandomGenerator same(3);
+        click(QPoint(300, 200));
+        QCOMPARE(log.reports.last(), QStringLiteral("click 40 60 %1").arg(int(same.generateDouble() * 12)));
+        QVERIFY(marker("Pips_0")->isHidden());
+
+        board_->showMarker(MarkerSet::Local, 1, {40, 60}, 0);
+        board_->setMarking(MarkerSet::Local, 2);
+        move(QPoint(302, 203));
+        QCOMPARE(log.reports.last(), QStringLiteral("over 1 1"));
+        log.reports.clear();
+        // A refused drag is a click where the button comes up.
+        drag(QPoint(300, 200), QPoint(320, 230), Qt::LeftButton);
+        QCOMPARE(marker("Pips_1")->centre(), QPointF(300, 200));
+        QCOMPARE(log.reports.last(), QStringLiteral("click 60 30 %1").arg(int(same.generateDouble() * 12)));
+        log.dragging = true;
+        drag(QPoint(300, 200), QPoint(320, 230), Qt::LeftButton);
+        QCOMPARE(log.reports.last(), QStringLiteral("drop 0 1 60 30"));
+        drag(QPoint(320, 230), QPoint(700, 230), Qt::LeftButton);
+        QCOMPARE(marker("Pips_1")->centre(), QPointF(320, 230));
+        leaveBoard();
+        QCOMPARE(log.reports.last(), QStringLiteral("left"));
+        board_->setController(nullptr);
     }
 
     // Three darts of a turn: each click places the next marker centred on
-    // it with its sound and hand-offs; a wire still counts; a fourth click
-    // does nothing.
+    // it with its sounds, the live text and the advice for the next; a wire
+    // still counts; a fourth click does nothing. Without a game clicks
+    // place nothing.
     void threeClicksPlaceThreeDartsAndAFourthDoesNothing()
     {
-        startTurn(3);
-        // The advice for the first dart is the treble 20.
-        marker("TargetPips_0")->centreOn(above(118));
-        marker("TargetPips_0")->show();
+        picture_->setEnabled(true);
+        click(QPoint(300, 300));
+        QVERIFY(marker("Pips_0")->isHidden());
 
+        startAnnsTurn();
+        // The advice for the first dart is the treble 20.
+        QCOMPARE(marker("TargetPips_0")->centre(), QPointF(above(118)));
         click(above(118));
         DartMarker *first = marker("Pips_0");
         QVERIFY(!first->isHidden());
         QCOMPARE(first->centre(), QPointF(above(118)));
-        QCOMPARE(Darts::pipScore(first), (DartScore{3, 20}));
-        QVERIFY(program_->window()->findChild<QPushButton *>(QStringLiteral("btnStartGame"))->isEnabled());
+        QVERIFY(startButton()->isEnabled());
         QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "fanfare.wav"}));
-        QCOMPARE(handoffs_.calls, (QStringList{"show301Scores", "showNext01Target"}));
+        QVERIFY(control<QLabel>("gameText")->text().startsWith(QStringLiteral("\nAnn threw: Triple 20")));
+        QCOMPARE(marker("TargetPips_1")->centre(), QPointF(above(118)));
 
         const QPoint wire = wirePixel();
         QVERIFY(!wire.isNull());
         click(wire);
-        QCOMPARE(state_->pipCount, 2);
+        QCOMPARE(game().dartsPlaced(), 2);
         QVERIFY(!marker("Pips_1")->isHidden());
         QCOMPARE(sounds_.played.last(), QStringLiteral("boing2.wav:wait"));
 
         click(QPoint(300, 300));
-        QCOMPARE(state_->pipCount, 3);
-        // No advice is asked for after the third dart.
-        QCOMPARE(handoffs_.calls.count(QStringLiteral("showNext01Target")), 2);
-        QCOMPARE(handoffs_.calls.count(QStringLiteral("show301Scores")), 3);
-
+        QCOMPARE(game().dartsPlaced(), 3);
         const QPointF third = marker("Pips_2")->centre();
         const int soundsBefore = sounds_.played.size();
         click(QPoint(100, 400));
-        QCOMPARE(state_->pipCount, 3);
+        QCOMPARE(game().dartsPlaced(), 3);
         QCOMPARE(marker("Pips_2")->centre(), third);
         QCOMPARE(sounds_.played.size(), soundsBefore);
-
-        // No game chosen: clicks place nothing.
-        startTurn(3);
-        state_->gameType = 0;
-        click(QPoint(300, 300));
-        QCOMPARE(state_->pipCount, 0);
-        QVERIFY(marker("Pips_0")->isHidden());
     }
 
     // The cork: marker 0 of the thrower, the start button enabled, a second
     // click ignored; its marker drags with the left button. During a turn a
-    // marker drags only with the right button until the third dart.
+    // marker drags only with the right button until the third dart, and a
+    // dropped target snaps to its area's aiming point.
     void corkAndDragRules()
     {
-        startTurn(1);
-        state_->currentThrower = 1;
+        startAgainstBob();
         click(QPoint(280, 250));
-        QCOMPARE(state_->throwPhase, 2);
-        QCOMPARE(state_->pipCount, 1);
+        QCOMPARE(game().phase(), GamePhase::CorkPlaced);
         QVERIFY(!marker("CPips_0")->isHidden());
         QVERIFY(marker("Pips_0")->isHidden());
         QCOMPARE(sounds_.played, QStringList{"splat.wav:wait"});
+        QVERIFY(startButton()->isEnabled());
         click(QPoint(200, 200));
         QVERIFY(marker("CPips_1")->isHidden());
-        QCOMPARE(state_->pipCount, 1);
-
         drag(QPoint(280, 250), QPoint(250, 240), Qt::LeftButton);
         QCOMPARE(marker("CPips_0")->centre(), QPointF(250, 240));
+        QCOMPARE(*game().corkDart(1), (BoardPoint{-10, 20}));
+        cleanup();
+        init();
 
-        startTurn(3);
+        startAnnsTurn();
         click(QPoint(300, 300));
         drag(QPoint(300, 300), QPoint(320, 330), Qt::LeftButton);
         QCOMPARE(marker("Pips_0")->centre(), QPointF(300, 300));
         drag(QPoint(300, 300), QPoint(320, 330), Qt::RightButton);
         QCOMPARE(marker("Pips_0")->centre(), QPointF(320, 330));
+        QCOMPARE(*game().setDarts()[0], (BoardPoint{60, -70}));
         // The drop says where the dart now is.
         QCOMPARE(hover()->text(), dartDescriptionFromXY(60, -70));
         QVERIFY(!hover()->isHidden());
-        // Dropped outside the board picture, a marker goes back.
-        drag(QPoint(320, 330), QPoint(700, 330), Qt::RightButton);
-        QCOMPARE(marker("Pips_0")->centre(), QPointF(320, 330));
-    }
 
-    // A dropped target snaps to the aiming point of its area, or to the
-    // bull's centre off the board.
-    void targetsSnapToTheirAimingPoint()
-    {
-        startTurn(3);
-        state_->keepStats = true;
-        state_->pipCount = 3;
-        DartMarker *target = marker("TargetPips_0");
-        target->centreOn(QPointF(100, 100));
-        target->show();
-        drag(QPoint(100, 100), QPoint(263, 139), Qt::LeftButton);
-        QCOMPARE(target->centre(), QPointF(260, 142));
-        drag(QPoint(260, 142), QPoint(8, 8), Qt::LeftButton);
+        click(QPoint(200, 300));
+        click(QPoint(220, 300));
+        // All three targets stand on the treble 20; the last one is taken.
+        DartMarker *target = marker("TargetPips_2");
+        const QPointF double20 = BoardPicture::pictureFromBoard(aimPoint(2, 20));
+        drag(QPoint(260, 142), (double20 + QPointF(3, -2)).toPoint(), Qt::LeftButton);
+        QCOMPARE(target->centre(), double20);
+        QCOMPARE(game().targetScore(2), (DartScore{2, 20}));
+        drag(double20.toPoint(), QPoint(8, 8), Qt::LeftButton);
         QCOMPARE(target->centre(), QPointF(260, 260));
+        QCOMPARE(marker("TargetPips_0")->centre(), QPointF(260, 142));
     }
 
     // Hover texts: the cork's distance, the right edge, what stays after the
-    // third dart, and review's dart counts.
+    // third dart, the dart under the pointer, and review's dart counts.
     void hoverTexts()
     {
-        startTurn(1);
+        startAgainstBob();
         move(above(100));
         QCOMPARE(hover()->text(), distanceText(100, false) + QStringLiteral(" from bull."));
         QCOMPARE(hover()->geometry().bottom(), above(100).y() - 2);
+        cleanup();
+        init();
 
-        startTurn(3);
+        startAnnsTurn();
         move(QPoint(515, 260));
         QVERIFY(!hover()->isHidden());
         QVERIFY(hover()->geometry().right() < picture_->width());
         leaveBoard();
         QVERIFY(hover()->isHidden());
 
-        for (const QPoint at : {QPoint(200, 300), QPoint(210, 300), QPoint(220, 300)})
-            click(at);
+        click(QPoint(200, 300));
+        click(QPoint(300, 200));
+        move(QPoint(302, 203));
+        QCOMPARE(hover()->text(), QStringLiteral("Dart 2: ") + dartDescriptionFromXY(42, 57));
+        click(QPoint(220, 300));
         move(QPoint(400, 150));
         QVERIFY(hover()->isHidden());
         hover()->show();
@@ -241,17 +295,12 @@ private slots:
         QVERIFY(!hover()->isHidden());
         QCOMPARE(hover()->text(), last);
 
-        // Over the second marker in play the hover names it.
-        startTurn(3);
-        click(QPoint(200, 300));
-        click(QPoint(300, 200));
-        move(QPoint(302, 203));
-        QCOMPARE(hover()->text(), QStringLiteral("Dart 2: ") + dartDescriptionFromXY(42, 57));
-
-        program_->window()->switchMode(ModeReview);
-        state_->reviewCounts = {};
-        state_->reviewCounts[0][0] = 1;
-        state_->reviewCounts[2][1] = 7;
+        messages_.answers = {true};
+        program_->window()->switchMode(Mode::Review);
+        TargetCounts counts{};
+        counts[0][0] = 1;
+        counts[2][1] = 7;
+        program_->window()->reviewController()->setCounts(counts);
         move(QPoint(260, 260));
         QCOMPARE(hover()->text(), QStringLiteral("25/Bull -- 1 dart."));
         move(above(118));
@@ -261,34 +310,33 @@ private slots:
     }
 
     // Practice: read-outs follow the pointer, the third dart asks for
-    // confirmation; review clicks plot the area under the pointer.
+    // confirmation; review clicks choose the area under the pointer.
     void practiceAndReviewClicks()
     {
-        program_->window()->switchMode(ModePractice);
-        state_->pipCount = 0;
-        state_->targetX = 0;
-        state_->targetY = 118;
+        program_->window()->switchMode(Mode::Practice);
+        PracticeController *practice = program_->window()->practiceController();
+        practice->state().target = {0, 118};
+        QSignalSpy marked(practice, &PracticeController::setMarked);
         picture_->setEnabled(true);
-        auto *go = program_->window()->findChild<QPushButton *>(QStringLiteral("goButton"));
+        auto *go = control<QPushButton>("goButton");
         go->setEnabled(false);
         move(above(100));
-        QCOMPARE(program_->window()->findChild<QLabel *>(QStringLiteral("rdisttext_0"))->text(),
-                 distanceText(18, false));
+        QCOMPARE(control<QLabel>("rdisttext_0")->text(), distanceText(18, false));
         for (const QPoint at : {QPoint(250, 150), QPoint(270, 150)})
             click(at);
         QVERIFY(!go->isEnabled());
         click(QPoint(260, 135));
         QCOMPARE(go->text(), QStringLiteral("Confirm Darts"));
         QVERIFY(go->isEnabled());
-        QCOMPARE(program_->window()->findChild<QLabel *>(QStringLiteral("GeneralText"))->text(),
-                 QStringLiteral("Adjust Darts and \"Confirm\""));
-        QCOMPARE(handoffs_.calls, QStringList{"doAverageDist"});
+        QCOMPARE(control<QLabel>("GeneralText")->text(), QStringLiteral("Adjust Darts and \"Confirm\""));
+        QCOMPARE(marked.count(), 1);
 
-        program_->window()->switchMode(ModeReview);
-        handoffs_.calls.clear();
+        program_->window()->switchMode(Mode::Review);
+        QSignalSpy chosen(program_->window()->reviewController(), &ReviewController::areaChosen);
         click(above(118));
         click(QPoint(5, 5));
-        QCOMPARE(handoffs_.calls, QStringList{"doPlot 3 20"});
+        QCOMPARE(chosen.count(), 1);
+        QCOMPARE(chosen[0], (QVariantList{3, 20}));
         QVERIFY(hover()->isHidden());
     }
 };

@@ -1,7 +1,6 @@
 // Pointer rules over the board picture, without widgets.
 
 #include "board/pointer_rules.h"
-#include "startup/shared_state.h"
 
 #include <QTest>
 
@@ -69,17 +68,17 @@ private slots:
     void dragRules()
     {
         // Darts: once the set or the cork is complete, or with the right button.
-        QVERIFY(!dragAllowed(MarkerKind::Dart, ModePlay, 2, 3, false));
-        QVERIFY(dragAllowed(MarkerKind::Dart, ModePlay, 2, 3, true));
-        QVERIFY(dragAllowed(MarkerKind::Dart, ModePlay, 1, 2, false));
-        QVERIFY(dragAllowed(MarkerKind::Dart, ModePractice, 3, 0, false));
+        QVERIFY(!dragAllowed(MarkerKind::Dart, true, 2, ThrowPhase::TurnDarts, false));
+        QVERIFY(dragAllowed(MarkerKind::Dart, true, 2, ThrowPhase::TurnDarts, true));
+        QVERIFY(dragAllowed(MarkerKind::Dart, true, 1, ThrowPhase::CorkPlaced, false));
+        QVERIFY(dragAllowed(MarkerKind::Dart, false, 3, ThrowPhase::None, false));
         // Targets: only in play, once the set is complete or with the right
         // button during a turn.
-        QVERIFY(!dragAllowed(MarkerKind::Target, ModePractice, 3, 0, true));
-        QVERIFY(dragAllowed(MarkerKind::Target, ModePlay, 3, 0, false));
-        QVERIFY(!dragAllowed(MarkerKind::Target, ModePlay, 1, 2, true));
-        QVERIFY(dragAllowed(MarkerKind::Target, ModePlay, 1, 3, true));
-        QVERIFY(!dragAllowed(MarkerKind::Target, ModePlay, 1, 3, false));
+        QVERIFY(!dragAllowed(MarkerKind::Target, false, 3, ThrowPhase::None, true));
+        QVERIFY(dragAllowed(MarkerKind::Target, true, 3, ThrowPhase::None, false));
+        QVERIFY(!dragAllowed(MarkerKind::Target, true, 1, ThrowPhase::CorkPlaced, true));
+        QVERIFY(dragAllowed(MarkerKind::Target, true, 1, ThrowPhase::TurnDarts, true));
+        QVERIFY(!dragAllowed(MarkerKind::Target, true, 1, ThrowPhase::TurnDarts, false));
     }
 };
 

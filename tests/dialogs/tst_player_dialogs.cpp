@@ -5,7 +5,7 @@
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
-#include "startup/shared_state.h"
+#include "session/session.h"
 #include "stats/stats_store.h"
 
 #include <QComboBox>
@@ -46,7 +46,7 @@ class TestPlayerDialogs : public QObject {
 
     QTemporaryDir dir_;
     StatsStore store_;
-    SharedState state_;
+    Session session_;
     FakeMessages messages_;
 
     QStringList notices() const
@@ -62,7 +62,7 @@ private slots:
     {
         QFile::remove(dir_.filePath(QStringLiteral("t.db")));
         QVERIFY(store_.open(dir_.filePath(QStringLiteral("t.db"))));
-        state_ = SharedState{};
+        session_ = Session{};
         messages_ = FakeMessages{};
     }
     void cleanup() { store_.close(); }
@@ -71,7 +71,7 @@ private slots:
     // trailing blank is kept when the trimmed name is new.
     void newPlayerNamesAreCheckedTrimmedAndStoredAsTyped()
     {
-        NewUserDialog dialog(store_, state_, messages_, nullptr);
+        NewUserDialog dialog(store_, session_, messages_, nullptr);
         auto *name = control<QLineEdit>(&dialog, QStringLiteral("NameText"));
         auto *ok = control<QPushButton>(&dialog, QStringLiteral("OKButton"));
         QVERIFY(store_.insertPlayer(QStringLiteral("Ann")));
@@ -82,14 +82,14 @@ private slots:
         ok->click();
         QCOMPARE(notices(), QStringList({QStringLiteral("Please enter at least one letter in the \"Name\" field"),
                                          QStringLiteral("Sorry.  That name is already in use.")}));
-        QCOMPARE(state_.currentPlayerId, qint16(0));
+        QCOMPARE(session_.currentPlayerId, qint16(0));
 
         const QString typed = QStringLiteral("Zoë \"Z\" O'Neil; DROP TABLE players ");
         name->setText(typed);
         ok->click();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
-        QCOMPARE(state_.currentPlayerName, typed);
-        QCOMPARE(store_.playerName(state_.currentPlayerId), std::optional<QString>(typed));
+        QCOMPARE(session_.currentPlayerName, typed);
+        QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(typed));
         QCOMPARE(store_.playerCount(), std::optional<int>(2));
     }
 
@@ -99,12 +99,12 @@ private slots:
         for (const char *name : {"Ann", "Bo 'B' Ström"})
             QVERIFY(store_.insertPlayer(QString::fromUtf8(name)));
         int chosen = 0;
-        UserSelectDialog dialog(store_, state_, messages_, nullptr, [&] { ++chosen; });
+        UserSelectDialog dialog(store_, session_, messages_, nullptr, [&] { ++chosen; });
         auto *drop = control<QComboBox>(&dialog, QStringLiteral("userDrop"));
 
         QTimer::singleShot(0, [&] { control<QPushButton>(&dialog, QStringLiteral("CancelButton"))->click(); });
         dialog.dockShow();
-        QCOMPARE(state_.currentPlayerId, qint16(0));
+        QCOMPARE(session_.currentPlayerId, qint16(0));
         QCOMPARE(chosen, 0);
 
         QTimer::singleShot(0, [&] {
@@ -113,8 +113,8 @@ private slots:
             control<QPushButton>(&dialog, QStringLiteral("OKButton"))->click();
         });
         dialog.dockShow();
-        QCOMPARE(state_.currentPlayerId, qint16(2));
-        QCOMPARE(state_.currentPlayerName, QStringLiteral("Bo 'B' Ström"));
+        QCOMPARE(session_.currentPlayerId, qint16(2));
+        QCOMPARE(session_.currentPlayerName, QStringLiteral("Bo 'B' Ström"));
         QCOMPARE(chosen, 1);
     }
 
@@ -123,9 +123,9 @@ private slots:
     // its games; the Delete option goes when no other player is left.
     void managePlayers()
     {
-        state_.currentPlayerId = qint16(*store_.insertPlayer(QStringLiteral("Me")));
-        state_.currentPlayerName = QStringLiteral("Me");
-        UserEditDialog dialog(store_, state_, messages_, nullptr);
+        session_.currentPlayerId = qint16(*store_.insertPlayer(QStringLiteral("Me")));
+        session_.currentPlayerName = QStringLiteral("Me");
+        UserEditDialog dialog(store_, session_, messages_, nullptr);
         auto *deleteOption = control<QRadioButton>(&dialog, QStringLiteral("opOperation_1"));
         auto *drop = control<QComboBox>(&dialog, QStringLiteral("deletePlayerDrop"));
         auto *deleteFrame = control<QGroupBox>(&dialog, QStringLiteral("fraDeletePlayer"));
@@ -137,7 +137,7 @@ private slots:
             QVERIFY(control<QGroupBox>(&dialog, QStringLiteral("fraCreatePlayer"))->isVisible());
             control<QLineEdit>(&dialog, QStringLiteral("txtPlayerName"))->setText(QStringLiteral("Al \"Ace\""));
             control<QPushButton>(&dialog, QStringLiteral("btnCreatePlayer"))->click();
-            QCOMPARE(state_.currentPlayerName, QStringLiteral("Me"));
+            QCOMPARE(session_.currentPlayerName, QStringLiteral("Me"));
             QVERIFY(deleteOption->isEnabled());
             QCOMPARE(listed(drop), QStringList{QStringLiteral("Al \"Ace\"")});
 
@@ -147,8 +147,8 @@ private slots:
             control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
             edit->setText(QStringLiteral("It's me"));
             control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
-            QCOMPARE(state_.currentPlayerName, QStringLiteral("It's me"));
-            QCOMPARE(store_.playerName(state_.currentPlayerId), std::optional<QString>(QStringLiteral("It's me")));
+            QCOMPARE(session_.currentPlayerName, QStringLiteral("It's me"));
+            QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(QStringLiteral("It's me")));
 
             // The other player has practice and game rows.
             const qint64 al = *store_.playerIdByName(QStringLiteral("Al \"Ace\""));

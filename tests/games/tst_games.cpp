@@ -7,8 +7,7 @@
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
-#include "games/game_flow.h"
-#include "opponent/computer_turns.h"
+#include "games/play_controller.h"
 #include "startup/darts_window.h"
 #include "startup/program.h"
 
@@ -56,6 +55,7 @@ class TestGames : public QObject {
     {
         return findControl<T>(program_->window(), name);
     }
+    const GameSession &game() { return program_->window()->playController()->game(); }
     QPushButton *startButton() { return control<QPushButton>("btnStartGame"); }
     QString gameText() { return control<QLabel>("gameText")->text(); }
     void press(const QString &caption)
@@ -141,7 +141,7 @@ class TestGames : public QObject {
         for (int turn = 0; turn < 200 && !QTest::currentTestFailed()
                              && startButton()->text() != QLatin1String("Play Again");
              ++turn) {
-            if (program_->state().currentThrower == 2) {
+            if (game().currentThrower() == 2) {
                 throwDarts({"M", "M", "M"});
             } else {
                 const QString report = computerReport();
@@ -181,7 +181,7 @@ private slots:
         sounds_ = {};
         program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
-        program_->state().random.seed(7);
+        program_->session().random.seed(7);
         picture_ = control<BoardPicture>("Picture1");
     }
     void cleanup() { program_.reset(); }
@@ -193,7 +193,7 @@ private slots:
         startAgainst(QStringLiteral("Bob O'Neil"));
         QVERIFY(gameText().contains(QStringLiteral("Bob O'Neil: Throw the cork.")));
         corkAnnFirst();
-        QCOMPARE(program_->state().currentThrower, 2);
+        QCOMPARE(game().currentThrower(), 2);
 
         const QStringList miss{"M", "M", "M"};
         throwDarts({"T20", "T20", "T20"});
@@ -263,14 +263,14 @@ private slots:
         QCOMPARE(control<QLabel>("lblP2Points_1")->text(), QStringLiteral("60"));
         QCOMPARE(control<QLabel>("lblP2TotalPts")->text(), QStringLiteral("60"));
         QVERIFY(!control<QLabel>("P2ScoreImage_1")->pixmap().isNull());
-        QCOMPARE(program_->state().cricketMarks[1][2], 1);
+        QCOMPARE(game().cricketMarks()[1][2], 1);
         throwDarts({"T20", "M", "M"});
         press(QStringLiteral("Ok"));
         // Bob closed 20: Ann's next treble 20 scores nothing.
         throwDarts({"T20", "S14", "M"});
         press(QStringLiteral("Ok"));
         QCOMPARE(control<QLabel>("lblP2TotalPts")->text(), QStringLiteral("60"));
-        QCOMPARE(program_->state().cricketMarks[1][1], 3);
+        QCOMPARE(game().cricketMarks()[1][1], 3);
         const auto darts = rows(QStringLiteral("SELECT count(*) FROM gamesdarts"));
         QCOMPARE(darts[0][0].toInt(), 1 + 6);
     }
@@ -310,29 +310,6 @@ private slots:
         QCOMPARE(control<QLabel>("ostatsText")->text(), record);
     }
 
-    // Darts of a remote player, placed hidden on player 1's markers, are
-    // revealed one a tick and reported under the player's name.
-    void remoteDartsAreRevealed()
-    {
-        control<QRadioButton>("opGame_2")->click();
-        startAgainst(QStringLiteral("Bob"));
-        control<QTimer>("ThrowTimer")->setInterval(0);
-        const QString codes[] = {QStringLiteral("T20"), QStringLiteral("D20")};
-        for (int i = 0; i < 2; ++i) {
-            auto *marker = control<DartMarker>(qPrintable(QStringLiteral("CPips_%1").arg(i)));
-            marker->centreOn(pixel(codes[i]));
-            marker->hide();
-        }
-        ComputerTurns *turns = program_->window()->gameFlow()->computerTurns();
-        turns->setRemoteDarts(2, QStringLiteral("Bob"));
-        turns->computer01Turn();
-        QTRY_VERIFY(startButton()->isEnabled());
-        QCOMPARE(gameText(), QStringLiteral("\nBob threw: Triple 20, and Double 20 for 100 points. "
-                                            "(dart(s) withheld)\n\n(Click \"Ok\" to continue)"));
-        QCOMPARE(shownCPips(), 2);
-        QCOMPARE(sounds_.played.count(QStringLiteral("splat.wav:wait")), 2);
-    }
-
     // The computer's Cricket turn lists its darts without points; quitting
     // while it throws stops it.
     void computerCricketTurnsAndQuitting()
@@ -347,7 +324,7 @@ private slots:
         QVERIFY(!report.contains(QStringLiteral(" for ")));
         QCOMPARE(control<QLabel>("rstatsText")->text(), QStringLiteral("vs Virtual Beginner\nWon: 0  Lost: 0"));
         press(QStringLiteral("Ok"));
-        QCOMPARE(program_->state().currentThrower, 2);
+        QCOMPARE(game().currentThrower(), 2);
         throwDarts({"M", "M", "M"});
         press(QStringLiteral("Ok"));
 

@@ -45,12 +45,12 @@ private slots:
     // The fixed levels are the inch table in board units (202 units = 6.5").
     void fixedLevelsAreConvertedToBoardUnits()
     {
-        const SkillProfile master = fixedSkillProfile(SkillMaster);
+        const SkillProfile master = fixedSkillProfile(SkillLevel::Master);
         QCOMPARE(master.skillRadii[0], (DistanceBand{0, 0.25 * 202 / 6.5}));
         QCOMPARE(master.skillRadii[3].high, 1.5 * 202 / 6.5);
         QCOMPARE(master.wildness, 0.005);
-        QCOMPARE(fixedSkillProfile(SkillBPlayer).skillRadii[3].high, 3.0 * 202 / 6.5);
-        QCOMPARE(fixedSkillProfile(SkillAPlayer).wildness, 0.02);
+        QCOMPARE(fixedSkillProfile(SkillLevel::BPlayer).skillRadii[3].high, 3.0 * 202 / 6.5);
+        QCOMPARE(fixedSkillProfile(SkillLevel::APlayer).wildness, 0.02);
     }
 
     // Equal distances count once, across both tables; the 200th distinct
@@ -64,15 +64,15 @@ private slots:
         gameDart(199);
 
         SkillProfileState state;
-        state.profile = fixedSkillProfile(SkillMaster);
-        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        state.profile = fixedSkillProfile(SkillLevel::Master);
+        QVERIFY(buildSkillProfile(state, SkillLevel::You, 0, *store_, player_));
         QCOMPARE(state.youSampleCount, 199);
         QVERIFY(!state.youLevelAvailable());
         // Too few samples: the profile held before is kept.
         QCOMPARE(state.profile.wildness, 0.005);
 
         practiceDart(200);
-        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        QVERIFY(buildSkillProfile(state, SkillLevel::You, 0, *store_, player_));
         QCOMPARE(state.youSampleCount, 200);
         QVERIFY(state.youLevelAvailable());
         QCOMPARE(state.profile.skillRadii[0], (DistanceBand{0, 50}));
@@ -84,7 +84,7 @@ private slots:
         // Another player's darts change nothing.
         const qint64 other = *store_->insertPlayer(QStringLiteral("Bob"));
         gameDart(5000, 20, 3, other);
-        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        QVERIFY(buildSkillProfile(state, SkillLevel::You, 0, *store_, player_));
         QCOMPARE(state.youSampleCount, 200);
     }
 
@@ -97,7 +97,7 @@ private slots:
         for (double far : {400.0, 500.0, 600.0, 700.0})
             gameDart(far);
         SkillProfileState state;
-        QVERIFY(buildSkillProfile(state, SkillYou, 0, *store_, player_));
+        QVERIFY(buildSkillProfile(state, SkillLevel::You, 0, *store_, player_));
         const double average = (196 * 197 / 20.0 + 2200) / 200;
         QCOMPARE(state.profile.skillRadii[3].high, 3 * average);
         QCOMPARE(state.profile.skillRadii[3].low, 15.1); // the 50th farthest

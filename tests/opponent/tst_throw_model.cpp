@@ -29,7 +29,7 @@ private slots:
     // in step with the same sequence of numbers.
     void drawsInOrderFromTheGenerator()
     {
-        SkillProfile profile = fixedSkillProfile(SkillBPlayer);
+        SkillProfile profile = fixedSkillProfile(SkillLevel::BPlayer);
         profile.wildness = 0.5;
         QRandomGenerator thrower(1234);
         QRandomGenerator mirror(1234);
@@ -57,14 +57,14 @@ private slots:
     // beyond the last band match the wild share that can reach there.
     void largeSamplesFollowTheProfile_data()
     {
-        QTest::addColumn<int>("skill");
-        QTest::newRow("B-Player") << int(SkillBPlayer);
-        QTest::newRow("A-Player") << int(SkillAPlayer);
-        QTest::newRow("Master") << int(SkillMaster);
+        QTest::addColumn<SkillLevel>("skill");
+        QTest::newRow("B-Player") << SkillLevel::BPlayer;
+        QTest::newRow("A-Player") << SkillLevel::APlayer;
+        QTest::newRow("Master") << SkillLevel::Master;
     }
     void largeSamplesFollowTheProfile()
     {
-        QFETCH(int, skill);
+        QFETCH(SkillLevel, skill);
         const int n = 200000;
         const SkillProfile profile = fixedSkillProfile(skill);
         SkillProfile tame = profile;
@@ -103,7 +103,7 @@ private slots:
         const double reach = profile.wildness * (1 - profile.skillRadii[3].high / 202);
         QVERIFY2(near(beyond, reach, n), qPrintable(QString::number(beyond)));
         // The B-Player's median lies near 1.5 inches.
-        if (skill == SkillBPlayer)
+        if (skill == SkillLevel::BPlayer)
             QVERIFY(std::abs(bands[0] + bands[1] - n / 2) < n / 100);
     }
 

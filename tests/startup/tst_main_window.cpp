@@ -5,10 +5,11 @@
 #include "board/board_geometry.h"
 #include "board/board_picture.h"
 #include "dialogs/alert_box.h"
+#include "review/review_controller.h"
 #include "startup/darts_window.h"
 #include "startup/program.h"
 #include "startup/settings.h"
-#include "startup/sounds.h"
+#include "sound/sounds.h"
 
 #include <QAction>
 #include <QApplication>
@@ -107,8 +108,8 @@ private slots:
         QVERIFY(program.Main());
         QVERIFY(windowWasVisible);
         QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("in"));
-        QCOMPARE(program.state().currentPlayerName, name);
-        QCOMPARE(program.store().playerIdByName(name), std::optional<qint64>(program.state().currentPlayerId));
+        QCOMPARE(program.session().currentPlayerName, name);
+        QCOMPARE(program.store().playerIdByName(name), std::optional<qint64>(program.session().currentPlayerId));
         QCOMPARE(control<QLabel>(program.window(), "PlayerNameText")->text(),
                  QStringLiteral("Hey, ") + name + QStringLiteral("!"));
         QCOMPARE(control<QLabel>(program.window(), "Player2Text01")->text(), name);
@@ -124,7 +125,7 @@ private slots:
         whenDialogShows([](QWidget *dialog) { click(dialog, "Command1"); });
         QVERIFY(!program.Main());
         QCOMPARE(program.exitCode(), 0);
-        QVERIFY(program.state().shutDownDone);
+        QVERIFY(program.isShutDown());
         QVERIFY(!program.store().isOpen());
         QVERIFY(!program.window()->isVisible());
         QVERIFY(messages_.shown.isEmpty());
@@ -147,8 +148,8 @@ private slots:
         });
         QVERIFY(program.Main());
         QVERIFY(windowWasVisible);
-        QCOMPARE(program.state().currentPlayerName, QStringLiteral("Bo Ström"));
-        QCOMPARE(program.state().currentPlayerId, qint16(2));
+        QCOMPARE(program.session().currentPlayerName, QStringLiteral("Bo Ström"));
+        QCOMPARE(program.session().currentPlayerId, qint16(2));
     }
 
     // The screen check comes before anything else; 800 x 600 is enough.
@@ -191,19 +192,20 @@ private slots:
         QVERIFY(action(window, "mnuModePlay")->isChecked());
         QVERIFY(!action(window, "mnuModePlay")->isEnabled());
 
-        program->state().throwPhase = 3;
+        // A game against the computer has started: its cork is awaited.
+        QTest::mouseClick(control<QPushButton>(window, "btnStartGame"), Qt::LeftButton);
+        QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Confirm Dart"));
         messages_.answers = {false};
         action(window, "mnuModePractice")->trigger();
         QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Quit Game?")});
-        QCOMPARE(program->state().currentMode, int(ModePlay));
-        QCOMPARE(program->state().throwPhase, 3);
+        QCOMPARE(window->currentMode(), Mode::Play);
+        QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Confirm Dart"));
         QVERIFY(!action(window, "mnuModePractice")->isChecked());
         QVERIFY(action(window, "mnuModePlay")->isChecked());
 
         messages_.answers = {true};
         action(window, "mnuModePractice")->trigger();
-        QCOMPARE(program->state().currentMode, int(ModePractice));
-        QCOMPARE(program->state().throwPhase, 0);
+        QCOMPARE(window->currentMode(), Mode::Practice);
         QVERIFY(control<QGroupBox>(window, "practiceModeFrame")->isVisible());
         QVERIFY(!control<QGroupBox>(window, "PlayModeFrame")->isVisible());
         QCOMPARE(control<QLabel>(window, "GeneralText")->text(), QStringLiteral("Click \"Go\" to begin"));
@@ -217,7 +219,7 @@ private slots:
         QVERIFY(control<QGroupBox>(window, "ReviewModeFrame")->isVisible());
 
         action(window, "mnuModePlay")->trigger();
-        QCOMPARE(program->state().currentMode, int(ModePlay));
+        QCOMPARE(window->currentMode(), Mode::Play);
         QVERIFY(!board->isEnabled());
         QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Start Game"));
     }
@@ -228,9 +230,9 @@ private slots:
     {
         {
             auto program = started();
-            QVERIFY(!program->state().useCms);
+            QVERIFY(!program->session().useCms);
             action(program->window(), "mnuOptionsUseCms")->trigger();
-            QVERIFY(program->state().useCms);
+            QVERIFY(program->session().useCms);
             QVERIFY(!action(program->window(), "mnuOptionsUseInches")->isChecked());
             QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("cm"));
             QVERIFY(action(program->window(), "mnuOptionsSound")->isChecked());
@@ -239,7 +241,7 @@ private slots:
         }
         Program again(messages_, dbPath_);
         QVERIFY(again.Main());
-        QVERIFY(again.state().useCms);
+        QVERIFY(again.session().useCms);
         QVERIFY(!again.sounds().isEnabled());
         QVERIFY(!action(again.window(), "mnuOptionsSound")->isChecked());
         QVERIFY(action(again.window(), "mnuOptionsUseCms")->isChecked());
@@ -252,7 +254,7 @@ private slots:
     {
         auto program = started();
         action(program->window(), "mnuExit")->trigger();
-        QVERIFY(program->state().shutDownDone);
+        QVERIFY(program->isShutDown());
         QVERIFY(!program->store().isOpen());
         QVERIFY(!program->window()->isVisible());
         QVERIFY(program->store().open(dbPath_));
@@ -283,7 +285,7 @@ private slots:
             click(dialog, "OKButton");
         });
         QVERIFY(program.Main());
-        QCOMPARE(program.state().currentPlayerName, me);
+        QCOMPARE(program.session().currentPlayerName, me);
         auto count = [&](const char *table) {
             return rowCount(program.store(),
                             QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table)));
@@ -338,7 +340,7 @@ private slots:
         // The far dart is wild and the widest band stops at three times the average.
         QCOMPARE(control<QLabel>(window, "lblSkillRadii_3")->text(), distanceText(3 * 20708.0 / 200, false));
         QCOMPARE(control<QLabel>(window, "lblWildness")->text(), QStringLiteral("0.005"));
-        QCOMPARE(program->state().reviewCounts[2][1], 200);
+        QCOMPARE(program->window()->reviewController()->counts()[2][1], 200);
         action(window, "mnuModePlay")->trigger();
         chooseComputer();
         QVERIFY(control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());

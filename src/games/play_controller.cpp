@@ -1,0 +1,701 @@
+#include "games/play_controller.h"
+
+#include "board/board_picture.h"
+#include "board/dart_marker.h"
+#include "dialogs/messages.h"
+#include "games/checkout_chart.h"
+#include "games/game_frame.h"
+#include "net/opponent_name_dialog.h"
+#include "opponent/dart_by_dart_opponent.h"
+#include "opponent/skill_options.h"
+#include "opponent/skill_profile.h"
+#include "session/session.h"
+#include "sound/sounds.h"
+#include "stats/game_record.h"
+#include "stats/stats_store.h"
+
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+
+namespace tavrix {
+
+namespace {
+
+int selected(const QList<QAbstractButton *> &group)
+{
+    for (int i = 0; i < group.size(); ++i) {
+        if (group[i]->isChecked())
+            return i + 1;
+    }
+    return 0;
+}
+
+} // namespace
+
+PlayController::PlayController(const Context &context, QObject *parent)
+    : QObject(parent)
+    , c_(context)
+    , game_(context.chart, context.session, this)
+{
+    computer_ = new ComputerOpponent(c_.sounds, c_.chart, c_.session.random, c_.skill.profile, this);
+
+    GameFrame &f = c_.frame;
+    connect(f.btnStartGame, &QPushButton::clicked, this, &PlayController::btnStartGameClicked);
+    connect(f.btnQuitGame, &QPushButton::clicked, this, &PlayController::btnQuitGameClicked);
+    for (int i = 0; i < f.opGame.size(); ++i) {
+        connect(f.opGame[i], &QAbstractButton::clicked, this, [this, i] {
+            c_.frame.btnStartGame->setText(QStringLiteral("Start Game"));
+            setGameOptFrames(i);
+        });
+    }
+    for (int i = 0; i < f.opOpponent.size(); ++i)
+        connect(f.opOpponent[i], &QAbstractButton::clicked, this, [this, i] { opOpponentClicked(i); });
+    const QList<QAbstractButton *> skills = f.fraSkill->options();
+    for (int i = 0; i < skills.size(); ++i)
+        connect(skills[i], &QAbstractButton::clicked, this, [this, i] { opSkillClicked(i); });
+
+    connect(&game_, &GameSession::corkAwaited, this, &PlayController::corkAwaited);
+    connect(&game_, &GameSession::corkDecided, this, &PlayController::corkDecided);
+    connect(&game_, &GameSession::dartPlaced, this, &PlayController::dartPlaced);
+    connect(&game_, &GameSession::turnStarted, this, &PlayController::turnStarted);
+    connect(&game_, &GameSession::turnReported, this, &PlayController::turnReported);
+
+    f.opGame[2]->setChecked(true);
+    f.opOpponent[0]->setChecked(true);
+    opOpponentClicked(0);
+    setGameOptFrames(2);
+}
+
+PlayController::~PlayController() = default;
+
+bool PlayController::gameInProgress() const
+{
+    return game_.phase() != GamePhase::Idle && game_.phase() != GamePhase::GameOver;
+}
+
+void PlayController::databaseFailed()
+{
+    c_.messages.error(c_.window, QString::fromLatin1(applicationTitle), c_.store.lastError());
+}
+
+void PlayController::record(const QList<GameDart> &rows)
+{
+    for (const GameDart &row : rows) {
+        if (!c_.store.insertGameDart(row))
+            databaseFailed();
+    }
+}
+
+// --- Options -------------------------------------------------------------
+
+void PlayController::setGameOptFrames(int index)
+{
+    GameFrame &f = c_.frame;
+    if (index == 0) {
+        f.fraCricketOptions->show();
+        f.fraCricketOptions->setEnabled(true);
+        f.fra01Options->hide();
+        return;
+    }
+    f.fra01Options->show();
+    f.fra01Options->setEnabled(true);
+    f.fraCricketOptions->hide();
+    f.fraCricketOptions->setEnabled(false);
+    const bool is301 = index == 1;
+    f.chkDoubleIn->setChecked(is301);
+    f.chkDoubleOut->setChecked(true);
+    const QString start = is301 ? QStringLiteral("301") : QStringLiteral("501");
+    f.fra01Score->setTitle(start + QStringLiteral(" Score"));
+    f.p1ScoreText->setText(start);
+    f.p2scoretext->setText(start);
+}
+
+void PlayController::opSkillClicked(int index)
+{
+    c_.frame.btnStartGame->setText(QStringLiteral("Start Game"));
+    c_.frame.fraMoodFactor->setVisible(index == 3);
+    c_.frame.fraMoodFactor->setEnabled(index == 3);
+}
+
+void PlayController::opOpponentClicked(int index)
+{
+    GameFrame &f = c_.frame;
+    f.btnStartGame->setText(QStringLiteral("Start Game"));
+    const QList<QAbstractButton *> skills = f.fraSkill->options();
+    const bool computer = index == 0;
+    f.fraSkill->setEnabled(computer);
+    for (QAbstractButton *skill : skills)
+        skill->setEnabled(computer);
+    const bool mood = computer && skills[3]->isChecked();
+    f.fraMoodFactor->setVisible(mood);
+    f.fraMoodFactor->setEnabled(mood);
+    if (computer)
+        f.fraSkill->showYouAvailability(c_.skill.youSampleCount);
+    else
+        f.fraSkill->findChild<QWidget *>(QStringLiteral("fraYouNeedSamples"))->hide();
+}
+
+// --- The main button -------------------------------------------------------
+
+// The button says what clicking it does now, and is enabled when that can be done.
+void PlayController::refreshButton()
+{
+    QString caption = QStringLiteral("Ok");
+    switch (game_.phase()) {
+    case GamePhase::Idle:
+        caption = QStringLiteral("Start Game");
+        break;
+    case GamePhase::CorkAwaited:
+        if (game_.throwerMarksHere())
+            caption = QStringLiteral("Confirm Dart");
+        break;
+    case GamePhase::CorkPlaced:
+        caption = QStringLiteral("Confirm Dart");
+        break;
+    case GamePhase::CorkResult:
+    case GamePhase::Turn:
+        break;
+    case GamePhase::GameOver:
+        caption = QStringLiteral("Play Again");
+        break;
+    }
+    c_.frame.btnStartGame->setText(caption);
+    c_.frame.btnStartGame->setEnabled(game_.canConfirm());
+}
+
+void PlayController::btnStartGameClicked()
+{
+    c_.board.hideHover();
+    switch (game_.phase()) {
+    case GamePhase::Idle:
+    case GamePhase::GameOver:
+        startGame(game_.phase() == GamePhase::GameOver);
+        break;
+    case GamePhase::CorkPlaced:
+        c_.frame.btnStartGame->setEnabled(false);
+        game_.confirmCork();
+        break;
+    case GamePhase::CorkResult:
+    case GamePhase::Turn:
+        okClicked();
+        break;
+    case GamePhase::CorkAwaited:
+        break;
+    }
+}
+
+void PlayController::startGame(bool playAgain)
+{
+    GameFrame &f = c_.frame;
+    c_.board.hidePips();
+    f.btnStartGame->setEnabled(false);
+    GameOptions options;
+    options.type = static_cast<GameType>(selected(f.opGame));
+    options.skill = static_cast<SkillLevel>(selected(f.fraSkill->options()));
+    options.opponent = static_cast<OpponentKind>(selected(f.opOpponent));
+    game_.chooseOptions(options);
+
+    if (options.opponent == OpponentKind::Computer) {
+        f.player1Text->setText(QStringLiteral("Computer"));
+        f.player1Text01->setText(f.player1Text->text());
+        game_.setThrowers(computer_, &localPlayer_);
+        continueStartGame(2);
+        return;
+    }
+    if (!playAgain) {
+        if (!opponentDialog_)
+            opponentDialog_ = new OpponentNameDialog(c_.window);
+        opponentDialog_->exec();
+        if (opponentDialog_->cancelled()) {
+            opponentName_.clear();
+        } else if (opponentDialog_->getChkNetworkPlay() == 1) {
+            c_.messages.notice(c_.window, QString::fromLatin1(applicationTitle),
+                               QStringLiteral("Games over the network are not available yet. "
+                                              "Untick \"Network Play\" to play at this board."));
+            opponentName_.clear();
+        } else {
+            opponentName_ = opponentDialog_->opponentName();
+        }
+    }
+    if (opponentName_.trimmed().isEmpty()) {
+        resetGame();
+        return;
+    }
+    f.player1Text->setText(opponentName_);
+    f.player1Text01->setText(f.player1Text->text());
+    game_.setThrowers(&personAtBoard_, &localPlayer_);
+    continueStartGame(1);
+}
+
+void PlayController::continueStartGame(int firstCorkThrower)
+{
+    GameFrame &f = c_.frame;
+    f.btnStartGame->setText(QStringLiteral("Confirm Dart"));
+    const double moodFactor = -(f.slider1->value() / 100.0);
+    GameOptions options = game_.options();
+    if (!buildSkillProfile(c_.skill, options.skill, moodFactor, c_.store, c_.session.currentPlayerId))
+        databaseFailed();
+    for (QWidget *frame : std::initializer_list<QWidget *>{f.fraGame, f.fraCricketOptions, f.fra01Options,
+                                                            f.fraOpponent, f.fraSkill}) {
+        frame->hide();
+        frame->setEnabled(false);
+    }
+    f.gameText->show();
+    game_.prepare();
+    setGameStats();
+    f.btnQuitGame->setEnabled(true);
+
+    const std::optional<qint64> id = c_.store.insertGame(
+        {c_.session.currentPlayerId, code(options.type), code(options.skill), f.player1Text->text()});
+    if (!id) {
+        // Without its row the game could not be recorded: back to the options.
+        databaseFailed();
+        resetGame();
+        return;
+    }
+    options.names = {f.player1Text->text(), f.player2Text->text()};
+    if (options.type == GameType::Cricket) {
+        options.keepStats = f.chkKeepCricketStats->isChecked();
+        options.simpleCricket = f.opCricketOptions[0]->isChecked();
+        showCricketBoard();
+    } else {
+        options.keepStats = f.chkKeep01stats->isChecked();
+        options.doubleIn = f.chkDoubleIn->isChecked();
+        options.doubleOut = f.chkDoubleOut->isChecked();
+        showX01Board(options.type == GameType::X01_301 ? 301 : 501);
+    }
+    game_.start(options, *id, firstCorkThrower);
+}
+
+void PlayController::showX01Board(int startScore)
+{
+    GameFrame &f = c_.frame;
+    f.fraCricketScore->hide();
+    f.fraCricketScore->setEnabled(false);
+    f.lblGameStartup->hide();
+    f.lblGameStartup->setEnabled(false);
+    f.fra01Score->show();
+    f.fra01Score->setEnabled(true);
+    f.p1ScoreText->setText(QString::number(startScore));
+    f.p2scoretext->setText(QString::number(startScore));
+}
+
+void PlayController::showCricketBoard()
+{
+    GameFrame &f = c_.frame;
+    const bool simple = f.opCricketOptions[0]->isChecked();
+    f.fraCricketScore->show();
+    f.fraCricketScore->setEnabled(true);
+    f.lblGameStartup->hide();
+    f.lblGameStartup->setEnabled(false);
+    f.fra01Score->hide();
+    f.fra01Score->setEnabled(false);
+    for (int slot = 0; slot < 7; ++slot) {
+        for (int player : {1, 2})
+            f.showMarks(player, slot, 0);
+        for (QLabel *points : {f.lblP1Points[slot], f.lblP2Points[slot]}) {
+            points->clear();
+            points->setVisible(!simple);
+            points->setEnabled(!simple);
+        }
+    }
+    for (QLabel *total : {f.lblP1TotalPts, f.lblP2TotalPts, f.lblTotalPts}) {
+        total->setVisible(!simple);
+        total->setEnabled(!simple);
+    }
+    f.lblP1TotalPts->setText(QStringLiteral("0"));
+    f.lblP2TotalPts->setText(QStringLiteral("0"));
+    f.colourThrower(0);
+}
+
+// --- The cork --------------------------------------------------------------------
+
+void PlayController::corkAwaited(int player)
+{
+    syncBoard();
+    if (!game_.throwerMarksHere()) {
+        refreshButton();
+        return;
+    }
+    if (game_.options().keepStats)
+        moveTarget(0, {0, 0});
+    c_.frame.gameText->setText(corkPrompt(game_.options().names[player - 1]));
+    c_.board.picture()->setEnabled(true);
+    refreshButton();
+}
+
+void PlayController::corkDecided()
+{
+    c_.frame.gameText->setText(game_.corkResultText());
+    refreshButton();
+    record(game_.corkRows());
+}
+
+// --- Darts --------------------------------------------------------------------------
+
+MarkerSet PlayController::markerSet(int player) const
+{
+    return player == 1 ? MarkerSet::Opponent : MarkerSet::Local;
+}
+
+ThrowPhase PlayController::throwPhase() const
+{
+    switch (game_.phase()) {
+    case GamePhase::CorkAwaited:
+        return ThrowPhase::CorkAwaited;
+    case GamePhase::CorkPlaced:
+    case GamePhase::CorkResult:
+        return ThrowPhase::CorkPlaced;
+    case GamePhase::Turn:
+        return ThrowPhase::TurnDarts;
+    case GamePhase::Idle:
+    case GamePhase::GameOver:
+        break;
+    }
+    return ThrowPhase::None;
+}
+
+void PlayController::syncBoard()
+{
+    c_.board.setMarking(markerSet(game_.currentThrower()), game_.dartsPlaced());
+    // Targets move only when they will be recorded with the local player's darts.
+    c_.board.setTargetsMovable(game_.options().keepStats && game_.currentThrower() == 2);
+}
+
+void PlayController::moveTarget(int index, BoardPoint at)
+{
+    game_.setTarget(index, at);
+    c_.board.placeTarget(index, at, game_.options().keepStats);
+}
+
+void PlayController::boardClicked(BoardPoint at, int flight)
+{
+    if (!game_.throwerMarksHere())
+        return;
+    const MarkerSet set = markerSet(game_.currentThrower());
+    // A dart marked here is where its marker stands.
+    auto mark = [&](int index) {
+        c_.board.showMarker(set, index, at, flight);
+        game_.placeDart(BoardInput::markerPoint(c_.board.markers(set)[index]));
+    };
+    if (game_.phase() == GamePhase::CorkAwaited) {
+        mark(0);
+        syncBoard();
+        c_.sounds.play(SoundCue::Splat, true);
+        refreshButton();
+        return;
+    }
+    if (game_.phase() != GamePhase::Turn || game_.dartsPlaced() >= 3)
+        return;
+    const int index = game_.dartsPlaced();
+    mark(index);
+    syncBoard();
+    c_.sounds.play(landingCue(*game_.setDarts()[index]), true);
+    c_.frame.btnStartGame->setEnabled(true);
+    playHitSound(index);
+    showLiveText();
+    if (game_.dartsPlaced() < 3)
+        showAdvice();
+}
+
+void PlayController::playHitSound(int index)
+{
+    const BoardPoint at = *game_.setDarts()[index];
+    const DartScore score = scoreFromXY(at.x, at.y);
+    std::optional<SoundCue> cue;
+    if (game_.options().type == GameType::Cricket) {
+        cue = cricketHitCue(score, game_.cricketMarks()[2 - game_.currentThrower()]);
+    } else {
+        cue = x01HitCue(score, game_.targetScore(index));
+    }
+    if (cue)
+        c_.sounds.play(*cue, false);
+}
+
+// A dart from a side that does not mark at this board shows with a flight
+// drawn for it, before its sound plays.
+void PlayController::dartPlaced(int player, int index)
+{
+    syncBoard();
+    if (game_.throwerMarksHere())
+        return;
+    const std::optional<BoardPoint> at =
+        game_.phase() == GamePhase::Turn ? game_.setDarts()[index] : game_.corkDart(player);
+    if (!at)
+        return;
+    c_.board.showMarker(markerSet(player), index, *at, c_.session.randomIndex(12));
+    c_.board.markers(markerSet(player))[index]->repaint();
+}
+
+void PlayController::showLiveText()
+{
+    const QString text = game_.liveText();
+    if (!text.isEmpty())
+        c_.frame.gameText->setText(text);
+}
+
+void PlayController::showAdvice()
+{
+    if (game_.dartsPlaced() > 2)
+        return;
+    if (const std::optional<BoardPoint> aim = game_.advice())
+        moveTarget(game_.dartsPlaced(), *aim);
+}
+
+void PlayController::markerDropped(MarkerSet set, int index, BoardPoint at, QPointF pixel)
+{
+    if (set == MarkerSet::Target) {
+        // A target snaps to the aiming point of the area it was dropped on,
+        // and to the bull's centre off the board or on a wire.
+        const DartScore area = scoreFromXY(at.x, at.y);
+        const BoardPoint aim = aimPoint(area.multiplier, area.number);
+        game_.setTarget(index, aim);
+        c_.board.placeTarget(index, aim, false);
+        return;
+    }
+    game_.moveDart(index, at);
+    const BoardPoint pointer = boardFromPicture(pixel.x(), pixel.y());
+    c_.board.showHover(playHoverCaption(std::hypot(pointer.x, pointer.y), angleFromXY(pointer.x, pointer.y),
+                                        game_.phase() == GamePhase::CorkAwaited, c_.session.useCms),
+                       pixel);
+    if (game_.phase() == GamePhase::Turn)
+        showLiveText();
+}
+
+bool PlayController::mayDrag(MarkerSet set, bool rightButton) const
+{
+    const MarkerKind kind = set == MarkerSet::Target ? MarkerKind::Target : MarkerKind::Dart;
+    return dragAllowed(kind, true, c_.board.placed(), throwPhase(), rightButton);
+}
+
+// --- The pointer --------------------------------------------------------------------
+
+void PlayController::pointerOver(const PointerSpot &spot)
+{
+    const bool cms = c_.session.useCms;
+    switch (spot.over) {
+    case PointerSpot::Over::Target:
+        c_.board.showMarkerHover(2, spot.pixel, cms);
+        return;
+    case PointerSpot::Over::Dart:
+        if (spot.index != noMarker) {
+            c_.board.showMarkerHover(-(spot.index + 1), spot.pixel, cms);
+            return;
+        }
+        break;
+    case PointerSpot::Over::Label:
+        if (c_.board.placed() < 3)
+            c_.board.showMarkerHover(static_cast<int>(throwPhase()), spot.pixel, cms);
+        return;
+    case PointerSpot::Over::Board:
+        break;
+    }
+    playHover(spot);
+}
+
+void PlayController::playHover(const PointerSpot &spot)
+{
+    const ThrowPhase phase = throwPhase();
+    if (phase == ThrowPhase::CorkPlaced || c_.board.placed() >= 3) {
+        c_.board.hideHover();
+        return;
+    }
+    c_.board.showHover(playHoverCaption(std::hypot(spot.at.x, spot.at.y), angleFromXY(spot.at.x, spot.at.y),
+                                        phase == ThrowPhase::CorkAwaited, c_.session.useCms),
+                       spot.pixel);
+}
+
+void PlayController::pointerLeft()
+{
+    // After the last dart of a set, or the cork dart, the last text stays.
+    if (c_.board.placed() == 3 || throwPhase() == ThrowPhase::CorkPlaced)
+        return;
+    c_.board.hideHover();
+}
+
+// --- Turns ------------------------------------------------------------------------------
+
+void PlayController::okClicked()
+{
+    if (game_.phase() == GamePhase::CorkResult) {
+        nextTurn();
+        return;
+    }
+    const SetOutcome outcome = game_.scoreSet();
+    showOutcome(outcome);
+    if (!outcome.won)
+        nextTurn();
+}
+
+void PlayController::nextTurn()
+{
+    c_.frame.btnStartGame->setEnabled(false);
+    c_.board.hidePips();
+    game_.nextTurn();
+}
+
+void PlayController::turnStarted(int player)
+{
+    setGameStats();
+    syncBoard();
+    c_.frame.colourThrower(player);
+    refreshButton();
+    if (!game_.throwerMarksHere()) {
+        c_.board.picture()->setEnabled(false);
+        c_.board.hideHover();
+        c_.board.hideMarkersFrom(markerSet(player), 0);
+        return;
+    }
+    c_.frame.gameText->setText(game_.turnPromptText());
+    // In Cricket only the local player is advised where to aim first.
+    if (game_.options().type != GameType::Cricket || player == 2)
+        showAdvice();
+    c_.board.picture()->setEnabled(true);
+}
+
+void PlayController::turnReported(const QString &report)
+{
+    c_.frame.gameText->setText(report);
+    refreshButton();
+}
+
+void PlayController::showCricketMark(int player, const CricketMark &mark)
+{
+    GameFrame &f = c_.frame;
+    f.showMarks(player, mark.slot, game_.cricketMarks()[player - 1][mark.slot]);
+    if (mark.slotPoints) {
+        (player == 1 ? f.lblP1Points : f.lblP2Points)[mark.slot]->setText(QString::number(*mark.slotPoints));
+        (player == 1 ? f.lblP1TotalPts : f.lblP2TotalPts)
+            ->setText(QString::number(cricketPointsOf(game_.cricketMarks()[player - 1])));
+    }
+}
+
+void PlayController::showOutcome(const SetOutcome &outcome)
+{
+    const int p = outcome.player;
+    const QString name = game_.messageName(p);
+    QRandomGenerator &random = c_.session.random;
+    if (outcome.doubleIn == SetOutcome::DoubleIn::DoubledIn)
+        c_.messages.alert(name + QStringLiteral(" doubled in!"), alertTitle(AlertKind::DoubledIn, random));
+    else if (outcome.doubleIn == SetOutcome::DoubleIn::Missed)
+        c_.messages.alert(name + QStringLiteral(" didn't double in."), alertTitle(AlertKind::NotDoubledIn, random));
+    record(outcome.rows);
+    for (const CricketMark &mark : outcome.marks)
+        showCricketMark(p, mark);
+    if (outcome.bust) {
+        c_.sounds.play(SoundCue::Awwww, false);
+        c_.messages.alert(name + QStringLiteral(" busted."), alertTitle(AlertKind::Bust, random));
+    }
+    if (outcome.won) {
+        endGame(outcome);
+        return;
+    }
+    // Applause waits when the thrower stands at this board.
+    if (outcome.applause)
+        c_.sounds.play(*outcome.applause, p == 2 || game_.options().opponent == OpponentKind::Human);
+    if (!outcome.columnLine.isEmpty()) {
+        QLabel *column = p == 1 ? c_.frame.p1ScoreText : c_.frame.p2scoretext;
+        column->setText(column->text() + outcome.columnLine);
+    }
+}
+
+void PlayController::endGame(const SetOutcome &outcome)
+{
+    const int p = outcome.player;
+    GameFrame &f = c_.frame;
+    c_.sounds.play(SoundCue::ApplauseWin, false);
+    c_.messages.alert(game_.messageName(p) + QStringLiteral(" won!"), QStringLiteral("Good Game!"));
+    QLabel *column = p == 1 ? f.p1ScoreText : f.p2scoretext;
+    column->setText(column->text() + QStringLiteral("\nWinner!"));
+    if (p == 2)
+        record_.bestLeg = std::min(record_.bestLeg, outcome.result.throws);
+    if (!c_.store.finishGame(game_.gameId(), outcome.result))
+        databaseFailed();
+    setGameStats();
+    GameOver();
+}
+
+void PlayController::GameOver()
+{
+    c_.frame.gameText->setText(game_.gameOverText());
+    refreshButton();
+    c_.frame.btnQuitGame->setEnabled(true);
+}
+
+// --- Quitting and the idle screen -------------------------------------------
+
+void PlayController::btnQuitGameClicked()
+{
+    if (gameInProgress()
+        && !c_.messages.askYesNo(c_.window, QStringLiteral("Quit Game?"), QStringLiteral("Quit game in progress?")))
+        return;
+    resetGame();
+    c_.board.picture()->setEnabled(false);
+}
+
+void PlayController::resetGame()
+{
+    GameFrame &f = c_.frame;
+    f.gameText->hide();
+    for (QWidget *frame : std::initializer_list<QWidget *>{f.fraGame, f.fraOpponent, f.fraSkill}) {
+        frame->show();
+        frame->setEnabled(true);
+    }
+    f.btnQuitGame->setEnabled(false);
+    for (QWidget *score : std::initializer_list<QWidget *>{f.fraCricketScore, f.fra01Score}) {
+        score->hide();
+        score->setEnabled(false);
+    }
+    f.lblGameStartup->setText(QStringLiteral("\nHey, ") + c_.session.currentPlayerName
+                              + QStringLiteral("!\nThrow a game of darts!\n\nSelect your options "
+                                               "above, and click \"Start Game\"."));
+    f.lblGameStartup->show();
+    f.lblGameStartup->setEnabled(true);
+    const bool cricket = f.opGame[0]->isChecked();
+    f.fraCricketOptions->setVisible(cricket);
+    f.fraCricketOptions->setEnabled(cricket);
+    f.fra01Options->setVisible(!cricket);
+    f.fra01Options->setEnabled(!cricket);
+    game_.reset();
+    refreshButton();
+    c_.board.hidePips();
+    syncBoard();
+    c_.board.hideHover();
+    hideGameStats();
+    // The skill options follow the opponent chosen.
+    opOpponentClicked(f.opOpponent[0]->isChecked() ? 0 : 1);
+}
+
+// --- The records beside the game ---------------------------------------------
+
+void PlayController::setGameStats()
+{
+    const GameOptions &options = game_.options();
+    if (const std::optional<GameRecordFigures> figures =
+            c_.store.gameRecord(c_.session.currentPlayerId, code(options.type), code(options.skill)))
+        record_ = *figures;
+    else
+        databaseFailed();
+    const QString opponent = recordOpponentName(code(options.opponent), code(options.skill), false,
+                                                opponentName_, c_.session.currentPlayerName);
+    const RecordTexts texts = gameRecordTexts(opponent, code(options.type), game_.tallies(), record_);
+    c_.statsLabels[1]->setText(texts.thisRound);
+    c_.statsLabels[3]->setText(texts.overall);
+    for (QLabel *label : std::as_const(c_.statsLabels)) {
+        label->show();
+        label->setEnabled(true);
+    }
+}
+
+void PlayController::hideGameStats()
+{
+    for (QLabel *label : std::as_const(c_.statsLabels)) {
+        label->hide();
+        label->setEnabled(false);
+    }
+}
+
+} // namespace tavrix

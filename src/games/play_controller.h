@@ -1,0 +1,117 @@
+#pragma once
+
+// Play mode: reads the game options, starts games, and shows what the game
+// model says: the prompts, the cork, the darts as markers, the score boards,
+// the records beside the board, the alerts and the sounds. Board clicks and
+// drops become darts of the person at this board; the computer's darts come
+// through the same model. Confirmed sets and finished games go to the store.
+
+#include "board/board_input.h"
+#include "games/game_session.h"
+#include "opponent/local_player.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QLabel;
+class QWidget;
+
+namespace tavrix {
+
+class CheckoutChart;
+class ComputerOpponent;
+class GameFrame;
+class Messages;
+class OpponentNameDialog;
+class Sounds;
+class StatsStore;
+struct Session;
+struct SkillProfileState;
+
+class PlayController : public QObject, public BoardController {
+    Q_OBJECT
+
+public:
+    struct Context {
+        Session &session;
+        StatsStore &store;
+        Sounds &sounds;
+        Messages &messages;
+        const CheckoutChart &chart;
+        SkillProfileState &skill;
+        BoardInput &board;
+        GameFrame &frame;
+        // rstatTitleLabel, rstatsText, ostatTitleLabel, ostatsText.
+        QList<QLabel *> statsLabels;
+        QWidget *window;
+    };
+    explicit PlayController(const Context &context, QObject *parent = nullptr);
+    ~PlayController() override;
+
+    GameSession &game() { return game_; }
+    const GameSession &game() const { return game_; }
+    ComputerOpponent *computer() const { return computer_; }
+    // A game has started and is not over: leaving it needs a question.
+    bool gameInProgress() const;
+
+    void resetGame();
+    void setGameOptFrames(int index);
+
+    // The board, in play mode.
+    void pointerOver(const PointerSpot &spot) override;
+    void pointerLeft() override;
+    void boardClicked(BoardPoint at, int flight) override;
+    bool mayDrag(MarkerSet set, bool rightButton) const override;
+    void markerDropped(MarkerSet set, int index, BoardPoint at, QPointF pixel) override;
+
+private:
+    void btnStartGameClicked();
+    void btnQuitGameClicked();
+    void opOpponentClicked(int index);
+    void opSkillClicked(int index);
+
+    void startGame(bool playAgain);
+    void continueStartGame(int firstCorkThrower);
+    void showX01Board(int startScore);
+    void showCricketBoard();
+    void okClicked();
+    void nextTurn();
+
+    // What the model reports.
+    void corkAwaited(int player);
+    void corkDecided();
+    void dartPlaced(int player, int index);
+    void turnStarted(int player);
+    void turnReported(const QString &report);
+    void showOutcome(const SetOutcome &outcome);
+    void endGame(const SetOutcome &outcome);
+    void GameOver();
+
+    void refreshButton();
+    void syncBoard();
+    ThrowPhase throwPhase() const;
+    MarkerSet markerSet(int player) const;
+    void showLiveText();
+    void showAdvice();
+    void moveTarget(int index, BoardPoint at);
+    void playHitSound(int index);
+    void showCricketMark(int player, const CricketMark &mark);
+    void record(const QList<GameDart> &rows);
+    void setGameStats();
+    void hideGameStats();
+    void playHover(const PointerSpot &spot);
+    void databaseFailed();
+
+    Context c_;
+    GameSession game_;
+    LocalPlayer localPlayer_;
+    // A second person at this board plays player 1 the same way.
+    LocalPlayer personAtBoard_;
+    ComputerOpponent *computer_ = nullptr;
+    OpponentNameDialog *opponentDialog_ = nullptr;
+    QString opponentName_;
+    GameRecordFigures record_;
+};
+
+} // namespace tavrix
