@@ -65,7 +65,7 @@ bool writeGameDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator
     qint64 game = 0;
     for (int set = 0; set < sets; ++set) {
         if (set % setsPerGame == 0) {
-            const auto id = store.insertGame({player, 3, 1 + set % 4, QStringLiteral("Computer")});
+            const auto id = store.insertGame({player, GameType::X01_501, SkillLevel(1 + set % 4), QStringLiteral("Computer")});
             if (!id)
                 return failed(store);
             game = *id;
@@ -133,7 +133,7 @@ bool benchGameRecord(StatsStore &store, qint64 player, QRandomGenerator &random)
     {
         StatsStore::Batch batch(store);
         for (int i = 0; i < games; ++i) {
-            const auto id = store.insertGame({player, 1 + i % 3, 1 + (i / 3) % 4, QStringLiteral("Computer")});
+            const auto id = store.insertGame({player, GameType(1 + i % 3), SkillLevel(1 + (i / 3) % 4), QStringLiteral("Computer")});
             if (!id
                 || !store.finishGame(*id, {i % 2 ? QStringLiteral("W") : QStringLiteral("L"),
                                            15 + int(random.bounded(40)), 0, 0,
@@ -147,7 +147,7 @@ bool benchGameRecord(StatsStore &store, qint64 player, QRandomGenerator &random)
     QElapsedTimer timer;
     for (int i = 0; i < reads; ++i) {
         timer.start();
-        if (!store.gameRecord(player, 1 + i % 3, 1 + (i / 3) % 4))
+        if (!store.gameRecord(player, GameType(1 + i % 3), SkillLevel(1 + (i / 3) % 4)))
             return failed(store);
         micros.push_back(timer.nsecsElapsed() / 1000.0);
     }

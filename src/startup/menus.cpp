@@ -5,7 +5,7 @@
 #include "dialogs/messages.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
-#include "games/play_controller.h"
+#include "play/play_controller.h"
 #include "session/session.h"
 #include "startup/program.h"
 #include "startup/settings.h"

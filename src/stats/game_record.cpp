@@ -2,27 +2,27 @@
 
 namespace tavrix {
 
-QString recordOpponentName(int opponentKind, int skillLevel, bool networkPlay,
+QString recordOpponentName(OpponentKind opponentKind, SkillLevel skillLevel, bool networkPlay,
                            const QString &opponentName, const QString &playerName)
 {
-    if (opponentKind != 2) {
+    if (opponentKind != OpponentKind::Human) {
         static const char *const levels[] = {"Beginner", "Player", "Pro"};
-        const QString level = skillLevel >= 1 && skillLevel <= 3
-                                  ? QString::fromLatin1(levels[skillLevel - 1])
+        const int level = code(skillLevel);
+        const QString name = level >= 1 && level <= 3 ? QString::fromLatin1(levels[level - 1])
                                   : playerName;
-        return QStringLiteral("Virtual ") + level;
+        return QStringLiteral("Virtual ") + name;
     }
     return networkPlay ? QStringLiteral("e-") + opponentName : opponentName;
 }
 
 namespace {
 
-QString recordText(const QString &opponent, int gameType, int wins, int losses, int bestLeg,
+QString recordText(const QString &opponent, GameType gameType, int wins, int losses, int bestLeg,
                    int bestOut)
 {
     QString text = QStringLiteral("vs ") + opponent + QStringLiteral("\nWon: ") + QString::number(wins)
                    + QStringLiteral("  Lost: ") + QString::number(losses);
-    if (gameType > 1)
+    if (isX01(gameType))
         text += QStringLiteral("\nBest Leg: ") + QString::number(bestLeg)
                 + QStringLiteral("\nBest out: ") + QString::number(bestOut);
     return text;
@@ -30,7 +30,7 @@ QString recordText(const QString &opponent, int gameType, int wins, int losses, 
 
 } // namespace
 
-RecordTexts gameRecordTexts(const QString &opponent, int gameType, const LocalTallies &tallies,
+RecordTexts gameRecordTexts(const QString &opponent, GameType gameType, const LocalTallies &tallies,
                             const GameRecordFigures &overall)
 {
     return {recordText(opponent, gameType, tallies.localWins, tallies.localLosses,

@@ -6,7 +6,7 @@
 
 namespace tavrix {
 
-std::optional<GameRecordFigures> StatsStore::gameRecord(qint64 playerId, int gameType, int skill)
+std::optional<GameRecordFigures> StatsStore::gameRecord(qint64 playerId, GameType gameType, SkillLevel skill)
 {
     // One pass over the player's games of this type and skill, read from the
     // games_record index alone: counts, fewest darts in a win, best finish.
@@ -19,14 +19,14 @@ std::optional<GameRecordFigures> StatsStore::gameRecord(qint64 playerId, int gam
     if (!query)
         return std::nullopt;
     query->addBindValue(playerId);
-    query->addBindValue(gameType);
-    query->addBindValue(skill);
+    query->addBindValue(code(gameType));
+    query->addBindValue(code(skill));
     if (!exec(*query, QStringLiteral("Cannot read the game record")) || !query->next())
         return std::nullopt;
     GameRecordFigures figures;
     figures.wins = query->value(0).toInt();
     figures.losses = query->value(1).toInt();
-    if (gameType > 1 && figures.wins + figures.losses > 0) {
+    if (isX01(gameType) && figures.wins + figures.losses > 0) {
         if (!query->value(2).isNull())
             figures.bestLeg = query->value(2).toInt();
         figures.bestOut = query->value(3).toInt();

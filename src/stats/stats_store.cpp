@@ -234,8 +234,8 @@ std::optional<qint64> StatsStore::insertGame(const NewGame &game)
         return {};
     query->addBindValue(storedDateTimeNow());
     query->addBindValue(game.playerId);
-    query->addBindValue(game.gameType);
-    query->addBindValue(game.skill);
+    query->addBindValue(code(game.gameType));
+    query->addBindValue(code(game.skill));
     query->addBindValue(game.opponent);
     if (!exec(*query, QStringLiteral("Cannot record the new game")))
         return std::nullopt;

@@ -5,6 +5,7 @@
 // Every value travels as a bound parameter, so names and numbers never become
 // statement text and numbers never depend on the locale.
 
+#include "stats/game_codes.h"
 #include "stats/outchart_data.h"
 
 #include <QSqlDatabase>
@@ -90,8 +91,8 @@ struct GameRecordFigures {
 
 struct NewGame {
     qint64 playerId = 0;
-    int gameType = 0;
-    int skill = 0;
+    GameType gameType = GameType::None;
+    SkillLevel skill = SkillLevel::None;
     QString opponent;
 };
 
@@ -152,7 +153,7 @@ public:
     // Won and lost games of one type and skill level (the skill is stored
     // whatever the opponent, so it filters games against people too). Best
     // leg and best out are read for 301 and 501 only.
-    std::optional<GameRecordFigures> gameRecord(qint64 playerId, int gameType, int skill);
+    std::optional<GameRecordFigures> gameRecord(qint64 playerId, GameType gameType, SkillLevel skill);
     // Practice and game darts aimed at each scoring area.
     std::optional<TargetCounts> targetCounts(qint64 playerId);
 

@@ -9,7 +9,7 @@
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
-#include "games/play_controller.h"
+#include "play/play_controller.h"
 #include "practice/practice_controller.h"
 #include "review/review_controller.h"
 #include "session/session.h"

@@ -154,7 +154,7 @@ private slots:
             const qint64 al = *store_.playerIdByName(QStringLiteral("Al \"Ace\""));
             const qint64 target = *store_.insertStatTarget(al, 20, 1);
             QVERIFY(store_.insertStatThrow({al, target, 0, 0, 150, 0, 20, 1}));
-            QVERIFY(store_.insertGame({al, 3, 1, QStringLiteral("Computer")}));
+            QVERIFY(store_.insertGame({al, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")}));
 
             deleteOption->click();
             QVERIFY(deleteFrame->isVisible());

@@ -34,7 +34,7 @@ private slots:
         store_ = std::make_unique<StatsStore>();
         QVERIFY(store_->open(dir_->filePath(QStringLiteral("t.db"))));
         player_ = *store_->insertPlayer(QStringLiteral("Ann"));
-        game_ = *store_->insertGame({player_, 3, 1, QStringLiteral("Computer")});
+        game_ = *store_->insertGame({player_, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
         target_ = *store_->insertStatTarget(player_, 20, 1);
     }
     void cleanup()

@@ -273,7 +273,7 @@ private slots:
             QVERIFY(seed.open(dbPath_));
             for (const QString &name : {QStringLiteral("Other"), me}) {
                 const qint64 player = *seed.insertPlayer(name);
-                const qint64 game = *seed.insertGame({player, 3, 1, QStringLiteral("Computer")});
+                const qint64 game = *seed.insertGame({player, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
                 QVERIFY(seed.insertGameDart({game, player, 1, 0, 0, 118, 0, 20, 3, 20, 3}));
                 const qint64 target = *seed.insertStatTarget(player, 20, 3);
                 QVERIFY(seed.insertStatThrow({player, target, 0, 0, 118, 0, 20, 3}));

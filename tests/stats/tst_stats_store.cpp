@@ -149,7 +149,7 @@ void TestStatsStore::namesRoundTripExactly()
     QCOMPARE(store_.playerIdByName(name), id);
     // Names compare exactly: no trimming, no wildcards.
     QCOMPARE(store_.playerIdByName(name.trimmed() + QLatin1Char('x')), std::nullopt);
-    const std::optional<qint64> game = store_.insertGame({*id, 3, 2, name});
+    const std::optional<qint64> game = store_.insertGame({*id, GameType::X01_501, SkillLevel::APlayer, name});
     QVERIFY(game);
     Reader db(path_);
     QCOMPARE(db.value(QStringLiteral("SELECT opponent FROM games WHERE id = %1").arg(*game))
@@ -161,7 +161,7 @@ void TestStatsStore::namesRoundTripExactly()
 void TestStatsStore::gameDartsAreStoredAsGiven()
 {
     const qint64 player = *store_.insertPlayer(QStringLiteral("Ann"));
-    const qint64 game = *store_.insertGame({player, 3, 4, QStringLiteral("Computer")});
+    const qint64 game = *store_.insertGame({player, GameType::X01_501, SkillLevel::You, QStringLiteral("Computer")});
     // The cork, then a first set.
     QVERIFY(store_.insertGameDart({game, player, 0, 1, 1.25, -3.5, 3.72, 25, 2, 25, 1}));
     QVERIFY(store_.insertGameDart({game, player, 1, 0, 0.1, 118.3, 0.3, 20, 3, 20, 3}));
@@ -224,7 +224,7 @@ void TestStatsStore::resetRemovesOnlyThatPlayersStatistics()
     const qint64 ann = *store_.insertPlayer(QStringLiteral("Ann"));
     const qint64 bob = *store_.insertPlayer(QStringLiteral("Bob"));
     for (const qint64 player : {ann, bob}) {
-        const qint64 game = *store_.insertGame({player, 3, 1, QStringLiteral("Computer")});
+        const qint64 game = *store_.insertGame({player, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
         const qint64 target = *store_.insertStatTarget(player, 20, 1);
         for (int seq = 0; seq < 3; ++seq) {
             QVERIFY(store_.insertGameDart({game, player, 1, seq, 0, 100, 18, 20, 1, 20, 3}));
@@ -334,50 +334,50 @@ void TestStatsStore::gameRecordCountsOneTypeAndSkill()
 {
     const qint64 ann = *store_.insertPlayer(QStringLiteral("Ann"));
     const qint64 bob = *store_.insertPlayer(QStringLiteral("Bob"));
-    QCOMPARE(*store_.gameRecord(ann, 3, 3), (GameRecordFigures{0, 0, 99, 0}));
+    QCOMPARE(*store_.gameRecord(ann, GameType::X01_501, SkillLevel::Master), (GameRecordFigures{0, 0, 99, 0}));
 
-    auto game = [&](qint64 player, int type, int skill, const char *result, int throws, int outSet) {
+    auto game = [&](qint64 player, GameType type, SkillLevel skill, const char *result, int throws, int outSet) {
         const qint64 id = *store_.insertGame({player, type, skill, QStringLiteral("Computer")});
         if (*result)
             QVERIFY(store_.finishGame(id, {QString::fromLatin1(result), throws, 0, 0, outSet}));
     };
     // Only lost 501s at Master: no best leg, no best out.
-    game(ann, 3, 3, "L", 30, 0);
-    QCOMPARE(*store_.gameRecord(ann, 3, 3), (GameRecordFigures{0, 1, 99, 0}));
-    game(ann, 3, 3, "W", 24, 81);
-    game(ann, 3, 3, "W", 18, 40);
-    game(ann, 3, 3, "", 0, 0); // quit: no result
+    game(ann, GameType::X01_501, SkillLevel::Master, "L", 30, 0);
+    QCOMPARE(*store_.gameRecord(ann, GameType::X01_501, SkillLevel::Master), (GameRecordFigures{0, 1, 99, 0}));
+    game(ann, GameType::X01_501, SkillLevel::Master, "W", 24, 81);
+    game(ann, GameType::X01_501, SkillLevel::Master, "W", 18, 40);
+    game(ann, GameType::X01_501, SkillLevel::Master, "", 0, 0); // quit: no result
     // Other games that must not count: another skill, type, player.
-    game(ann, 3, 2, "W", 9, 170);
-    game(ann, 2, 3, "W", 12, 160);
-    game(bob, 3, 3, "W", 15, 100);
-    QCOMPARE(*store_.gameRecord(ann, 3, 3), (GameRecordFigures{2, 1, 18, 81}));
+    game(ann, GameType::X01_501, SkillLevel::APlayer, "W", 9, 170);
+    game(ann, GameType::X01_301, SkillLevel::Master, "W", 12, 160);
+    game(bob, GameType::X01_501, SkillLevel::Master, "W", 15, 100);
+    QCOMPARE(*store_.gameRecord(ann, GameType::X01_501, SkillLevel::Master), (GameRecordFigures{2, 1, 18, 81}));
     // Cricket keeps no best leg or best out.
-    game(ann, 1, 3, "W", 20, 0);
-    QCOMPARE(*store_.gameRecord(ann, 1, 3), (GameRecordFigures{1, 0, 99, 0}));
+    game(ann, GameType::Cricket, SkillLevel::Master, "W", 20, 0);
+    QCOMPARE(*store_.gameRecord(ann, GameType::Cricket, SkillLevel::Master), (GameRecordFigures{1, 0, 99, 0}));
 
     store_.close();
-    QVERIFY(!store_.gameRecord(ann, 3, 3));
+    QVERIFY(!store_.gameRecord(ann, GameType::X01_501, SkillLevel::Master));
     QVERIFY(!store_.lastError().isEmpty());
 }
 
 void TestStatsStore::recordTextsNameTheOpponent()
 {
     const QString ann = QStringLiteral("Ann O'Hara");
-    QCOMPARE(recordOpponentName(1, 2, false, {}, ann), QStringLiteral("Virtual Player"));
-    QCOMPARE(recordOpponentName(1, 4, false, {}, ann), QStringLiteral("Virtual Ann O'Hara"));
-    QCOMPARE(recordOpponentName(2, 1, true, QStringLiteral("Bob"), ann), QStringLiteral("e-Bob"));
-    QCOMPARE(recordOpponentName(2, 1, false, QStringLiteral("Bob"), ann), QStringLiteral("Bob"));
+    QCOMPARE(recordOpponentName(OpponentKind::Computer, SkillLevel::APlayer, false, {}, ann), QStringLiteral("Virtual Player"));
+    QCOMPARE(recordOpponentName(OpponentKind::Computer, SkillLevel::You, false, {}, ann), QStringLiteral("Virtual Ann O'Hara"));
+    QCOMPARE(recordOpponentName(OpponentKind::Human, SkillLevel::BPlayer, true, QStringLiteral("Bob"), ann), QStringLiteral("e-Bob"));
+    QCOMPARE(recordOpponentName(OpponentKind::Human, SkillLevel::BPlayer, false, QStringLiteral("Bob"), ann), QStringLiteral("Bob"));
 
     LocalTallies tallies;
     tallies.localWins = 2;
     tallies.localLosses = 1;
     tallies.localBestOut = 40;
     tallies.localBestLeg = 18;
-    const RecordTexts x01 = gameRecordTexts(QStringLiteral("Virtual Pro"), 3, tallies, {5, 7, 99, 0});
+    const RecordTexts x01 = gameRecordTexts(QStringLiteral("Virtual Pro"), GameType::X01_501, tallies, {5, 7, 99, 0});
     QCOMPARE(x01.thisRound, QStringLiteral("vs Virtual Pro\nWon: 2  Lost: 1\nBest Leg: 18\nBest out: 40"));
     QCOMPARE(x01.overall, QStringLiteral("vs Virtual Pro\nWon: 5  Lost: 7\nBest Leg: 99\nBest out: 0"));
-    QCOMPARE(gameRecordTexts(QStringLiteral("Bob"), 1, tallies, {}).thisRound,
+    QCOMPARE(gameRecordTexts(QStringLiteral("Bob"), GameType::Cricket, tallies, {}).thisRound,
              QStringLiteral("vs Bob\nWon: 2  Lost: 1"));
 }
 

@@ -1,10 +1,10 @@
-#include "games/play_controller.h"
+#include "play/play_controller.h"
 
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
 #include "dialogs/messages.h"
 #include "games/checkout_chart.h"
-#include "games/game_frame.h"
+#include "play/game_frame.h"
 #include "net/opponent_name_dialog.h"
 #include "opponent/dart_by_dart_opponent.h"
 #include "opponent/skill_options.h"
@@ -249,7 +249,7 @@ void PlayController::continueStartGame(int firstCorkThrower)
     f.btnQuitGame->setEnabled(true);
 
     const std::optional<qint64> id = c_.store.insertGame(
-        {c_.session.currentPlayerId, code(options.type), code(options.skill), f.player1Text->text()});
+        {c_.session.currentPlayerId, options.type, options.skill, f.player1Text->text()});
     if (!id) {
         // Without its row the game could not be recorded: back to the options.
         databaseFailed();
@@ -675,13 +675,13 @@ void PlayController::setGameStats()
 {
     const GameOptions &options = game_.options();
     if (const std::optional<GameRecordFigures> figures =
-            c_.store.gameRecord(c_.session.currentPlayerId, code(options.type), code(options.skill)))
+            c_.store.gameRecord(c_.session.currentPlayerId, options.type, options.skill))
         record_ = *figures;
     else
         databaseFailed();
-    const QString opponent = recordOpponentName(code(options.opponent), code(options.skill), false,
+    const QString opponent = recordOpponentName(options.opponent, options.skill, false,
                                                 opponentName_, c_.session.currentPlayerName);
-    const RecordTexts texts = gameRecordTexts(opponent, code(options.type), game_.tallies(), record_);
+    const RecordTexts texts = gameRecordTexts(opponent, options.type, game_.tallies(), record_);
     c_.statsLabels[1]->setText(texts.thisRound);
     c_.statsLabels[3]->setText(texts.overall);
     for (QLabel *label : std::as_const(c_.statsLabels)) {

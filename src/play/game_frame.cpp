@@ -1,4 +1,4 @@
-#include "games/game_frame.h"
+#include "play/game_frame.h"
 
 #include "opponent/skill_options.h"
 

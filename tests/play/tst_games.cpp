@@ -7,7 +7,7 @@
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
-#include "games/play_controller.h"
+#include "play/play_controller.h"
 #include "startup/darts_window.h"
 #include "startup/program.h"
 
