@@ -1,54 +1,12 @@
 // The rules of X01 and Cricket, without widgets.
 
+#include "../support/board_points.h"
 #include "games/cricket_rules.h"
 #include "games/x01_rules.h"
 
 #include <QTest>
 
 using namespace tavrix;
-
-namespace {
-
-// A board point inside the area: "T20", "D16", "S5", "B" (bull), "OB"
-// (outer bull), "M" (a miss off the board).
-BoardPoint at(const QString &code)
-{
-    if (code == QLatin1String("B"))
-        return {0, 0};
-    if (code == QLatin1String("OB"))
-        return {0, 13};
-    if (code == QLatin1String("M"))
-        return {0, 240};
-    const int multiplier = QStringLiteral("SDT").indexOf(code[0]) + 1;
-    return aimPoint(multiplier, code.mid(1).toInt());
-}
-
-SetDarts set(const QStringList &codes)
-{
-    SetDarts darts{};
-    for (int i = 0; i < codes.size(); ++i) {
-        if (!codes[i].isEmpty())
-            darts[i] = at(codes[i]);
-    }
-    return darts;
-}
-
-DartScore scoreOf(const QString &code)
-{
-    const BoardPoint p = at(code);
-    return scoreFromXY(p.x, p.y);
-}
-
-CheckoutChart testChart()
-{
-    CheckoutChart chart;
-    chart.load({{40, QStringLiteral("T10,D5"), QStringLiteral("D20")},
-                {32, QStringLiteral("D16"), QStringLiteral("D16")},
-                {60, QStringLiteral("S20,D20"), QStringLiteral("S20,D20")}});
-    return chart;
-}
-
-} // namespace
 
 class TestGameRules : public QObject {
     Q_OBJECT
@@ -168,6 +126,10 @@ private slots:
         QVERIFY(cricketWon(marks, 1, true));
         marks[1][6] = 3;
         QVERIFY(cricketWon(marks, 2, false));
+        // Level on points with every number closed is a win.
+        marks[0][1] = 5;
+        QVERIFY(cricketWon(marks, 2, false));
+        QVERIFY(cricketWon(marks, 1, false));
 
         // The advice: the bull first, then the treble 20, the single once
         // marked, and behind on points a number still open for the opponent.

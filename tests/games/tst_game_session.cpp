@@ -1,0 +1,284 @@
+// The game model without any widget: a scripted opponent plays whole games
+// through the Thrower interface against darts entered for the local player,
+// as the play controller enters them.
+
+#include "../support/board_points.h"
+#include "games/game_session.h"
+#include "games/thrower.h"
+#include "opponent/local_player.h"
+#include "session/session.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace tavrix;
+
+namespace {
+
+// An opponent that throws its cork and its sets from a script, at once.
+struct ScriptedOpponent : Thrower {
+    BoardPoint cork;
+    QList<QStringList> sets;
+    int stops = 0;
+    bool marksAtThisBoard() const override { return false; }
+    void throwCork(GameSession &game, int) override
+    {
+        game.placeDart(cork);
+        game.confirmCork();
+    }
+    void takeTurn(GameSession &game, int) override
+    {
+        const QStringList set = sets.isEmpty() ? QStringList{} : sets.takeFirst();
+        for (const QString &dart : set)
+            game.placeDart(at(dart));
+        game.reportTurn(QStringLiteral("threw ") + set.join(QLatin1Char(',')));
+    }
+    void stop() override { ++stops; }
+};
+
+GameOptions x01Options(GameType type, bool keepStats)
+{
+    GameOptions options;
+    options.type = type;
+    options.opponent = OpponentKind::Human;
+    options.doubleIn = type == GameType::X01_301;
+    options.doubleOut = true;
+    options.keepStats = keepStats;
+    options.names = {QStringLiteral("Bob"), QStringLiteral("Ann")};
+    return options;
+}
+
+} // namespace
+
+class TestGameSession : public QObject {
+    Q_OBJECT
+
+    CheckoutChart chart_ = testChart();
+    Session session_;
+    ScriptedOpponent bob_;
+    LocalPlayer ann_;
+    std::unique_ptr<GameSession> game_;
+
+    void start(const GameOptions &options, int firstCork)
+    {
+        game_->chooseOptions(options);
+        game_->prepare();
+        game_->start(options, 7, firstCork);
+    }
+    // Ann marks a set as the board would, aiming every dart at `target`.
+    void annThrows(const QStringList &darts, const QString &target = QStringLiteral("T20"))
+    {
+        QCOMPARE(game_->currentThrower(), 2);
+        for (int i = 0; i < darts.size(); ++i) {
+            game_->setTarget(i, at(target));
+            QCOMPARE(game_->placeDart(at(darts[i])), i);
+        }
+    }
+
+private slots:
+    void init()
+    {
+        session_.currentPlayerId = 3;
+        bob_ = ScriptedOpponent{};
+        game_ = std::make_unique<GameSession>(chart_, session_);
+        game_->setThrowers(&bob_, &ann_);
+    }
+
+    // A whole 501, double out: the cork, sets that score, a bust that keeps
+    // the score, the finish on a double; the rows of Ann's darts and of the
+    // game; the tallies.
+    void aScriptedOpponentPlaysA501()
+    {
+        QSignalSpy reports(game_.get(), &GameSession::turnReported);
+        bob_.cork = {0, 50};
+        bob_.sets = {{"S1", "S1", "S1"}, {"M", "M", "M"}, {"S5", "S5", "S5"}};
+        start(x01Options(GameType::X01_501, true), 2);
+        QCOMPARE(game_->phase(), GamePhase::CorkAwaited);
+        QVERIFY(!game_->canConfirm());
+        QCOMPARE(game_->placeDart({0, 10}), 0);
+        QCOMPARE(game_->phase(), GamePhase::CorkPlaced);
+        game_->confirmCork();
+        // Bob's cork came from the script; Ann's was nearer.
+        QCOMPARE(game_->phase(), GamePhase::CorkResult);
+        QCOMPARE(game_->currentThrower(), 2);
+        QCOMPARE(game_->corkResultText(),
+                 QStringLiteral("\nBob's dart: 1.608\"\nAnn's dart: 0.321\"\n\nAnn goes first.\n(Click \"Ok\")"));
+        const QList<GameDart> cork = game_->corkRows();
+        QCOMPARE(cork.size(), 1);
+        QCOMPARE((QList<int>{cork[0].setSeq, cork[0].dartSeq, cork[0].targetScore, cork[0].targetRing}),
+                 (QList<int>{0, 1, 25, 1}));
+        QCOMPARE(cork[0].dist, 10.0);
+
+        QStringList column;
+        QList<QList<GameDart>> rows;
+        auto confirm = [&] {
+            const SetOutcome outcome = game_->scoreSet();
+            column << (outcome.won ? QStringLiteral("won") : outcome.columnLine);
+            rows << outcome.rows;
+            if (!outcome.won)
+                game_->nextTurn();
+            return outcome;
+        };
+        game_->nextTurn();
+        annThrows({"T20", "T20", "T20"});
+        QCOMPARE(confirm().applause, std::optional(SoundCue::Applause140));
+        QCOMPARE(reports.count(), 1); // Bob's first set came in at once
+        QCOMPARE(game_->dartsPlaced(), 3);
+        QCOMPARE(confirm().columnLine, QStringLiteral("\n498"));
+        annThrows({"T20", "T20", "T20"});
+        confirm();
+        confirm(); // Bob misses
+        annThrows({"T20", "T20", "D20"});
+        const SetOutcome bust = confirm();
+        QVERIFY(bust.bust);
+        QCOMPARE(game_->remaining(2), 141);
+        confirm();
+        annThrows({"T20", "T19", "D12"}, QStringLiteral("D12"));
+        const SetOutcome win = confirm();
+
+        QVERIFY(win.won);
+        QCOMPARE(column, (QStringList{"\n321", "\n498", "\n141", "*", "*", "\n483", "won"}));
+        QCOMPARE(game_->phase(), GamePhase::GameOver);
+        QCOMPARE(game_->gameOverText(), QStringLiteral("\nAnn won that one.\n\nClick \"Play Again\" to play the "
+                                                        "same game, or \"Quit Game\" to change options."));
+        QCOMPARE(win.result.result, QStringLiteral("W"));
+        QCOMPARE((QList<int>{win.result.throws, win.result.points, win.result.bestSet, win.result.outSet}),
+                 (QList<int>{12, 501, 180, 141}));
+        QCOMPARE(game_->tallies().localWins, 1);
+        QCOMPARE(game_->tallies().localBestOut, 141);
+        QCOMPARE(game_->tallies().localBestLeg, 12);
+
+        // Ann's sets are numbered 1 to 4; Bob's turns are not hers to record.
+        QCOMPARE(rows.size(), 7);
+        QList<int> sets;
+        for (const QList<GameDart> &set : rows) {
+            for (const GameDart &dart : set)
+                sets << dart.setSeq;
+        }
+        QCOMPARE(sets, (QList<int>{1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}));
+        const GameDart last = rows.last().last();
+        QCOMPARE((QList<int>{last.gameId == 7, last.playerId == 3, last.dartSeq, last.score, last.ring,
+                             last.targetScore, last.targetRing}),
+                 (QList<int>{1, 1, 2, 12, 2, 12, 2}));
+        // Aimed at the double's centre, it stands on the nearest whole pixel.
+        QVERIFY(last.dist < 0.71);
+        QCOMPARE(rows[0][0].targetScore, 20);
+    }
+
+    // 301, double in: darts before the double do not count; the set that
+    // misses the double is asked about too. Without "Keep" nothing is recorded.
+    void doubleInAndNoRecords()
+    {
+        bob_.cork = {0, 5};
+        bob_.sets = {{"T20", "T20", "T20"}};
+        start(x01Options(GameType::X01_301, false), 2);
+        game_->placeDart({0, 100});
+        game_->confirmCork();
+        QCOMPARE(game_->currentThrower(), 1);
+        QVERIFY(game_->corkRows().isEmpty());
+        game_->nextTurn();
+        QVERIFY(game_->canConfirm());
+        const SetOutcome missed = game_->scoreSet();
+        QCOMPARE(missed.doubleIn, SetOutcome::DoubleIn::Missed);
+        QCOMPARE(missed.columnLine, QStringLiteral("*"));
+        game_->nextTurn();
+        annThrows({"S20", "D10", "T20"});
+        const SetOutcome in = game_->scoreSet();
+        QCOMPARE(in.doubleIn, SetOutcome::DoubleIn::DoubledIn);
+        QCOMPARE(game_->remaining(2), 221);
+        QVERIFY(in.rows.isEmpty());
+        QVERIFY(game_->doubledIn(2));
+    }
+
+    // Cricket: marks for the thrower, a win once everything is closed;
+    // the advice follows the marks.
+    void cricketToTheEnd()
+    {
+        bob_.cork = {0, 200};
+        bob_.sets = {{"M"}, {"M"}, {"M"}};
+        GameOptions options = x01Options(GameType::Cricket, false);
+        start(options, 2);
+        game_->placeDart({0, 0});
+        game_->confirmCork();
+        game_->nextTurn();
+        const QList<QStringList> annSets{{"T20", "T19", "T18"}, {"T17", "T16", "T15"}, {"B", "B", "OB"}};
+        for (int i = 0; i < annSets.size(); ++i) {
+            QCOMPARE(game_->advice().has_value(), true);
+            annThrows(annSets[i]);
+            const SetOutcome outcome = game_->scoreSet();
+            QCOMPARE(outcome.marks.size(), 3);
+            if (i < 2) {
+                QCOMPARE(outcome.applause, std::optional(SoundCue::Applause140));
+                QVERIFY(!outcome.won);
+                game_->nextTurn();
+                QVERIFY(!game_->scoreSet().won); // Bob's miss
+                game_->nextTurn();
+            } else {
+                QVERIFY(outcome.won);
+            }
+        }
+        QCOMPARE(game_->cricketMarks()[1], (CricketRow{5, 3, 3, 3, 3, 3, 3}));
+        QCOMPARE(game_->gameOverText().left(14), QStringLiteral("\nAnn won that "));
+    }
+
+    // Darts are taken only when one is awaited: not before the game, not
+    // past three, not after the side has reported; corrections move them.
+    void dartsOnlyWhenAwaited()
+    {
+        QCOMPARE(game_->placeDart({0, 0}), -1);
+        bob_.cork = {0, 50};
+        bob_.sets = {{"S1"}};
+        start(x01Options(GameType::X01_501, false), 2);
+        game_->placeDart({0, 10});
+        QCOMPARE(game_->placeDart({0, 20}), -1);
+        game_->moveDart(0, {0, 30});
+        QCOMPARE(*game_->corkDart(2), (BoardPoint{0, 30}));
+        game_->confirmCork();
+        game_->nextTurn();
+        annThrows({"S1", "S1", "S1"});
+        QCOMPARE(game_->placeDart(at("S1")), -1);
+        game_->moveDart(1, at("T20"));
+        QCOMPARE(game_->placedScores(), (QList<DartScore>{{1, 1}, {3, 20}, {1, 1}}));
+        game_->scoreSet();
+        game_->nextTurn();
+        QCOMPARE(game_->placeDart(at("S1")), -1); // Bob has reported
+        game_->reset();
+        QCOMPARE(game_->phase(), GamePhase::Idle);
+        QCOMPARE(bob_.stops, 1);
+    }
+
+    // The tallies of the present opponent are cleared when the type, skill
+    // or opponent of the game going ahead differ from the options before.
+    void talliesFollowTheOptions()
+    {
+        bob_.cork = {0, 50};
+        bob_.sets = {{"M", "M", "M"}};
+        GameOptions options = x01Options(GameType::X01_501, false);
+        start(options, 2);
+        game_->placeDart({0, 0});
+        game_->confirmCork();
+        game_->nextTurn();
+        annThrows({"T20", "T20", "T20"});
+        game_->scoreSet();
+        game_->nextTurn();
+        game_->scoreSet();
+        game_->nextTurn();
+        annThrows({"T20", "T20", "T20"});
+        game_->scoreSet();
+        game_->nextTurn();
+        game_->scoreSet();
+        game_->nextTurn();
+        annThrows({"T20", "T19", "D12"});
+        QVERIFY(game_->scoreSet().won);
+        QCOMPARE(game_->tallies().localWins, 1);
+
+        start(options, 2);
+        QCOMPARE(game_->tallies().localWins, 1);
+        options.type = GameType::X01_301;
+        start(options, 2);
+        QCOMPARE(game_->tallies().localWins, 0);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestGameSession)
+#include "tst_game_session.moc"
