@@ -291,11 +291,6 @@ void BoardInput::hideHover()
     scoreHoverText_->hide();
 }
 
-QString BoardInput::hoverText() const
-{
-    return scoreHoverText_->text();
-}
-
 void BoardInput::pressed(QPointF at, Qt::MouseButton button)
 {
     clickPending_ = false;

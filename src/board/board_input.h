@@ -79,7 +79,6 @@ public:
     // of them are placed; whether the targets may be dragged too.
     void setMarking(MarkerSet set, int placed);
     void setTargetsMovable(bool movable) { targetsMovable_ = movable; }
-    MarkerSet markingSet() const { return marking_; }
     int placed() const { return placed_; }
 
     void hidePips();
@@ -95,7 +94,6 @@ public:
     void showHover(const QString &text, QPointF pixel);
     void showMarkerHover(int kind, QPointF pixel, bool useCms);
     void hideHover();
-    QString hoverText() const;
 
     // The marker a press at this picture point would drag, or none.
     DartMarker *closestPip(double x, double y) const;

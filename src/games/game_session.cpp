@@ -34,7 +34,6 @@ void GameSession::prepare()
 {
     if (previousCodes_ != codes_)
         tallies_.clearLocalStats();
-    turnNumber_ = 0;
     setSeq_ = 0;
     localThrows_ = 0;
     gameBestSet_ = 0;
@@ -193,7 +192,6 @@ void GameSession::nextTurn()
     set_ = {};
     placed_ = 0;
     reported_ = false;
-    ++turnNumber_;
     // The sets marked at this board are numbered; the cork is set 0.
     if (throwerMarksHere())
         ++setSeq_;

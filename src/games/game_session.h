@@ -74,7 +74,6 @@ public:
 
     // Player 1's side and player 2's; kept until changed.
     void setThrowers(Thrower *player1, Thrower *player2);
-    Thrower *thrower(int player) const { return throwers_[player - 1]; }
 
     // The options of a game about to start, chosen on "Start Game" whether
     // or not the game then starts.
@@ -118,8 +117,6 @@ public:
     // Whether the main button may be clicked now.
     bool canConfirm() const;
 
-    int turnNumber() const { return turnNumber_; }
-    int setNumber() const { return setSeq_; }
     // The darts of the set being thrown, and how many were placed.
     const SetDarts &setDarts() const { return set_; }
     int dartsPlaced() const { return placed_; }
@@ -132,11 +129,8 @@ public:
     QList<GameDart> corkRows() const;
 
     // 301/501.
-    int startScore() const { return startScore_; }
     int remaining(int player) const { return scoreHistory_[player - 1].last(); }
-    const QList<int> &scoreHistory(int player) const { return scoreHistory_[player - 1]; }
     bool doubledIn(int player) const { return doubledIn_[player - 1]; }
-    int bestSet() const { return gameBestSet_; }
     // Cricket.
     const CricketMarks &cricketMarks() const { return cricketMarks_; }
 
@@ -150,7 +144,6 @@ public:
     // "Name: Throw your darts..." when a turn at this board starts.
     QString turnPromptText() const;
     QString gameOverText() const;
-    int winner() const { return winner_; }
 
 signals:
     // The cork of `player` is awaited.
@@ -187,7 +180,6 @@ private:
     // Targets stay where they were last put, also from one set to the next.
     std::array<BoardPoint, 3> targets_;
 
-    int turnNumber_ = 0;
     int setSeq_ = 0;
     int localThrows_ = 0;
     int startScore_ = 0;

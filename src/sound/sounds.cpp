@@ -103,15 +103,15 @@ void Sounds::play(const char *file, bool wait)
         player_.playSound(folder_ + QLatin1Char('/') + QLatin1String(file), wait);
 }
 
-void Sounds::playDefaultSound(bool wait) { play("splat.wav", wait); }
-void Sounds::playBoing(bool wait) { play("boing2.wav", wait); }
-void Sounds::playHarp(bool wait) { play("harp1.wav", wait); }
-void Sounds::playFanfare(bool wait) { play("fanfare.wav", wait); }
-void Sounds::playApplause60(bool wait) { play("applause60.wav", wait); }
-void Sounds::playApplause100(bool wait) { play("applause100.wav", wait); }
-void Sounds::playApplause140(bool wait) { play("applause140.wav", wait); }
-void Sounds::playApplauseWin(bool wait) { play("applausewin.wav", wait); }
-void Sounds::playAwwww(bool wait) { play("awwww.wav", wait); }
+void Sounds::playDefaultSound(bool wait) { play(SoundCue::Splat, wait); }
+void Sounds::playBoing(bool wait) { play(SoundCue::Boing, wait); }
+void Sounds::playHarp(bool wait) { play(SoundCue::Harp, wait); }
+void Sounds::playFanfare(bool wait) { play(SoundCue::Fanfare, wait); }
+void Sounds::playApplause60(bool wait) { play(SoundCue::Applause60, wait); }
+void Sounds::playApplause100(bool wait) { play(SoundCue::Applause100, wait); }
+void Sounds::playApplause140(bool wait) { play(SoundCue::Applause140, wait); }
+void Sounds::playApplauseWin(bool wait) { play(SoundCue::ApplauseWin, wait); }
+void Sounds::playAwwww(bool wait) { play(SoundCue::Awwww, wait); }
 
 void Sounds::play(SoundCue cue, bool wait)
 {

@@ -110,12 +110,7 @@ class TestBoardInput : public QObject {
         control<QRadioButton>("opOpponent_1")->click();
         control<QRadioButton>("opGame_2")->click();
         findControl<QWidget>(program_->window(), "chkKeep01stats")->setProperty("checked", true);
-        QTimer::singleShot(0, [] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            QVERIFY(dialog);
-            dialog->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(QStringLiteral("Bob"));
-            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
-        });
+        answerOpponentName(QStringLiteral("Bob"));
         QTest::mouseClick(startButton(), Qt::LeftButton);
         QCOMPARE(game().phase(), GamePhase::CorkAwaited);
     }

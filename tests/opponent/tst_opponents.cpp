@@ -31,13 +31,16 @@ class TestOpponents : public QObject {
     CueLog sounds_;
     LocalPlayer ann_;
 
-    GameOptions options(GameType type, OpponentKind opponent)
+    // Starts a game with Bob as player 1, whose cork comes first or second.
+    static void start(GameSession &game, GameType type, OpponentKind opponent, int firstCork)
     {
-        GameOptions o;
-        o.type = type;
-        o.opponent = opponent;
-        o.names = {QStringLiteral("Bob"), QStringLiteral("Ann")};
-        return o;
+        GameOptions options;
+        options.type = type;
+        options.opponent = opponent;
+        options.names = {QStringLiteral("Bob"), QStringLiteral("Ann")};
+        game.chooseOptions(options);
+        game.prepare();
+        game.start(options, 1, firstCork);
     }
 
 private slots:
@@ -58,10 +61,7 @@ private slots:
         QSignalSpy placed(&game, &GameSession::dartPlaced);
         QSignalSpy reported(&game, &GameSession::turnReported);
 
-        const GameOptions o = options(GameType::X01_501, OpponentKind::Computer);
-        game.chooseOptions(o);
-        game.prepare();
-        game.start(o, 1, 2);
+        start(game, GameType::X01_501, OpponentKind::Computer, 2);
         game.placeDart(at("M"));
         game.confirmCork();
         QCOMPARE(game.phase(), GamePhase::CorkResult);
@@ -104,10 +104,7 @@ private slots:
         GameSession game(chart_, session_);
         game.setThrowers(&computer, &ann_);
         QSignalSpy reported(&game, &GameSession::turnReported);
-        const GameOptions o = options(GameType::Cricket, OpponentKind::Computer);
-        game.chooseOptions(o);
-        game.prepare();
-        game.start(o, 1, 2);
+        start(game, GameType::Cricket, OpponentKind::Computer, 2);
         game.placeDart(at("M"));
         game.confirmCork();
         if (game.currentThrower() == 2) {
@@ -134,10 +131,7 @@ private slots:
         GameSession game(chart_, session_);
         game.setThrowers(&bob, &ann_);
         QSignalSpy reported(&game, &GameSession::turnReported);
-        const GameOptions o = options(GameType::X01_501, OpponentKind::Human);
-        game.chooseOptions(o);
-        game.prepare();
-        game.start(o, 1, 1);
+        start(game, GameType::X01_501, OpponentKind::Human, 1);
         QCOMPARE(game.phase(), GamePhase::CorkAwaited);
         bob.placeCork({0, 3});
         QCOMPARE(game.currentThrower(), 2);

@@ -73,12 +73,7 @@ class TestGames : public QObject {
     void startAgainst(const QString &opponent)
     {
         control<QRadioButton>("opOpponent_1")->click();
-        QTimer::singleShot(0, [opponent] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            QVERIFY(dialog);
-            dialog->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(opponent);
-            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
-        });
+        answerOpponentName(opponent);
         press(QStringLiteral("Start Game"));
     }
     // Both corks: the opponent's far from the bull, Ann's close to it.

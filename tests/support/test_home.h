@@ -9,6 +9,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 
 struct TestHome {
@@ -39,4 +43,16 @@ T *findControl(const QWidget *window, const char *name)
     if (!found)
         qWarning("no control %s", name);
     return found;
+}
+
+// Types `name` into the "Human Opponent" dialog and clicks OK once the
+// dialog the next action opens is up.
+inline void answerOpponentName(const QString &name)
+{
+    QTimer::singleShot(0, [name] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QVERIFY(dialog);
+        dialog->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(name);
+        dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
+    });
 }
