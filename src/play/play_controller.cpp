@@ -37,7 +37,7 @@ int selected(const QList<QAbstractButton *> &group)
 PlayController::PlayController(const Context &context, QObject *parent)
     : QObject(parent)
     , c_(context)
-    , game_(context.chart, context.session, this)
+    , game_(context.chart, context.session)
 {
     computer_ = new ComputerOpponent(c_.sounds, c_.chart, c_.session.random, c_.skill.profile, this);
 
