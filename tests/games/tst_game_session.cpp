@@ -221,6 +221,21 @@ private slots:
         QCOMPARE(game_->gameOverText().left(14), QStringLiteral("\nAnn won that "));
     }
 
+    // Equal cork distances: against the computer it throws first, against a
+    // person at this board the local player does.
+    void corkTiesFollowTheOpponent()
+    {
+        for (const OpponentKind kind : {OpponentKind::Computer, OpponentKind::Human}) {
+            GameOptions options = x01Options(GameType::X01_501, false);
+            options.opponent = kind;
+            bob_.cork = {30, 40};
+            start(options, 2);
+            game_->placeDart({-50, 0});
+            game_->confirmCork();
+            QCOMPARE(game_->currentThrower(), kind == OpponentKind::Computer ? 1 : 2);
+        }
+    }
+
     // Darts are taken only when one is awaited: not before the game, not
     // past three, not after the side has reported; corrections move them.
     void dartsOnlyWhenAwaited()
