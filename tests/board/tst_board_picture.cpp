@@ -21,7 +21,6 @@ private slots:
         QCOMPARE(image.size(), QSize(520, 520));
         // The middle of each bed, away from the wires either side.
         const double radii[] = {3, 13.5, 66, 119.5, 157, 195.5};
-        int checked = 0;
         for (double radius : radii) {
             for (int number = 1; number <= 20; ++number) {
                 for (double offset : {-6.0, 0.0, 6.0}) {
@@ -36,11 +35,9 @@ private slots:
                                             .arg(number)
                                             .arg(radius)
                                             .arg(drawn.name())));
-                    ++checked;
                 }
             }
         }
-        QCOMPARE(checked, 360);
     }
 
     // Neighbouring numbers alternate dark and light, as on every board.
