@@ -7,6 +7,7 @@
 // (default 1000000 darts in a temporary folder)
 
 #include "games/checkout_chart.h"
+#include "fill_darts.h"
 #include "stats/stats_store.h"
 
 #include <QCoreApplication>
@@ -24,96 +25,7 @@ using namespace tavrix;
 
 namespace {
 
-constexpr int dartsPerSet = 3;
-constexpr int setsPerGame = 20;
-
-struct Dart {
-    double x;
-    double y;
-    double dist;
-    DartScore score;
-};
-
-Dart throwAt(QRandomGenerator &random, const BoardPoint &aim)
-{
-    const double radius = 60.0 * std::sqrt(random.generateDouble());
-    const double angle = random.bounded(360.0) * radPerDeg;
-    const double x = aim.x + radius * std::cos(angle);
-    const double y = aim.y + radius * std::sin(angle);
-    return {x, y, radius, scoreFromXY(x, y)};
-}
-
-double percentile(std::vector<double> values, double p)
-{
-    if (values.empty())
-        return 0;
-    const auto index = static_cast<std::size_t>(p * double(values.size() - 1));
-    std::nth_element(values.begin(), values.begin() + index, values.end());
-    return values[index];
-}
-
-bool failed(const StatsStore &store)
-{
-    std::fprintf(stderr, "failed: %s\n", qPrintable(store.lastError()));
-    return false;
-}
-
-bool writeGameDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
-                    std::vector<double> &setMicros)
-{
-    QElapsedTimer timer;
-    qint64 game = 0;
-    for (int set = 0; set < sets; ++set) {
-        if (set % setsPerGame == 0) {
-            const auto id = store.insertGame({player, GameType::X01_501, SkillLevel(1 + set % 4), QStringLiteral("Computer")});
-            if (!id)
-                return failed(store);
-            game = *id;
-        }
-        const int number = set % 3 == 0 ? 19 : 20;
-        const BoardPoint aim = aimPoint(3, number);
-        timer.start();
-        StatsStore::Batch batch(store);
-        for (int seq = 0; seq < dartsPerSet; ++seq) {
-            const Dart d = throwAt(random, aim);
-            if (!store.insertGameDart({game, player, set % setsPerGame + 1, seq, d.x, d.y, d.dist,
-                                       d.score.number, d.score.multiplier, number, 3}))
-                return failed(store);
-        }
-        if (!batch.commit())
-            return failed(store);
-        setMicros.push_back(timer.nsecsElapsed() / 1000.0);
-    }
-    return true;
-}
-
-bool writePracticeDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
-                        std::vector<double> &setMicros)
-{
-    QElapsedTimer timer;
-    for (int set = 0; set < sets; ++set) {
-        // Every number and ring in turn, with the bull among them.
-        const int value = set % 21 == 20 ? 25 : set % 21 + 1;
-        const int ring = value == 25 ? 1 : 1 + (set / 21) % 3;
-        const BoardPoint aim = aimPoint(ring, value);
-        timer.start();
-        // The target is written when the set opens, its darts when it is confirmed.
-        const auto target = store.insertStatTarget(player, value, ring);
-        if (!target)
-            return failed(store);
-        StatsStore::Batch batch(store);
-        for (int seq = 0; seq < dartsPerSet; ++seq) {
-            const Dart d = throwAt(random, aim);
-            if (!store.insertStatThrow({player, *target, seq, d.x, d.y, d.dist, d.score.number,
-                                        d.score.multiplier}))
-                return failed(store);
-        }
-        if (!batch.commit())
-            return failed(store);
-        setMicros.push_back(timer.nsecsElapsed() / 1000.0);
-    }
-    return true;
-}
+using namespace tavrix::bench;
 
 void report(const char *what, int darts, double seconds, const std::vector<double> &setMicros)
 {

@@ -111,6 +111,9 @@ bool StatsStore::open(const QString &path)
 void StatsStore::close()
 {
     statements_->byKey.clear();
+    // A result kept for this file means nothing for the next one.
+    quartersMemo_.reset();
+    countsMemo_.reset();
     if (!QSqlDatabase::contains(connectionName_))
         return;
     {

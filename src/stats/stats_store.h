@@ -16,6 +16,7 @@
 #include <initializer_list>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace tavrix {
 
@@ -72,6 +73,27 @@ struct DistanceQuarters {
     double thirdMin = 0, thirdMax = 0;
     double widestMin = 0, widestMax = 0; // the farthest quarter
     qint64 wildCount = 0;                // distances beyond three times the average
+};
+
+// Every distance the player has recorded, in games and in practice, as read:
+// unsorted and with repeats; whether an empty one was among them.
+struct PlayerDistances {
+    std::vector<double> values;
+    bool hasNull = false;
+};
+
+// The quarters of the distinct distances: the closest quarter and the
+// farthest quarter (a quarter rounded up), the rest of each half beyond them,
+// the average and the distances beyond three times it. Below `minSamples`
+// distinct distances only the count and the average are filled in.
+DistanceQuarters distanceQuartersOf(PlayerDistances distances, qint64 minSamples);
+
+// What has changed in the database: commits of other connections and rows
+// changed through this one. Equal stamps mean nothing was written between.
+struct ChangeStamp {
+    qint64 otherConnections = 0;
+    qint64 thisConnection = 0;
+    friend bool operator==(const ChangeStamp &, const ChangeStamp &) = default;
 };
 
 // Darts aimed at each scoring area: [ring - 1][target], target 0 the bull,
@@ -149,6 +171,8 @@ public:
 
     // The player's distances in quarters; the quarters are read only when
     // there are at least minSamples distinct distances.
+    // Both of these read all of the player's darts; a result is kept and
+    // given again until anything in the database changes.
     std::optional<DistanceQuarters> distanceQuarters(qint64 playerId, qint64 minSamples);
     // Won and lost games of one type and skill level (the skill is stored
     // whatever the opponent, so it filters games against people too). Best
@@ -156,6 +180,11 @@ public:
     std::optional<GameRecordFigures> gameRecord(qint64 playerId, GameType gameType, SkillLevel skill);
     // Practice and game darts aimed at each scoring area.
     std::optional<TargetCounts> targetCounts(qint64 playerId);
+    // One read of the player's distances, as the two above start from.
+    std::optional<PlayerDistances> playerDistances(qint64 playerId);
+    // How often the player's darts were read for the queries above.
+    int playerReads() const { return playerReads_; }
+    std::optional<ChangeStamp> changeStamp();
 
     // Writes grouped in one transaction: begin, write, commit. A batch that is
     // not committed is rolled back when it goes out of scope.
@@ -189,6 +218,20 @@ private:
     QString connectionName_;
     QString path_;
     QString lastError_;
+    struct QuartersMemo {
+        ChangeStamp stamp;
+        qint64 playerId = 0;
+        qint64 minSamples = 0;
+        DistanceQuarters quarters;
+    };
+    struct CountsMemo {
+        ChangeStamp stamp;
+        qint64 playerId = 0;
+        TargetCounts counts{};
+    };
+    std::optional<QuartersMemo> quartersMemo_;
+    std::optional<CountsMemo> countsMemo_;
+    int playerReads_ = 0;
     struct PreparedStatements;
     std::unique_ptr<PreparedStatements> statements_;
 };

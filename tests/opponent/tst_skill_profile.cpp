@@ -88,6 +88,67 @@ private slots:
         QCOMPARE(state.youSampleCount, 200);
     }
 
+    void quartersOfDistances_data()
+    {
+        QTest::addColumn<QList<double>>("distances");
+        QTest::addColumn<bool>("hasNull");
+        QTest::addColumn<QList<double>>("expected"); // count, average, the eight bounds, wild
+        QTest::newRow("five") << QList<double>{5, 1, 4, 2, 3} << false
+                              << QList<double>{5, 3, 2, 3, 3, 3, 3, 4, 5, 0};
+        // An empty distance sorts first and takes a place among the closest.
+        QTest::newRow("with an empty one") << QList<double>{5, 1, 4, 2, 3} << true
+                                           << QList<double>{5, 3, 1, 2, 2, 3, 3, 4, 5, 0};
+        // Repeats count once; quarters that hold nothing read 0.
+        QTest::newRow("two distinct") << QList<double>{1, 2, 1} << false
+                                      << QList<double>{2, 1.5, 1, 0, 0, 0, 0, 2, 2, 0};
+        QTest::newRow("one far dart") << QList<double>{1, 2, 3, 4, 5, 6, 7, 100} << false
+                                      << QList<double>{8, 16, 2, 3, 4, 5, 6, 7, 100, 1};
+    }
+    // The quarters as the profile cuts them, from distances in any order.
+    void quartersOfDistances()
+    {
+        QFETCH(QList<double>, distances);
+        QFETCH(bool, hasNull);
+        QFETCH(QList<double>, expected);
+        const DistanceQuarters q = distanceQuartersOf({{distances.begin(), distances.end()}, hasNull}, 1);
+        QCOMPARE((QList<double>{double(q.sampleCount), q.average, q.tightestMax, q.secondMin, q.secondMax,
+                                q.thirdMin, q.thirdMax, q.widestMin, q.widestMax, double(q.wildCount)}),
+                 expected);
+        const DistanceQuarters few = distanceQuartersOf({{distances.begin(), distances.end()}, hasNull}, 100);
+        QCOMPARE(few.sampleCount, q.sampleCount);
+        QCOMPARE(few.widestMax, 0.0);
+    }
+
+    // The quarters are read once and kept until the database changes,
+    // through this connection or another one; what is kept is what a fresh
+    // read gives.
+    void quartersAreKeptUntilTheDartsChange()
+    {
+        for (int d = 1; d <= 250; ++d)
+            practiceDart(d);
+        const DistanceQuarters first = *store_->distanceQuarters(player_, youMinSamples);
+        const int reads = store_->playerReads();
+        QCOMPARE(store_->distanceQuarters(player_, youMinSamples)->widestMax, first.widestMax);
+        QVERIFY(store_->targetCounts(player_));
+        QVERIFY(store_->targetCounts(player_));
+        QCOMPARE(store_->playerReads(), reads + 1);
+
+        practiceDart(900);
+        QCOMPARE(store_->distanceQuarters(player_, youMinSamples)->widestMax, 900.0);
+        {
+            StatsStore other(QStringLiteral("other"));
+            QVERIFY(other.open(dir_->filePath(QStringLiteral("t.db"))));
+            QVERIFY(other.insertStatThrow({player_, target_, 0, 0, 0, 950, 0, 0}));
+            const DistanceQuarters fresh = *other.distanceQuarters(player_, youMinSamples);
+            const DistanceQuarters kept = *store_->distanceQuarters(player_, youMinSamples);
+            QCOMPARE(kept.widestMax, 950.0);
+            QCOMPARE((QList<double>{kept.average, kept.tightestMax, kept.secondMax, kept.thirdMin, kept.widestMin}),
+                     (QList<double>{fresh.average, fresh.tightestMax, fresh.secondMax, fresh.thirdMin, fresh.widestMin}));
+            QCOMPARE((*store_->targetCounts(player_))[0][1], 252);
+        }
+        QCOMPARE(store_->playerReads(), reads + 4);
+    }
+
     // Far darts are wild, and the widest band stops at three times the
     // average distance however far they went.
     void wildDartsAndTheWidestBandCut()

@@ -1,0 +1,128 @@
+// What reading a player's darts costs at scale: one full read of the
+// player's distances, the "You" profile, the per-target counts of review,
+// start-up to the idle main window, and entering Play and Review with and
+// without new darts, each also as a ratio to the full read.
+//
+// Usage: bench_player_darts [database file] [darts]
+// (a new database of 1000000 darts for one player in a temporary folder when
+// no file is given; an existing file must hold exactly one player)
+
+#include "../tests/support/fake_messages.h"
+#include "fill_darts.h"
+#include "opponent/skill_profile.h"
+#include "startup/darts_window.h"
+#include "startup/program.h"
+#include "stats/stats_store.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <functional>
+
+using namespace tavrix;
+
+namespace {
+
+// The best of a few runs, in milliseconds: the machine is shared and noisy.
+double bestOf(int runs, const std::function<bool()> &run)
+{
+    double best = -1;
+    for (int i = 0; i < runs; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        if (!run())
+            return -1;
+        const double ms = timer.nsecsElapsed() / 1e6;
+        best = best < 0 ? ms : std::min(best, ms);
+    }
+    return best;
+}
+
+void line(const char *what, double ms, double scanMs)
+{
+    std::printf("%-34s %9.1f ms  %6.2f x scan\n", what, ms, ms / scanMs);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QTemporaryDir dir;
+    QString path = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
+    const int darts = argc > 2 ? QString::fromLocal8Bit(argv[2]).toInt() : 1000000;
+    qint64 player = 0;
+    {
+        StatsStore store(QStringLiteral("fill"));
+        if (path.isEmpty() || !QFileInfo::exists(path)) {
+            if (path.isEmpty())
+                path = dir.filePath(QStringLiteral("bench.db"));
+            QRandomGenerator random(20261122);
+            std::printf("filling %s with %d darts...\n", qPrintable(path), darts);
+            if (!store.open(path))
+                return bench::failed(store) ? 0 : 1;
+            player = store.insertPlayer(QStringLiteral("Bench O'Mark")).value_or(0);
+            if (!bench::fillDarts(store, player, darts, random))
+                return 1;
+        } else if (!store.open(path) || !store.players() || store.players()->size() != 1) {
+            std::fprintf(stderr, "%s must hold exactly one player\n", qPrintable(path));
+            return 1;
+        } else {
+            player = store.players()->first().id;
+        }
+    }
+
+    const int runs = 3;
+    qint64 values = 0;
+    const double scanMs = bestOf(runs, [&] {
+        StatsStore store(QStringLiteral("scan"));
+        const auto distances = store.open(path) ? store.playerDistances(player) : std::nullopt;
+        values = distances ? qint64(distances->values.size()) : 0;
+        return distances.has_value();
+    });
+    std::printf("player's darts: %lld\n", values);
+    line("full read of the distances", scanMs, scanMs);
+    line("\"You\" profile, read afresh", bestOf(runs, [&] {
+             StatsStore store(QStringLiteral("profile"));
+             SkillProfileState state;
+             return store.open(path) && buildSkillProfile(state, SkillLevel::You, 0, store, player);
+         }), scanMs);
+    line("review counts, read afresh", bestOf(runs, [&] {
+             StatsStore store(QStringLiteral("counts"));
+             return store.open(path) && store.targetCounts(player).has_value();
+         }), scanMs);
+
+    FakeMessages messages;
+    Program program(messages, path);
+    QElapsedTimer timer;
+    timer.start();
+    if (!program.Main())
+        return 1;
+    QCoreApplication::processEvents();
+    line("start-up to the idle window", timer.nsecsElapsed() / 1e6, scanMs);
+    Darts *window = program.window();
+    auto enter = [&](Mode mode) {
+        return bestOf(1, [&] {
+            window->switchMode(mode);
+            return true;
+        });
+    };
+    line("enter Review", enter(Mode::Review), scanMs);
+    line("enter Play, no new darts", enter(Mode::Play), scanMs);
+    line("enter Review, no new darts", enter(Mode::Review), scanMs);
+    QRandomGenerator random(7);
+    std::vector<double> setMicros;
+    if (!bench::writePracticeDarts(program.store(), player, 1, random, setMicros))
+        return 1;
+    line("enter Play after a new set", enter(Mode::Play), scanMs);
+    if (!bench::writePracticeDarts(program.store(), player, 1, random, setMicros))
+        return 1;
+    line("enter Review after a new set", enter(Mode::Review), scanMs);
+    std::printf("reads of the player's darts by the program: %d\n", program.store().playerReads());
+    return messages.shown.isEmpty() ? 0 : 1;
+}
