@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSlider>
+#include <QTimer>
 
 namespace tavrix {
 
@@ -38,7 +39,12 @@ PlayController::PlayController(const Context &context, QObject *parent)
     : QObject(parent)
     , c_(context)
     , game_(context.chart, context.session)
+    , recorder_(context.store)
+    , saveRetryTimer_(new QTimer(this))
 {
+    saveRetryTimer_->setObjectName(QStringLiteral("saveRetryTimer"));
+    saveRetryTimer_->setInterval(5000);
+    connect(saveRetryTimer_, &QTimer::timeout, this, &PlayController::retrySaving);
     computer_ = new ComputerOpponent(c_.sounds, c_.chart, c_.session.random, c_.skill.profile, this);
 
     GameFrame &f = c_.frame;
@@ -80,12 +86,40 @@ void PlayController::databaseFailed()
     c_.messages.error(c_.window, QString::fromLatin1(applicationTitle), c_.store.lastError());
 }
 
-void PlayController::record(const QList<GameDart> &rows)
+void PlayController::record(const QList<GameDart> &rows, std::optional<std::pair<qint64, GameResult>> finished)
 {
-    for (const GameDart &row : rows) {
-        if (!c_.store.insertGameDart(row))
-            databaseFailed();
+    if (recorder_.record(rows, finished)) {
+        saveRetryTimer_->stop();
+        saveFailureShown_ = false;
+        return;
     }
+    saveRetryTimer_->start();
+    if (saveFailureShown_)
+        return;
+    saveFailureShown_ = true;
+    c_.messages.error(c_.window, QString::fromLatin1(applicationTitle),
+                      QStringLiteral("Tavrix could not save your darts yet: ") + c_.store.lastError()
+                          + QStringLiteral(".\r\n\r\nThey are kept and will be saved as soon as the "
+                                           "statistics file can be written again."));
+}
+
+void PlayController::retrySaving()
+{
+    if (!recorder_.hasPending() || recorder_.flush()) {
+        saveRetryTimer_->stop();
+        saveFailureShown_ = false;
+    }
+}
+
+bool PlayController::saveBeforeClosing()
+{
+    saveRetryTimer_->stop();
+    if (recorder_.flush())
+        return true;
+    c_.messages.error(c_.window, QString::fromLatin1(applicationTitle),
+                      QStringLiteral("Tavrix could not save %1 darts of your games: ").arg(recorder_.pendingRows())
+                          + c_.store.lastError() + QStringLiteral("."));
+    return false;
 }
 
 // --- Options -------------------------------------------------------------
@@ -247,6 +281,8 @@ void PlayController::continueStartGame(int firstCorkThrower)
     setGameStats();
     f.btnQuitGame->setEnabled(true);
 
+    // What an earlier game could not write goes first.
+    retrySaving();
     const std::optional<qint64> id = c_.store.insertGame(
         {c_.session.currentPlayerId, options.type, options.skill, f.player1Text->text()});
     if (!id) {
@@ -399,7 +435,9 @@ void PlayController::showOutcome(const SetOutcome &outcome)
         c_.messages.alert(name + QStringLiteral(" doubled in!"), alertTitle(AlertKind::DoubledIn, random));
     else if (outcome.doubleIn == SetOutcome::DoubleIn::Missed)
         c_.messages.alert(name + QStringLiteral(" didn't double in."), alertTitle(AlertKind::NotDoubledIn, random));
-    record(outcome.rows);
+    // The winning set is written with the end of the game.
+    if (!outcome.won)
+        record(outcome.rows);
     for (const CricketMark &mark : outcome.marks)
         showCricketMark(p, mark);
     if (outcome.bust) {
@@ -429,8 +467,7 @@ void PlayController::endGame(const SetOutcome &outcome)
     column->setText(column->text() + QStringLiteral("\nWinner!"));
     if (p == 2)
         record_.bestLeg = std::min(record_.bestLeg, outcome.result.throws);
-    if (!c_.store.finishGame(game_.gameId(), outcome.result))
-        databaseFailed();
+    record(outcome.rows, std::pair{game_.gameId(), outcome.result});
     setGameStats();
     GameOver();
 }

@@ -9,12 +9,14 @@
 #include "board/board_input.h"
 #include "games/game_session.h"
 #include "opponent/local_player.h"
+#include "stats/game_recorder.h"
 
 #include <QObject>
 
 #include <memory>
 
 class QLabel;
+class QTimer;
 class QWidget;
 
 namespace tavrix {
@@ -57,6 +59,11 @@ public:
 
     void resetGame();
     void setGameOptFrames(int index);
+    // Writes what could not be written so far; false (after saying how many
+    // darts are lost) when it still cannot be. For the end of the program.
+    bool saveBeforeClosing();
+    // Darts and game ends waiting to be written.
+    bool hasUnsavedRecords() const { return recorder_.hasPending(); }
 
     // The board, in play mode.
     void pointerOver(const PointerSpot &spot) override;
@@ -97,7 +104,10 @@ private:
     void moveTarget(int index, BoardPoint at);
     void playHitSound(int index);
     void showCricketMark(int player, const CricketMark &mark);
-    void record(const QList<GameDart> &rows);
+    // Writes the rows (and the end of the game) in one transaction; a failure
+    // is said once, and the rows are written later.
+    void record(const QList<GameDart> &rows, std::optional<std::pair<qint64, GameResult>> finished = {});
+    void retrySaving();
     void setGameStats();
     void hideGameStats();
     void playHover(const PointerSpot &spot);
@@ -112,6 +122,10 @@ private:
     OpponentNameDialog *opponentDialog_ = nullptr;
     QString opponentName_;
     GameRecordFigures record_;
+    GameRecorder recorder_;
+    // While records wait to be written, they are tried again now and then.
+    QTimer *saveRetryTimer_ = nullptr;
+    bool saveFailureShown_ = false;
 };
 
 } // namespace tavrix

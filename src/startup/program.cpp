@@ -3,6 +3,7 @@
 #include "dialogs/messages.h"
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_select_dialog.h"
+#include "play/play_controller.h"
 #include "startup/darts_window.h"
 #include "startup/settings.h"
 #include "sound/sounds.h"
@@ -124,6 +125,8 @@ void Program::shutDownProgram()
         return;
     // Set first: closing the main window below must not shut down again.
     shutDownDone_ = true;
+    if (window_ && store_.isOpen())
+        window_->playController()->saveBeforeClosing();
     store_.close();
     if (window_)
         window_->unloadWindows();

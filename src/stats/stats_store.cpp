@@ -11,6 +11,28 @@
 
 namespace tavrix {
 
+// What SQLite's error means for the user, in words: the commonest causes by
+// their result code, else SQLite's own text.
+QString describeDatabaseError(const QSqlError &error)
+{
+    bool ok = false;
+    const int code = error.nativeErrorCode().toInt(&ok) & 0xff;
+    if (ok) {
+        switch (code) {
+        case 5: // SQLITE_BUSY
+        case 6: // SQLITE_LOCKED
+            return QStringLiteral("the statistics file is in use by another program");
+        case 8: // SQLITE_READONLY
+            return QStringLiteral("the statistics file cannot be written (it or its folder is read-only)");
+        case 13: // SQLITE_FULL
+            return QStringLiteral("the disk is full");
+        default:
+            break;
+        }
+    }
+    return error.text();
+}
+
 namespace {
 
 // x and y are single-precision values; storing them through a float keeps what
@@ -84,8 +106,9 @@ bool StatsStore::open(const QString &path)
     {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName_);
         db.setDatabaseName(path);
-        // Another copy of the program may hold a write lock for a moment.
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=3000"));
+        // Another program may hold a write lock for a moment; longer than
+        // that, a write fails and what it held is kept for later.
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=300"));
         if (!db.open()) {
             error = db.lastError().text();
         } else {
@@ -133,7 +156,7 @@ bool StatsStore::fail(const QString &what, const QString &detail)
 
 bool StatsStore::fail(const QString &what, const QSqlQuery &query)
 {
-    return fail(what, query.lastError().text());
+    return fail(what, describeDatabaseError(query.lastError()));
 }
 
 bool StatsStore::exec(QSqlQuery &query, const QString &what)
@@ -323,7 +346,7 @@ StatsStore::Batch::Batch(StatsStore &store)
     QSqlDatabase db = store.connection();
     active_ = db.transaction();
     if (!active_)
-        store.fail(QStringLiteral("Cannot start writing statistics"), db.lastError().text());
+        store.fail(QStringLiteral("Cannot start writing statistics"), describeDatabaseError(db.lastError()));
 }
 
 StatsStore::Batch::~Batch()
@@ -340,7 +363,7 @@ bool StatsStore::Batch::commit()
     active_ = false;
     if (db.commit())
         return true;
-    store_.fail(QStringLiteral("Cannot save statistics"), db.lastError().text());
+    store_.fail(QStringLiteral("Cannot save statistics"), describeDatabaseError(db.lastError()));
     db.rollback();
     return false;
 }

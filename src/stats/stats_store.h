@@ -9,6 +9,7 @@
 #include "stats/outchart_data.h"
 
 #include <QSqlDatabase>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
 
@@ -235,6 +236,9 @@ private:
     struct PreparedStatements;
     std::unique_ptr<PreparedStatements> statements_;
 };
+
+// What a database error means, in words a user understands.
+QString describeDatabaseError(const QSqlError &error);
 
 // The text in which dates and times are stored: SQLite's own form, read back as
 // the same local date and time.

@@ -13,6 +13,7 @@
 #include "startup/program.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -203,6 +204,54 @@ private slots:
         QCOMPARE(darts[1], (QVariantList{1, 0, 20, 3, 20, 3}));
         QCOMPARE(darts[4], (QVariantList{3, 0, 20, 3, 20, 3}));
         QCOMPARE(darts[9], (QVariantList{5, 2, 12, 2, 12, 2}));
+    }
+
+    // Another program holds the statistics file while sets are confirmed:
+    // the window waits only a moment, says so once, keeps the darts and the
+    // game's end, and writes them all once the file is free.
+    void aLockedDatabaseLosesNoSet()
+    {
+        control<QRadioButton>("opGame_2")->click();
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        throwDarts({"T20", "T20", "T20"});
+        press(QStringLiteral("Ok"));
+        throwDarts({"M", "M", "M"});
+        press(QStringLiteral("Ok"));
+
+        QSqlDatabase locker = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
+        locker.setDatabaseName(home_->dbPath);
+        QVERIFY(locker.open());
+        QSqlQuery lock(locker);
+        QVERIFY(lock.exec(QStringLiteral("BEGIN EXCLUSIVE")));
+        QElapsedTimer waited;
+        waited.start();
+        throwDarts({"T20", "T20", "T20"});
+        press(QStringLiteral("Ok"));
+        QVERIFY(waited.elapsed() < 2500);
+        throwDarts({"M", "M", "M"});
+        press(QStringLiteral("Ok"));
+        throwDarts({"T20", "T19", "D12"});
+        press(QStringLiteral("Ok"));
+        QCOMPARE(startButton()->text(), QStringLiteral("Play Again"));
+        QStringList errors;
+        for (const auto &shown : std::as_const(messages_.shown)) {
+            if (shown.kind == QLatin1String("error"))
+                errors << shown.text;
+        }
+        QCOMPARE(errors.size(), 1);
+        QVERIFY(errors[0].contains(QStringLiteral("in use by another program")));
+
+        QVERIFY(lock.exec(QStringLiteral("ROLLBACK")));
+        lock = QSqlQuery();
+        locker.close();
+        locker = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("locker"));
+        control<QTimer>("saveRetryTimer")->setInterval(10);
+        QTRY_COMPARE(rows(QStringLiteral("SELECT count(*) FROM gamesdarts"))[0][0].toInt(), 1 + 9);
+        QCOMPARE(rows(QStringLiteral("SELECT result, throws, outset FROM games"))[0],
+                 (QVariantList{"W", 9, 141}));
+        QVERIFY(!control<QTimer>("saveRetryTimer")->isActive());
     }
 
     // 301, double in: the second dart doubles in, so the first does not count.
