@@ -64,6 +64,8 @@ bool Program::Main()
         exitCode_ = 1;
         return false;
     }
+    if (const std::optional<QString> problem = store_.writeProblem())
+        messages_.error(nullptr, QString::fromLatin1(applicationTitle), *problem);
     session_.useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
     sounds_->setEnabled(soundIsOn(getSetting(QString::fromLatin1(soundSetting))));
 

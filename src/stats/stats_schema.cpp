@@ -1,6 +1,7 @@
 #include "stats/stats_schema.h"
 
 #include "stats/outchart_data.h"
+#include "stats/stats_store.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -123,6 +124,23 @@ QString createAndFill(QSqlDatabase &db)
 }
 
 } // namespace
+
+QString checkOwnDatabase(QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("SELECT name FROM sqlite_master WHERE type = 'table'")))
+        return describeDatabaseError(query.lastError());
+    QStringList tables;
+    while (query.next())
+        tables << query.value(0).toString().toLower();
+    if (tables.isEmpty())
+        return {};
+    for (const char *own : {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart"}) {
+        if (!tables.contains(QLatin1String(own)))
+            return QStringLiteral("it holds tables of another program; Tavrix leaves it as it is");
+    }
+    return {};
+}
 
 QString ensureSchema(QSqlDatabase &db)
 {

@@ -10,4 +10,9 @@ namespace tavrix {
 // one transaction. Returns an empty text on success, the reason otherwise.
 QString ensureSchema(QSqlDatabase &db);
 
+// Whether an open file may become the statistics database: a new or empty
+// one, or one that holds our tables. Reads only; an empty text means yes,
+// otherwise what is wrong with it.
+QString checkOwnDatabase(QSqlDatabase &db);
+
 } // namespace tavrix

@@ -113,9 +113,11 @@ bool StatsStore::open(const QString &path)
             error = db.lastError().text();
         } else {
             QSqlQuery pragma(db);
-            // The first statement also proves the file is an SQLite database.
-            if (!pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")))
-                error = pragma.lastError().text();
+            // Nothing is changed in a file that is not ours, or no database.
+            if (const QString notOurs = checkOwnDatabase(db); !notOurs.isEmpty())
+                error = notOurs;
+            else if (!pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")))
+                error = describeDatabaseError(pragma.lastError());
             else if (!pragma.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
                 error = pragma.lastError().text();
             else
@@ -129,6 +131,19 @@ bool StatsStore::open(const QString &path)
                     error);
     }
     return true;
+}
+
+std::optional<QString> StatsStore::writeProblem()
+{
+    QSqlQuery query(connection());
+    // Takes the write lock and gives it back at once, changing nothing.
+    if (query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
+        query.exec(QStringLiteral("ROLLBACK"));
+        return std::nullopt;
+    }
+    return QStringLiteral("The statistics file %1 cannot be written: %2. Games and practice will not be "
+                          "saved until it can.")
+        .arg(QDir::toNativeSeparators(path_), describeDatabaseError(query.lastError()));
 }
 
 void StatsStore::close()

@@ -141,6 +141,9 @@ public:
     void close();
     bool isOpen() const;
     QString lastError() const { return lastError_; }
+    // Whether the open file can be written now: nothing when it can, else
+    // what stops it, naming the file.
+    std::optional<QString> writeProblem();
     QString databasePath() const { return path_; }
 
     // Writers. Each returns false (or no id) and sets lastError() when the

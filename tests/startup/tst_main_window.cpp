@@ -14,6 +14,8 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -177,6 +179,57 @@ private slots:
         QCOMPARE(messages_.shown.size(), 1);
         QCOMPARE(messages_.shown[0].kind, QStringLiteral("error"));
         QVERIFY(messages_.shown[0].text.contains(QStringLiteral("missing")));
+    }
+
+    // A database of another program is refused and left byte for byte as
+    // it was: no journal mode switched, no table added.
+    void aForeignDatabaseIsLeftAlone()
+    {
+        {
+            QSqlDatabase foreign = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("foreign"));
+            foreign.setDatabaseName(dbPath_);
+            QVERIFY(foreign.open());
+            QVERIFY(QSqlQuery(foreign).exec(QStringLiteral("CREATE TABLE recipes (name TEXT)")));
+            foreign.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("foreign"));
+        QFile file(dbPath_);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray before = file.readAll();
+        file.close();
+
+        Program program(messages_, dbPath_);
+        QVERIFY(!program.Main());
+        QCOMPARE(messages_.shown.size(), 1);
+        QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(dbPath_)));
+        QVERIFY(messages_.shown[0].text.contains(QStringLiteral("tables of another program")));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), before);
+        QVERIFY(!QFile::exists(dbPath_ + QStringLiteral("-wal")));
+    }
+
+    // A file held by another program is reported at start, naming it; the
+    // program still starts.
+    void aFileInUseIsReportedAtStart()
+    {
+        seedPlayers({QStringLiteral("Ann")});
+        QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("holder"));
+        other.setDatabaseName(dbPath_);
+        QVERIFY(other.open());
+        QSqlQuery hold(other);
+        QVERIFY(hold.exec(QStringLiteral("BEGIN EXCLUSIVE")));
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            QCOMPARE(messages_.shown.size(), 1);
+            QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(dbPath_)));
+            QVERIFY(messages_.shown[0].text.contains(QStringLiteral("in use by another program")));
+        }
+        hold.exec(QStringLiteral("ROLLBACK"));
+        hold = QSqlQuery();
+        other.close();
+        other = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("holder"));
     }
 
     // The Mode menu: current entry checked and disabled; leaving a running
