@@ -109,6 +109,14 @@ QString createAndFill(QSqlDatabase &db)
     const QList<ChartRow> rows = bundledChartRows();
     if (rows.isEmpty())
         return QStringLiteral("The bundled checkout chart is missing.");
+    return insertChartRows(db, rows);
+}
+
+} // namespace
+
+QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows)
+{
+    QSqlQuery query(db);
     if (!query.prepare(QStringLiteral(
             "INSERT INTO outchart (points, singleout, doubleout) VALUES (?, ?, ?)")))
         return failure(query);
@@ -121,8 +129,6 @@ QString createAndFill(QSqlDatabase &db)
     }
     return {};
 }
-
-} // namespace
 
 QString ensureSchema(QSqlDatabase &db)
 {

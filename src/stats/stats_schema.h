@@ -1,5 +1,7 @@
 #pragma once
 
+#include "stats/outchart_data.h"
+
 #include <QSqlDatabase>
 #include <QString>
 
@@ -9,5 +11,9 @@ namespace tavrix {
 // file) and fills an empty `outchart` with the bundled checkout chart, all in
 // one transaction. Returns an empty text on success, the reason otherwise.
 QString ensureSchema(QSqlDatabase &db);
+
+// Adds rows to `outchart`, empty fields as empty text; inside the caller's
+// transaction. Returns an empty text on success, the reason otherwise.
+QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows);
 
 } // namespace tavrix
