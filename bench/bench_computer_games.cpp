@@ -5,9 +5,7 @@
 //
 //   bench_computer_games [games per level] [seed]
 
-#include "games/x01_rules.h"
-#include "opponent/computer_turn_rules.h"
-#include "opponent/throw_model.h"
+#include "opponent/self_play.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -24,40 +22,6 @@ struct LevelFigures {
     qint64 scored = 0;      // points that stayed on the board (busts score 0)
     int longestLeg = 0;
 };
-
-struct Side {
-    int remaining = 501;
-    int darts = 0;
-};
-
-// One leg; returns the winner's darts.
-int playLeg(const SkillProfile &profile, const CheckoutChart &chart, QRandomGenerator &random,
-            int first, LevelFigures &figures)
-{
-    std::array<Side, 2> sides{};
-    for (int p = first;; p = 1 - p) {
-        Side &side = sides[p];
-        ComputerX01Turn turn(side.remaining, true);
-        SetDarts darts{};
-        while (!turn.over()) {
-            const DartScore target = computerX01Target(turn.doubledIn, turn.remaining, true, chart);
-            const BoardPoint aim = targetPoint(target);
-            const SimulatedDart dart = simulateThrow(profile, random, aim.x, aim.y);
-            darts[turn.dartCount()] = BoardPoint{dart.x, dart.y};
-            turn.count(dart.x, dart.y, dart.description);
-        }
-        const X01Set set = scoreX01Set(darts, side.remaining, true);
-        side.darts += turn.dartCount();
-        figures.thrown += turn.dartCount();
-        const X01Outcome outcome = x01Outcome(set.remaining, true, set.lastMultiplier);
-        if (outcome == X01Outcome::Bust)
-            continue;
-        figures.scored += side.remaining - set.remaining;
-        side.remaining = set.remaining;
-        if (outcome == X01Outcome::Win)
-            return side.darts;
-    }
-}
 
 } // namespace
 
@@ -80,9 +44,11 @@ int main(int argc, char *argv[])
         QElapsedTimer timer;
         timer.start();
         for (int g = 0; g < games; ++g) {
-            const int darts = playLeg(profile, chart, random, g % 2, figures);
-            figures.legDarts += darts;
-            figures.longestLeg = std::max(figures.longestLeg, darts);
+            const SelfPlayLeg leg = playSelfPlayLeg(profile, chart, random, g % 2);
+            figures.legDarts += leg.winnerDarts;
+            figures.thrown += leg.thrown;
+            figures.scored += leg.scored;
+            figures.longestLeg = std::max(figures.longestLeg, leg.winnerDarts);
         }
         const double seconds = timer.nsecsElapsed() / 1e9;
         std::printf("%-9s %12.0f %14.2f %12d %12.2f\n", names[code(skill) - 1], games / seconds,

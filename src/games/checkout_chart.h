@@ -56,8 +56,42 @@ private:
     std::array<Entry, MaxPoints> entries_{};
 };
 
+// Whether a row holds a proper chart entry: points 1..180, both fields dart
+// codes of at most three darts that add up to the points, the double-out
+// route ending on a double, and a field empty only where no three darts
+// finish from the points.
+bool chartRowIsSound(const ChartRow &row);
+
+// How to mend a stored chart with the bundled one. For each score the last
+// sound row is kept as it is and every other row of it goes; a score of the
+// bundled chart left without a row gets the bundled row. Rows outside
+// 1..180 go.
+struct ChartRepair {
+    QList<qint64> removedRowIds;
+    QList<ChartRow> replacements; // bundled rows, ascending
+    int surplus = 0;              // removed rows that nothing takes the place of
+    QList<ChartRow> rows;         // the chart once mended, ascending
+    bool needed() const { return !removedRowIds.isEmpty() || !replacements.isEmpty(); }
+};
+ChartRepair planChartRepair(const QList<StoredChartRow> &stored, const QList<ChartRow> &bundled);
+
 // Reads the whole `outchart` table into `chart`. False (with the chart left
 // as it was) when the table cannot be read.
 bool loadCheckoutChart(StatsStore &store, CheckoutChart &chart);
+
+// What loading the chart at start-up did about damaged rows.
+struct ChartRepairReport {
+    int replaced = 0;
+    int surplus = 0;
+    bool saved = true; // false: the table kept its damage, the chart in memory is mended
+    QString error;     // why it was not saved
+    bool repaired() const { return replaced > 0 || surplus > 0; }
+};
+
+// Loads `outchart` into `chart` after mending it with the bundled chart and
+// writing the mended rows back in one transaction. When they cannot be
+// written the mended chart is still what `chart` holds. Nothing when the
+// table cannot be read (the store's lastError() says why; `chart` unchanged).
+std::optional<ChartRepairReport> loadRepairedCheckoutChart(StatsStore &store, CheckoutChart &chart);
 
 } // namespace tavrix

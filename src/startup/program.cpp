@@ -8,6 +8,7 @@
 #include "startup/settings.h"
 #include "sound/sounds.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -27,6 +28,39 @@ QString smallScreenMessage()
 bool screenIsLargeEnough(QSize screen)
 {
     return screen.width() >= 800 && screen.height() >= 600;
+}
+
+namespace {
+
+QString rowCount(int rows)
+{
+    return rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(rows);
+}
+
+} // namespace
+
+QString chartRepairMessage(const ChartRepairReport &report, const QString &databasePath)
+{
+    if (!report.repaired())
+        return {};
+    QStringList done;
+    if (report.replaced > 0)
+        done.append(rowCount(report.replaced)
+                    + (report.replaced == 1 ? QStringLiteral(" was") : QStringLiteral(" were"))
+                    + QStringLiteral(" replaced by the chart that comes with Tavrix"));
+    if (report.surplus > 0)
+        done.append(rowCount(report.surplus)
+                    + (report.surplus == 1
+                           ? QStringLiteral(" that belongs to no score or repeats one was removed")
+                           : QStringLiteral(" that belong to no score or repeat one were removed")));
+    const QString file = QDir::toNativeSeparators(databasePath);
+    if (report.saved)
+        return QStringLiteral("The checkout chart in %1 was damaged: %2.")
+            .arg(file, done.join(QStringLiteral(", and ")));
+    return QStringLiteral("The checkout chart in %1 is damaged, and the repair cannot be saved "
+                          "(%2). Until it can, Tavrix uses the chart that comes with it in place "
+                          "of the damaged rows.")
+        .arg(file, report.error);
 }
 
 Program::Program(Messages &messages, QString databasePath, SoundPlayer *soundPlayer)
@@ -77,12 +111,16 @@ bool Program::Main()
         exitCode_ = 1;
         return false;
     }
-    if (!loadCheckoutChart(store_, chart_)) {
+    const std::optional<ChartRepairReport> chartRepair = loadRepairedCheckoutChart(store_, chart_);
+    if (!chartRepair) {
         messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
         shutDownProgram();
         exitCode_ = 1;
         return false;
     }
+    if (chartRepair->repaired())
+        messages_.notice(window_.get(), QString::fromLatin1(applicationTitle),
+                         chartRepairMessage(*chartRepair, databasePath_));
     shutDownDone_ = false;
 
     if (session_.currentPlayerId == 0) {

@@ -26,6 +26,10 @@ inline constexpr const char *smallScreenTitle = "800 x 600 required";
 QString smallScreenMessage();
 bool screenIsLargeEnough(QSize screen);
 
+// The notice after start-up found the checkout chart in `databasePath`
+// damaged; "" when it was whole.
+QString chartRepairMessage(const ChartRepairReport &report, const QString &databasePath);
+
 class Program {
 public:
     // `databasePath` is where the statistics live; `messages` shows every

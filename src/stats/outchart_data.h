@@ -17,6 +17,13 @@ struct ChartRow {
     friend bool operator==(const ChartRow &, const ChartRow &) = default;
 };
 
+// A row as it lies in the table, with SQLite's rowid, so that a damaged row
+// can be removed even when its points are no number or another row shares them.
+struct StoredChartRow {
+    qint64 rowId = 0;
+    ChartRow row;
+};
+
 // Parses "points;singleout;doubleout" lines; blank lines and lines starting
 // with '#' are skipped, and so are lines whose points are not a number.
 QList<ChartRow> parseChartData(const QString &text);

@@ -110,6 +110,14 @@ QString createAndFill(QSqlDatabase &db)
     const QList<ChartRow> rows = bundledChartRows();
     if (rows.isEmpty())
         return QStringLiteral("The bundled checkout chart is missing.");
+    return insertChartRows(db, rows);
+}
+
+} // namespace
+
+QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows)
+{
+    QSqlQuery query(db);
     if (!query.prepare(QStringLiteral(
             "INSERT INTO outchart (points, singleout, doubleout) VALUES (?, ?, ?)")))
         return failure(query);
@@ -122,8 +130,6 @@ QString createAndFill(QSqlDatabase &db)
     }
     return {};
 }
-
-} // namespace
 
 QString checkOwnDatabase(QSqlDatabase &db)
 {

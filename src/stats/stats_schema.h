@@ -1,5 +1,7 @@
 #pragma once
 
+#include "stats/outchart_data.h"
+
 #include <QSqlDatabase>
 #include <QString>
 
@@ -14,5 +16,9 @@ QString ensureSchema(QSqlDatabase &db);
 // one, or one that holds our tables. Reads only; an empty text means yes,
 // otherwise what is wrong with it.
 QString checkOwnDatabase(QSqlDatabase &db);
+
+// Adds rows to `outchart`, empty fields as empty text; inside the caller's
+// transaction. Returns an empty text on success, the reason otherwise.
+QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows);
 
 } // namespace tavrix

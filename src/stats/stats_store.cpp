@@ -9,6 +9,8 @@
 #include <QSqlError>
 #include <QVariant>
 
+#include <limits>
+
 namespace tavrix {
 
 // What SQLite's error means for the user, in words: the commonest causes by
@@ -338,16 +340,56 @@ bool StatsStore::runForPlayer(std::initializer_list<const char *> statements, qi
 
 std::optional<QList<ChartRow>> StatsStore::outchartRows()
 {
-    QSqlQuery query(connection());
-    query.prepare(QStringLiteral("SELECT points, singleout, doubleout FROM outchart ORDER BY points"));
-    if (!exec(query, QStringLiteral("Cannot read the checkout chart")))
+    const std::optional<QList<StoredChartRow>> stored = storedOutchartRows();
+    if (!stored)
         return std::nullopt;
     QList<ChartRow> rows;
+    rows.reserve(stored->size());
+    for (const StoredChartRow &row : *stored)
+        rows.append(row.row);
+    return rows;
+}
+
+std::optional<QList<StoredChartRow>> StatsStore::storedOutchartRows()
+{
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral(
+        "SELECT rowid, points, singleout, doubleout FROM outchart ORDER BY points, rowid"));
+    if (!exec(query, QStringLiteral("Cannot read the checkout chart")))
+        return std::nullopt;
+    QList<StoredChartRow> rows;
     while (query.next()) {
-        rows.append({query.value(0).toInt(), query.value(1).toString(),
-                     query.value(2).toString()});
+        // The column's integer affinity stores every whole number as an
+        // integer, so anything else here is not one.
+        const QVariant points = query.value(1);
+        const bool whole = points.typeId() == QMetaType::LongLong
+                           && points.toLongLong() >= std::numeric_limits<int>::min()
+                           && points.toLongLong() <= std::numeric_limits<int>::max();
+        rows.append({query.value(0).toLongLong(),
+                     {whole ? points.toInt() : 0, query.value(2).toString(),
+                      query.value(3).toString()}});
     }
     return rows;
+}
+
+bool StatsStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows)
+{
+    const QString what = QStringLiteral("Cannot repair the checkout chart");
+    Batch batch(*this);
+    if (!batch.isActive())
+        return false;
+    QSqlQuery remove(connection());
+    remove.prepare(QStringLiteral("DELETE FROM outchart WHERE rowid = ?"));
+    for (const qint64 rowId : rowIds) {
+        remove.addBindValue(rowId);
+        if (!exec(remove, what))
+            return false;
+    }
+    QSqlDatabase db = connection();
+    const QString error = insertChartRows(db, rows);
+    if (!error.isEmpty())
+        return fail(what, error);
+    return batch.commit();
 }
 
 StatsStore::Batch::Batch(StatsStore &store)

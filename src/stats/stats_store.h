@@ -171,7 +171,14 @@ public:
     // Removes the player with its practice targets and throws; its games and
     // game darts stay.
     bool deletePlayer(qint64 playerId);
+    // The checkout chart in ascending order of points, rows of equal points
+    // in the order they were added. A points value that is no whole number
+    // (text, a fraction, NULL) reads as 0, which is no score.
     std::optional<QList<ChartRow>> outchartRows();
+    std::optional<QList<StoredChartRow>> storedOutchartRows();
+    // Removes the rows with these rowids and adds `rows`, in one transaction:
+    // either all of it is written or nothing is.
+    bool replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows);
 
     // The player's distances in quarters; the quarters are read only when
     // there are at least minSamples distinct distances.

@@ -2,8 +2,11 @@
 
 #include "stats/stats_store.h"
 
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <map>
 
 using namespace tavrix;
 
@@ -12,6 +15,26 @@ namespace {
 DartRoute route(std::initializer_list<DartScore> darts)
 {
     return DartRoute(darts);
+}
+
+// A new database's chart after `statements` have damaged it.
+bool damage(StatsStore &store, const QStringList &statements)
+{
+    QSqlQuery query(store.connection());
+    for (const QString &statement : statements)
+        if (!query.exec(statement))
+            return false;
+    return true;
+}
+
+// The last sound row of each score, as a repair should keep it.
+std::map<int, StoredChartRow> lastSoundRows(const QList<StoredChartRow> &rows)
+{
+    std::map<int, StoredChartRow> sound;
+    for (const StoredChartRow &row : rows)
+        if (chartRowIsSound(row.row))
+            sound[row.row.points] = row;
+    return sound;
 }
 
 } // namespace
@@ -94,6 +117,143 @@ private slots:
         CheckoutChart untouched;
         QVERIFY(!loadCheckoutChart(store, untouched));
         QVERIFY(!untouched.hasRow(100));
+    }
+
+    void soundRows_data()
+    {
+        QTest::addColumn<int>("points");
+        QTest::addColumn<QString>("singleOut");
+        QTest::addColumn<QString>("doubleOut");
+        QTest::addColumn<bool>("sound");
+        QTest::newRow("usual finish") << 100 << "T20,S20,S20" << "T20,D20" << true;
+        QTest::newRow("another exact route") << 100 << "S20,T20,S20" << "S20,T20,D10" << true;
+        QTest::newRow("bull") << 50 << "D25" << "D25" << true;
+        QTest::newRow("blanks round codes") << 40 << " D20 " << " D20" << true;
+        QTest::newRow("no finish either way") << 169 << "" << "" << true;
+        QTest::newRow("no double out above 170") << 174 << "T20,T19,T19" << "" << true;
+        QTest::newRow("1 has no double out") << 1 << "S1" << "" << true;
+        QTest::newRow("garbage") << 100 << "banana" << "T20,D20" << false;
+        QTest::newRow("garbage double out") << 100 << "T20,S20,S20" << "T20;D20" << false;
+        QTest::newRow("sum short") << 100 << "T20,S20" << "T20,D20" << false;
+        QTest::newRow("sum over") << 100 << "T20,S20,S20" << "T20,D25" << false;
+        QTest::newRow("double out on a single") << 80 << "T20,S20" << "T20,S20" << false;
+        QTest::newRow("double out on the outer bull") << 85 << "T20,S25" << "T15,S25,D5" << false;
+        QTest::newRow("four darts") << 8 << "S2,S2,S2,S2" << "D4" << false;
+        QTest::newRow("empty where darts finish") << 80 << "T20,S20" << "" << false;
+        QTest::newRow("route where none can") << 1 << "S1" << "D1" << false;
+        QTest::newRow("no score") << 0 << "" << "" << false;
+        QTest::newRow("beyond the chart") << 181 << "T20,T20,T20" << "" << false;
+    }
+
+    // What a chart row must hold for the computer to aim by it.
+    void soundRows()
+    {
+        QFETCH(int, points);
+        QFETCH(QString, singleOut);
+        QFETCH(QString, doubleOut);
+        QTEST(chartRowIsSound({points, singleOut, doubleOut}), "sound");
+    }
+
+    void damagedChartIsMended_data()
+    {
+        QTest::addColumn<QStringList>("statements");
+        QTest::addColumn<int>("replaced");
+        QTest::addColumn<int>("surplus");
+        auto rows = [](std::initializer_list<const char *> list) {
+            QStringList statements;
+            for (const char *statement : list)
+                statements.append(QString::fromLatin1(statement));
+            return statements;
+        };
+        QTest::newRow("whole") << QStringList() << 0 << 0;
+        QTest::newRow("garbage fields")
+            << rows({"UPDATE outchart SET singleout = 'banana', doubleout = 'T20;;'"
+                     " WHERE points IN (20, 99)"})
+            << 2 << 0;
+        QTest::newRow("missing rows")
+            << rows({"DELETE FROM outchart WHERE points IN (1, 57, 180)"}) << 3 << 0;
+        QTest::newRow("wrong sums and a single to finish")
+            << rows({"UPDATE outchart SET doubleout = 'T20,D10' WHERE points = 100",
+                     "UPDATE outchart SET doubleout = 'T20,S20' WHERE points = 80"})
+            << 2 << 0;
+        QTest::newRow("finishes emptied")
+            << rows({"UPDATE outchart SET doubleout = '' WHERE points BETWEEN 2 AND 40"}) << 39 << 0;
+        QTest::newRow("points no score")
+            << rows({"UPDATE outchart SET points = 'x' WHERE points = 33",
+                     "UPDATE outchart SET points = 0 WHERE points = 34",
+                     "UPDATE outchart SET points = 33.5 WHERE points = 35"})
+            << 3 << 3;
+        QTest::newRow("a score twice")
+            << rows({"INSERT INTO outchart VALUES (60, 'T20', 'S20,D20')",
+                     "INSERT INTO outchart VALUES (61, 'oops', '')"})
+            << 0 << 2;
+        QTest::newRow("own sound routes kept")
+            << rows({"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"}) << 0 << 0;
+        QTest::newRow("every row garbage")
+            << rows({"UPDATE outchart SET singleout = '?', doubleout = '?'"}) << 180 << 0;
+    }
+
+    // The sound rows stay as they are (same rowid, same text); every other
+    // score gets the bundled row, in the database, so the next load finds
+    // nothing to mend.
+    void damagedChartIsMended()
+    {
+        QFETCH(QStringList, statements);
+        QTemporaryDir dir;
+        StatsStore store(QStringLiteral("mend"));
+        QVERIFY2(store.open(dir.filePath(QStringLiteral("t.db"))), qPrintable(store.lastError()));
+        QVERIFY(damage(store, statements));
+        const std::map<int, StoredChartRow> soundBefore = lastSoundRows(*store.storedOutchartRows());
+
+        CheckoutChart chart;
+        const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store, chart);
+        QVERIFY(report);
+        QTEST(report->replaced, "replaced");
+        QTEST(report->surplus, "surplus");
+        QVERIFY(report->saved);
+
+        const QList<StoredChartRow> after = *store.storedOutchartRows();
+        const QList<ChartRow> bundled = bundledChartRows();
+        QCOMPARE(after.size(), bundled.size());
+        for (const StoredChartRow &row : after) {
+            const int points = row.row.points;
+            const auto kept = soundBefore.find(points);
+            if (kept != soundBefore.end()) {
+                QCOMPARE(row.rowId, kept->second.rowId);
+                QCOMPARE(row.row, kept->second.row);
+            } else {
+                QCOMPARE(row.row, bundled[points - 1]);
+            }
+            QCOMPARE(chart.routeText(points, true), dartCodesText(*parseDartCodes(row.row.doubleOut)));
+        }
+
+        CheckoutChart again;
+        QVERIFY(!loadRepairedCheckoutChart(store, again)->repaired());
+    }
+
+    // A repair the database refuses is written not at all, and the chart in
+    // memory is mended all the same.
+    void unsavedRepairStillMendsTheChartInMemory()
+    {
+        QTemporaryDir dir;
+        StatsStore store(QStringLiteral("locked"));
+        QVERIFY2(store.open(dir.filePath(QStringLiteral("t.db"))), qPrintable(store.lastError()));
+        QVERIFY(damage(store, {QStringLiteral("UPDATE outchart SET doubleout = 'x' WHERE points = 100"),
+                               QStringLiteral("DELETE FROM outchart WHERE points = 57"),
+                               QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON outchart"
+                                              " BEGIN SELECT RAISE(ABORT, 'refused'); END")}));
+        const QList<ChartRow> damaged = *store.outchartRows();
+
+        CheckoutChart chart;
+        const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store, chart);
+        QVERIFY(report);
+        QVERIFY(!report->saved);
+        QVERIFY2(report->error.contains(QStringLiteral("refused")), qPrintable(report->error));
+        QCOMPARE(report->replaced, 2);
+        // The removal of the broken row went back with the refused insert.
+        QCOMPARE(*store.outchartRows(), damaged);
+        QCOMPARE(chart.routeText(100, true), QStringLiteral("T20, D20"));
+        QCOMPARE(chart.routeText(57, true), QStringLiteral("S17, D20"));
     }
 };
 

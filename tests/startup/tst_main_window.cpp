@@ -76,6 +76,15 @@ class TestMainWindow : public QObject {
 
     void seedPlayers(const QStringList &names) { home_->addPlayers(names); }
 
+    void damageChart(const QStringList &statements)
+    {
+        StatsStore store(QStringLiteral("damage"));
+        QVERIFY(store.open(dbPath_));
+        QSqlQuery query(store.connection());
+        for (const QString &statement : statements)
+            QVERIFY2(query.exec(statement), qPrintable(statement));
+    }
+
     // A program started with one player already in the database.
     std::unique_ptr<Program> started(const QString &player = QStringLiteral("Ann"))
     {
@@ -230,6 +239,76 @@ private slots:
         other.close();
         other = QSqlDatabase();
         QSqlDatabase::removeDatabase(QStringLiteral("holder"));
+    }
+
+    void damagedChartIsMendedAndSaidOnce_data()
+    {
+        QTest::addColumn<QStringList>("statements");
+        QTest::addColumn<QString>("notice");
+        QTest::newRow("whole") << QStringList() << QString();
+        QTest::newRow("garbage, a missing row, a wrong sum")
+            << QStringList{QStringLiteral("UPDATE outchart SET singleout = 'x', doubleout = 'T20,,'"
+                                          " WHERE points IN (20, 99)"),
+                           QStringLiteral("DELETE FROM outchart WHERE points = 57"),
+                           QStringLiteral("UPDATE outchart SET doubleout = 'T20,D10' WHERE points = 100")}
+            << QStringLiteral("was damaged: 4 rows were replaced by the chart that comes with Tavrix.");
+        QTest::newRow("a missing row, a score twice")
+            << QStringList{QStringLiteral("DELETE FROM outchart WHERE points = 57"),
+                           QStringLiteral("INSERT INTO outchart VALUES (61, 'S1', '')")}
+            << QStringLiteral("was damaged: 1 row was replaced by the chart that comes with Tavrix, "
+                              "and 1 row that belongs to no score or repeats one was removed.");
+    }
+
+    // A damaged checkout chart is mended in the database at start-up and
+    // the user told once; the next start finds it whole and says nothing.
+    void damagedChartIsMendedAndSaidOnce()
+    {
+        QFETCH(QStringList, statements);
+        QFETCH(QString, notice);
+        seedPlayers({QStringLiteral("Ann")});
+        damageChart(statements);
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            if (notice.isEmpty()) {
+                QVERIFY(messages_.shown.isEmpty());
+            } else {
+                QCOMPARE(messages_.shown.size(), 1);
+                QCOMPARE(messages_.shown[0].kind, QStringLiteral("notice"));
+                QCOMPARE(messages_.shown[0].title, QStringLiteral("Tavrix!"));
+                QCOMPARE(messages_.shown[0].text, QStringLiteral("The checkout chart in ")
+                                                      + QDir::toNativeSeparators(dbPath_) + u' '
+                                                      + notice);
+            }
+            QCOMPARE(program.checkoutChart().routeText(100, true), QStringLiteral("T20, D20"));
+            QCOMPARE(program.checkoutChart().routeText(57, true), QStringLiteral("S17, D20"));
+            QCOMPARE(*program.store().outchartRows(), bundledChartRows());
+        }
+        messages_ = FakeMessages{};
+        Program again(messages_, dbPath_);
+        QVERIFY(again.Main());
+        QVERIFY(messages_.shown.isEmpty());
+    }
+
+    // When the mended chart cannot be written the program plays by the
+    // bundled rows anyway, and says so at every start.
+    void unsavedChartRepairIsSaid()
+    {
+        seedPlayers({QStringLiteral("Ann")});
+        damageChart({QStringLiteral("UPDATE outchart SET doubleout = 'x' WHERE points = 100"),
+                     QStringLiteral("CREATE TRIGGER readonly BEFORE DELETE ON outchart"
+                                    " BEGIN SELECT RAISE(ABORT, 'attempt to write a readonly database'); END")});
+        Program program(messages_, dbPath_);
+        QVERIFY(program.Main());
+        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Tavrix!")});
+        const QString text = messages_.shown[0].text;
+        QVERIFY2(text.startsWith(QStringLiteral("The checkout chart in ") + QDir::toNativeSeparators(dbPath_)
+                                 + QStringLiteral(" is damaged, and the repair cannot be saved (")),
+                 qPrintable(text));
+        QVERIFY2(text.contains(QStringLiteral("readonly")), qPrintable(text));
+        QVERIFY2(text.endsWith(QStringLiteral("Tavrix uses the chart that comes with it in place of the damaged rows.")),
+                 qPrintable(text));
+        QCOMPARE(program.checkoutChart().routeText(100, true), QStringLiteral("T20, D20"));
     }
 
     // The Mode menu: current entry checked and disabled; leaving a running
