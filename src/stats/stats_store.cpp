@@ -101,6 +101,15 @@ bool StatsStore::open(const QString &path)
     if (!file.absoluteDir().exists())
         return fail(QStringLiteral("The folder of the statistics database does not exist"),
                     QDir::toNativeSeparators(file.absolutePath()));
+    // SQLite keeps its journal beside the file, so the folder must take
+    // new files as well as the file changes.
+    const QString cannotOpen = QStringLiteral("Cannot open the statistics database %1")
+                                   .arg(QDir::toNativeSeparators(file.absoluteFilePath()));
+    if (!QFileInfo(file.absolutePath()).isWritable())
+        return fail(cannotOpen, QStringLiteral("the folder %1 is read-only")
+                                    .arg(QDir::toNativeSeparators(file.absolutePath())));
+    if (file.exists() && !file.isWritable())
+        return fail(cannotOpen, QStringLiteral("the file is read-only"));
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
         return fail(QStringLiteral("The SQLite driver for Qt is not installed"), QString());
 
@@ -180,9 +189,16 @@ bool StatsStore::exec(QSqlQuery &query, const QString &what)
 {
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
-    if (!query.exec())
-        return fail(what, query);
-    return true;
+    if (query.exec())
+        return true;
+    // A statement that could not be prepared fails here in Qt's own words
+    // ("No query", "Parameter count mismatch"); preparing it again tells why.
+    if (query.lastError().nativeErrorCode().isEmpty() && !query.lastQuery().isEmpty()) {
+        QSqlQuery probe(connection());
+        if (!probe.prepare(query.lastQuery()))
+            return fail(what, describeDatabaseError(probe.lastError()));
+    }
+    return fail(what, query);
 }
 
 QSqlQuery *StatsStore::prepared(const QString &key, const QString &statement)

@@ -12,6 +12,7 @@
 #include "sound/sounds.h"
 
 #include <QAction>
+#include <unistd.h>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -215,6 +216,37 @@ private slots:
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), before);
         QVERIFY(!QFile::exists(dbPath_ + QStringLiteral("-wal")));
+    }
+
+    // A read-only file or folder is named at start, with the cause in plain
+    // words. Root may write anything, so CI also runs this as "nobody".
+    void readOnlyPlacesAreNamed()
+    {
+        if (geteuid() == 0)
+            QSKIP("root writes read-only files; the folder_read_only test runs this as nobody");
+        seedPlayers({QStringLiteral("Ann")});
+        QVERIFY(QFile::setPermissions(dbPath_, QFile::ReadOwner));
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(!program.Main());
+            QCOMPARE(messages_.shown.size(), 1);
+            QVERIFY2(messages_.shown[0].text.endsWith(QStringLiteral(": the file is read-only")),
+                     qPrintable(messages_.shown[0].text));
+            QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(dbPath_)));
+        }
+        QVERIFY(QFile::setPermissions(dbPath_, QFile::ReadOwner | QFile::WriteOwner));
+        const QString folder = home_->dir.path();
+        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        messages_ = FakeMessages{};
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(!program.Main());
+            QCOMPARE(messages_.shown.size(), 1);
+            QVERIFY2(messages_.shown[0].text.contains(
+                         QStringLiteral("the folder %1 is read-only").arg(QDir::toNativeSeparators(folder))),
+                     qPrintable(messages_.shown[0].text));
+        }
+        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     }
 
     // A file held by another program is reported at start, naming it; the

@@ -80,6 +80,7 @@ private slots:
     void badFilesAreReportedAndLeftAlone();
     void closedStoreRefusesWrites();
     void lockedDatabaseFailsCleanlyAndRecovers();
+    void unpreparedStatementsSayWhy();
     void batchRollsBackWhatItDidNotCommit();
     void gameRecordCountsOneTypeAndSkill();
     void recordTextsNameTheOpponent();
@@ -309,6 +310,15 @@ void TestStatsStore::lockedDatabaseFailsCleanlyAndRecovers()
     }
     QVERIFY(store_.insertStatThrow({player, target, 0, 1, 1, 1, 20, 1}));
     QCOMPARE(Reader(path_).value(QStringLiteral("SELECT count(*) FROM statsthrows")).toInt(), 1);
+}
+
+// A statement that cannot be prepared reports why, not Qt's "No query".
+void TestStatsStore::unpreparedStatementsSayWhy()
+{
+    QVERIFY(store_.insertPlayer(QStringLiteral("Ann")));
+    Reader(path_).exec(QStringLiteral("DROP TABLE players"));
+    QVERIFY(!store_.playerCount());
+    QVERIFY2(store_.lastError().contains(QStringLiteral("no such table: players")), qPrintable(store_.lastError()));
 }
 
 void TestStatsStore::batchRollsBackWhatItDidNotCommit()
