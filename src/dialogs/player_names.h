@@ -12,7 +12,8 @@ class StatsStore;
 
 // The message to show when the name cannot be used, nothing when it can.
 // Emptiness and uniqueness are judged on the name without leading and
-// trailing blanks; the name is stored as typed.
+// trailing blanks, and so are the stored names it is compared with; the name
+// is stored as typed.
 std::optional<QString> playerNameProblem(StatsStore &store, const QString &typed);
 
 } // namespace tavrix
