@@ -80,17 +80,46 @@ private slots:
         ok->click();
         name->setText(QStringLiteral(" Ann  "));
         ok->click();
+        name->setText(QStringLiteral("Bo\n"));
+        ok->click();
         QCOMPARE(notices(), QStringList({QStringLiteral("Please enter at least one letter in the \"Name\" field"),
-                                         QStringLiteral("Sorry.  That name is already in use.")}));
+                                         QStringLiteral("Sorry.  That name is already in use."),
+                                         QStringLiteral("A name cannot contain line breaks, control characters or \"|\".")}));
+        QCOMPARE(store_.playerCount(), std::optional<int>(1));
         QCOMPARE(session_.currentPlayerId, qint64(0));
 
-        const QString typed = QStringLiteral("Zoë \"Z\" O'Neil; DROP TABLE players ");
+        const QString typed = QStringLiteral("Zoë \"Z\"; DROP TABLE players ");
         name->setText(typed);
         ok->click();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(session_.currentPlayerName, typed);
         QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(typed));
         QCOMPARE(store_.playerCount(), std::optional<int>(2));
+    }
+
+    // A rename passes the same checks as a new name; a refused one changes
+    // nothing.
+    void renamesAreCheckedLikeNewNames()
+    {
+        QVERIFY(store_.insertPlayer(QStringLiteral(" Ann")));
+        session_.currentPlayerId = *store_.insertPlayer(QStringLiteral("Me"));
+        session_.currentPlayerName = QStringLiteral("Me");
+        UserEditDialog dialog(store_, session_, messages_, nullptr);
+        QTimer::singleShot(0, [&] {
+            control<QRadioButton>(&dialog, QStringLiteral("opOperation_2"))->click();
+            auto *edit = control<QLineEdit>(&dialog, QStringLiteral("txtPlayerNameEdit"));
+            for (const QString &name : {QStringLiteral("Ann "), QStringLiteral("Me|2"), QString(31, u'm')}) {
+                edit->setText(name);
+                control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
+            }
+            control<QPushButton>(&dialog, QStringLiteral("btnClose"))->click();
+        });
+        dialog.dockShow();
+        QCOMPARE(notices(), QStringList({QStringLiteral("Sorry.  That name is already in use."),
+                                         QStringLiteral("A name cannot contain line breaks, control characters or \"|\"."),
+                                         QStringLiteral("Please keep the name to 30 characters or fewer.")}));
+        QCOMPARE(session_.currentPlayerName, QStringLiteral("Me"));
+        QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(QStringLiteral("Me")));
     }
 
     // Ids past 16 bits: a new player numbered 65,536 becomes the current
