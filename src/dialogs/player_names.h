@@ -10,8 +10,9 @@ namespace tavrix {
 
 class StatsStore;
 
-// The longest name accepted, counted without leading and trailing blanks, so
-// that the greeting and the player's score column have room for it.
+// The longest name accepted, counted without leading and trailing blanks:
+// thirty ordinary letters fit the greeting at the top of the play frame
+// ("Hey, Maximilian Alexander Hohenberg!"); thirty wide capitals do not.
 inline constexpr int maxPlayerNameLength = 30;
 
 // The message to show when the name cannot be used, nothing when it can.
