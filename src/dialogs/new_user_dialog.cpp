@@ -49,7 +49,7 @@ void NewUserDialog::createPlayer()
         messages_.error(this, QString::fromLatin1(applicationTitle), store_.lastError());
         return;
     }
-    session_.currentPlayerId = static_cast<qint16>(*id);
+    session_.currentPlayerId = *id;
     session_.currentPlayerName = name;
     accept();
 }

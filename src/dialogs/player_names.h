@@ -10,9 +10,17 @@ namespace tavrix {
 
 class StatsStore;
 
+// The longest name accepted, counted without leading and trailing blanks:
+// thirty ordinary letters fit the greeting at the top of the play frame
+// ("Hey, Maximilian Alexander Hohenberg!"); thirty wide capitals do not.
+inline constexpr int maxPlayerNameLength = 30;
+
 // The message to show when the name cannot be used, nothing when it can.
-// Emptiness and uniqueness are judged on the name without leading and
-// trailing blanks; the name is stored as typed.
+// Emptiness, length and uniqueness are judged on the name without leading and
+// trailing blanks, and so are the stored names it is compared with; the name
+// is stored as typed, so line breaks and other control characters are refused
+// anywhere in it, blanks at the ends included. "|" is refused too: it
+// separates the fields of a network message.
 std::optional<QString> playerNameProblem(StatsStore &store, const QString &typed);
 
 } // namespace tavrix

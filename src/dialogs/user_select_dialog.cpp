@@ -55,7 +55,7 @@ void UserSelectDialog::choose()
 {
     if (userDrop_->currentIndex() < 0)
         return;
-    session_.currentPlayerId = static_cast<qint16>(userDrop_->currentData().toLongLong());
+    session_.currentPlayerId = userDrop_->currentData().toLongLong();
     session_.currentPlayerName = userDrop_->currentText();
     if (onChosen_)
         onChosen_();

@@ -11,7 +11,7 @@ namespace tavrix {
 
 struct Session {
     // 0 while no player is chosen.
-    qint16 currentPlayerId = 0;
+    qint64 currentPlayerId = 0;
     QString currentPlayerName;
     bool useCms = false;
     // Seeded from the clock when the main window loads; a fixed seed makes a

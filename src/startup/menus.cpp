@@ -135,7 +135,7 @@ void Darts::refreshAfterPlayerChange()
 
 void Darts::changePlayer()
 {
-    const qint16 before = session_.currentPlayerId;
+    const qint64 before = session_.currentPlayerId;
     userSelectDialog()->dockShow();
     if (session_.currentPlayerId != before)
         refreshAfterPlayerChange();
@@ -143,7 +143,7 @@ void Darts::changePlayer()
 
 void Darts::editPlayers()
 {
-    const qint16 idBefore = session_.currentPlayerId;
+    const qint64 idBefore = session_.currentPlayerId;
     const QString nameBefore = session_.currentPlayerName;
     userEditDialog()->dockShow();
     if (session_.currentPlayerId != idBefore || session_.currentPlayerName != nameBefore)

@@ -153,7 +153,7 @@ bool Program::choosePlayer()
                             store_.lastError());
             return false;
         }
-        session_.currentPlayerId = static_cast<qint16>(players->first().id);
+        session_.currentPlayerId = players->first().id;
         session_.currentPlayerName = players->first().name;
     }
     return true;

@@ -43,16 +43,6 @@ std::optional<qint64> StatsStore::playerIdByName(const QString &name)
     return id;
 }
 
-std::optional<bool> StatsStore::playerNameInUse(const QString &name)
-{
-    QSqlQuery query(connection());
-    query.prepare(QStringLiteral("SELECT count(*) FROM players WHERE name = ?"));
-    query.addBindValue(name);
-    if (!exec(query, QStringLiteral("Cannot look up the player")) || !query.next())
-        return std::nullopt;
-    return query.value(0).toInt() > 0;
-}
-
 std::optional<QString> StatsStore::playerName(qint64 playerId)
 {
     QSqlQuery *const query = prepared(QStringLiteral("playername"),

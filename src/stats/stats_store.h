@@ -164,8 +164,6 @@ public:
     std::optional<int> playerCount();
     std::optional<QList<PlayerRow>> players();
     std::optional<qint64> playerIdByName(const QString &name);
-    // Whether a player has exactly this name; nothing when the database fails.
-    std::optional<bool> playerNameInUse(const QString &name);
     std::optional<QString> playerName(qint64 playerId);
     bool renamePlayer(qint64 playerId, const QString &name);
     // Removes the player with its practice targets and throws; its games and

@@ -80,17 +80,71 @@ private slots:
         ok->click();
         name->setText(QStringLiteral(" Ann  "));
         ok->click();
+        name->setText(QStringLiteral("Bo\n"));
+        ok->click();
         QCOMPARE(notices(), QStringList({QStringLiteral("Please enter at least one letter in the \"Name\" field"),
-                                         QStringLiteral("Sorry.  That name is already in use.")}));
-        QCOMPARE(session_.currentPlayerId, qint16(0));
+                                         QStringLiteral("Sorry.  That name is already in use."),
+                                         QStringLiteral("A name cannot contain line breaks, control characters or \"|\".")}));
+        QCOMPARE(store_.playerCount(), std::optional<int>(1));
+        QCOMPARE(session_.currentPlayerId, qint64(0));
 
-        const QString typed = QStringLiteral("Zoë \"Z\" O'Neil; DROP TABLE players ");
+        const QString typed = QStringLiteral("Zoë \"Z\"; DROP TABLE players ");
         name->setText(typed);
         ok->click();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(session_.currentPlayerName, typed);
         QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(typed));
         QCOMPARE(store_.playerCount(), std::optional<int>(2));
+    }
+
+    // A rename passes the same checks as a new name; a refused one changes
+    // nothing.
+    void renamesAreCheckedLikeNewNames()
+    {
+        QVERIFY(store_.insertPlayer(QStringLiteral(" Ann")));
+        session_.currentPlayerId = *store_.insertPlayer(QStringLiteral("Me"));
+        session_.currentPlayerName = QStringLiteral("Me");
+        UserEditDialog dialog(store_, session_, messages_, nullptr);
+        QTimer::singleShot(0, [&] {
+            control<QRadioButton>(&dialog, QStringLiteral("opOperation_2"))->click();
+            auto *edit = control<QLineEdit>(&dialog, QStringLiteral("txtPlayerNameEdit"));
+            for (const QString &name : {QStringLiteral("Ann "), QStringLiteral("Me|2"), QString(31, u'm')}) {
+                edit->setText(name);
+                control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
+            }
+            control<QPushButton>(&dialog, QStringLiteral("btnClose"))->click();
+        });
+        dialog.dockShow();
+        QCOMPARE(notices(), QStringList({QStringLiteral("Sorry.  That name is already in use."),
+                                         QStringLiteral("A name cannot contain line breaks, control characters or \"|\"."),
+                                         QStringLiteral("Please keep the name to 30 characters or fewer.")}));
+        QCOMPARE(session_.currentPlayerName, QStringLiteral("Me"));
+        QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(QStringLiteral("Me")));
+    }
+
+    // Ids past 16 bits: a new player numbered 65,536 becomes the current
+    // player, is not offered for deletion and is the one renamed.
+    void playersPast16BitIdsAreTheCurrentPlayer()
+    {
+        QSqlQuery query(store_.connection());
+        QVERIFY(query.exec(QStringLiteral("INSERT INTO players (id, name) VALUES (65535, 'Old')")));
+        NewUserDialog created(store_, session_, messages_, nullptr);
+        control<QLineEdit>(&created, QStringLiteral("NameText"))->setText(QStringLiteral("New"));
+        control<QPushButton>(&created, QStringLiteral("OKButton"))->click();
+        QCOMPARE(session_.currentPlayerId, qint64(65536));
+
+        UserEditDialog dialog(store_, session_, messages_, nullptr);
+        QTimer::singleShot(0, [&] {
+            QCOMPARE(listed(control<QComboBox>(&dialog, QStringLiteral("deletePlayerDrop"))),
+                     QStringList{QStringLiteral("Old")});
+            control<QRadioButton>(&dialog, QStringLiteral("opOperation_2"))->click();
+            control<QLineEdit>(&dialog, QStringLiteral("txtPlayerNameEdit"))->setText(QStringLiteral("Newer"));
+            control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
+            control<QPushButton>(&dialog, QStringLiteral("btnClose"))->click();
+        });
+        dialog.dockShow();
+        QCOMPARE(store_.players(), std::optional<QList<PlayerRow>>({{65535, QStringLiteral("Old")},
+                                                                    {65536, QStringLiteral("Newer")}}));
     }
 
     // Cancel changes nothing; OK takes the chosen player and tells the window.
@@ -104,7 +158,7 @@ private slots:
 
         QTimer::singleShot(0, [&] { control<QPushButton>(&dialog, QStringLiteral("CancelButton"))->click(); });
         dialog.dockShow();
-        QCOMPARE(session_.currentPlayerId, qint16(0));
+        QCOMPARE(session_.currentPlayerId, qint64(0));
         QCOMPARE(chosen, 0);
 
         QTimer::singleShot(0, [&] {
@@ -113,7 +167,7 @@ private slots:
             control<QPushButton>(&dialog, QStringLiteral("OKButton"))->click();
         });
         dialog.dockShow();
-        QCOMPARE(session_.currentPlayerId, qint16(2));
+        QCOMPARE(session_.currentPlayerId, qint64(2));
         QCOMPARE(session_.currentPlayerName, QStringLiteral("Bo 'B' Ström"));
         QCOMPARE(chosen, 1);
     }
@@ -123,7 +177,7 @@ private slots:
     // its games; the Delete option goes when no other player is left.
     void managePlayers()
     {
-        session_.currentPlayerId = qint16(*store_.insertPlayer(QStringLiteral("Me")));
+        session_.currentPlayerId = *store_.insertPlayer(QStringLiteral("Me"));
         session_.currentPlayerName = QStringLiteral("Me");
         UserEditDialog dialog(store_, session_, messages_, nullptr);
         auto *deleteOption = control<QRadioButton>(&dialog, QStringLiteral("opOperation_1"));

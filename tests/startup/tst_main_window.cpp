@@ -1,5 +1,6 @@
 // Start-up, shutdown, modes and menus, driven through the real main window.
 
+#include "../support/board_points.h"
 #include "../support/fake_messages.h"
 #include "../support/test_home.h"
 #include "board/board_geometry.h"
@@ -161,7 +162,70 @@ private slots:
         QVERIFY(program.Main());
         QVERIFY(windowWasVisible);
         QCOMPARE(program.session().currentPlayerName, QStringLiteral("Bo Ström"));
-        QCOMPARE(program.session().currentPlayerId, qint16(2));
+        QCOMPARE(program.session().currentPlayerId, qint64(2));
+    }
+
+    // Ids past 16 bits: 65,536 once read as 0 ("no player") and ended the
+    // program at start; 40,000 recorded games under a negative id.
+    void largePlayerIdsStartAndRecordTheirDarts_data()
+    {
+        QTest::addColumn<QList<qint64>>("ids");
+        QTest::addColumn<int>("chosen");
+        QTest::newRow("only player 65,536") << QList<qint64>{65536} << 0;
+        QTest::newRow("40,000 of two") << QList<qint64>{40000, 65536} << 0;
+        QTest::newRow("65,536 of two") << QList<qint64>{40000, 65536} << 1;
+    }
+    void largePlayerIdsStartAndRecordTheirDarts()
+    {
+        QFETCH(QList<qint64>, ids);
+        QFETCH(int, chosen);
+        {
+            StatsStore seed(QStringLiteral("seed"));
+            QVERIFY(seed.open(dbPath_));
+            QSqlQuery insert(seed.connection());
+            for (qint64 id : ids) {
+                insert.prepare(QStringLiteral("INSERT INTO players (id, name) VALUES (?, ?)"));
+                insert.addBindValue(id);
+                insert.addBindValue(QStringLiteral("P%1").arg(id));
+                QVERIFY(insert.exec());
+            }
+        }
+        const qint64 id = ids[chosen];
+        Program program(messages_, dbPath_);
+        if (ids.size() > 1) {
+            whenDialogShows([chosen](QWidget *dialog) {
+                control<QComboBox>(dialog, "userDrop")->setCurrentIndex(chosen);
+                click(dialog, "OKButton");
+            });
+        }
+        QVERIFY(program.Main());
+        QCOMPARE(program.session().currentPlayerId, id);
+        Darts *window = program.window();
+        QCOMPARE(control<QLabel>(window, "PlayerNameText")->text(), QStringLiteral("Hey, P%1!").arg(id));
+
+        // Against a person at this board: both corks, then one set of ours.
+        auto *board = control<BoardPicture>(window, "Picture1");
+        auto *start = control<QPushButton>(window, "btnStartGame");
+        auto throwAt = [board](const char *code) {
+            QTest::mouseClick(board, Qt::LeftButton, {}, BoardPicture::pictureFromBoard(at(QLatin1String(code))).toPoint());
+        };
+        control<QRadioButton>(window, "opOpponent_1")->click();
+        answerOpponentName(QStringLiteral("Bob"));
+        QTest::mouseClick(start, Qt::LeftButton);
+        for (const char *cork : {"S3", "B"}) {
+            throwAt(cork);
+            QTest::mouseClick(start, Qt::LeftButton);
+        }
+        QTest::mouseClick(start, Qt::LeftButton);
+        for (const char *dart : {"T20", "T20", "S1"})
+            throwAt(dart);
+        QTest::mouseClick(start, Qt::LeftButton);
+
+        const QString ofPlayer = QStringLiteral(" WHERE players_id = %1").arg(id);
+        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM gamesdarts")), 4);
+        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM gamesdarts") + ofPlayer), 4);
+        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM games") + ofPlayer), 1);
+        QVERIFY(messages_.shown.isEmpty());
     }
 
     // The screen check comes before anything else; 800 x 600 is enough.
