@@ -13,7 +13,9 @@ void SystemMessages::notice(QWidget *parent, const QString &title, const QString
 
 bool SystemMessages::askYesNo(QWidget *parent, const QString &title, const QString &text)
 {
-    return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No)
+    // Every question of the program gives something up (a game, statistics,
+    // a player): Enter or Space alone must not say yes.
+    return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
            == QMessageBox::Yes;
 }
 

@@ -19,7 +19,7 @@ public:
     virtual ~Messages() = default;
     // A message box with one OK button.
     virtual void notice(QWidget *parent, const QString &title, const QString &text) = 0;
-    // A message box with Yes and No; true for Yes.
+    // A message box with Yes and No, No the default; true for Yes.
     virtual bool askYesNo(QWidget *parent, const QString &title, const QString &text) = 0;
     // A failure the user must know about (a database that cannot be opened).
     virtual void error(QWidget *parent, const QString &title, const QString &text) = 0;

@@ -8,7 +8,9 @@
 #include "session/session.h"
 #include "stats/stats_store.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QMessageBox>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -236,6 +238,26 @@ private slots:
         QVERIFY(query.next());
         QCOMPARE(query.value(0).toInt(), 0);
         QCOMPARE(query.value(1).toInt(), 1);
+    }
+
+    // The program's questions all give something up: No is the default, so
+    // Enter alone answers No; Yes still takes a click.
+    void questionsDefaultToNo()
+    {
+        SystemMessages messages;
+        for (const bool clickYes : {false, true}) {
+            QTimer::singleShot(0, [clickYes] {
+                auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+                QVERIFY(box);
+                QCOMPARE(box->defaultButton(), box->button(QMessageBox::No));
+                if (clickYes)
+                    box->button(QMessageBox::Yes)->click();
+                else
+                    QTest::keyClick(box, Qt::Key_Return);
+            });
+            QCOMPARE(messages.askYesNo(nullptr, QStringLiteral("Quit Game?"), QStringLiteral("Quit game in progress?")),
+                     clickYes);
+        }
     }
 };
 
