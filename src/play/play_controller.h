@@ -53,7 +53,6 @@ public:
 
     GameSession &game() { return game_; }
     const GameSession &game() const { return game_; }
-    ComputerOpponent *computer() const { return computer_; }
     // A game has started and is not over: leaving it needs a question.
     bool gameInProgress() const;
 
@@ -62,8 +61,6 @@ public:
     // Writes what could not be written so far; false (after saying how many
     // darts are lost) when it still cannot be. For the end of the program.
     bool saveBeforeClosing();
-    // Darts and game ends waiting to be written.
-    bool hasUnsavedRecords() const { return recorder_.hasPending(); }
 
     // The board, in play mode.
     void pointerOver(const PointerSpot &spot) override;
