@@ -50,6 +50,7 @@ void GameSession::start(const GameOptions &options, qint64 gameId, int firstCork
     startScore_ = options_.type == GameType::X01_301 ? 301 : 501;
     scoreHistory_ = {QList<int>{startScore_}, QList<int>{startScore_}};
     dartsThrown_ = {};
+    shownCricketPoints_ = {};
     doubledIn_.fill(!options_.doubleIn);
     cricketMarks_ = {};
     awaitCork(firstCorkThrower);
@@ -266,6 +267,8 @@ SetOutcome GameSession::scoreSet()
                 turnMarks += mark.marks;
                 out.marks.append(mark);
             }
+            if (mark.slotPoints)
+                shownCricketPoints_[p - 1] = cricketPointsOf(cricketMarks_[p - 1]);
         }
     }
 
@@ -328,7 +331,7 @@ GlanceFigures GameSession::glance(int player) const
 {
     if (isX01(options_.type))
         return x01Glance(startScore_ - pointsScored(player), threeDartAverage(player));
-    return cricketGlance(cricketMarks_[player - 1], options_.simpleCricket);
+    return cricketGlance(cricketMarks_[player - 1], options_.simpleCricket, shownCricketPoints_[player - 1]);
 }
 
 std::optional<BoardPoint> GameSession::advice() const

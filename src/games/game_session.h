@@ -196,6 +196,8 @@ private:
     std::array<bool, 2> doubledIn_{};
     std::array<QList<int>, 2> scoreHistory_;
     std::array<int, 2> dartsThrown_{};
+    // Cricket points as the totals show them: set when a dart scores.
+    std::array<int, 2> shownCricketPoints_{};
     CricketMarks cricketMarks_{};
     LocalTallies tallies_;
     int winner_ = 0;

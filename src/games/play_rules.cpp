@@ -176,12 +176,12 @@ int closedSlots(const CricketRow &row)
 
 } // namespace
 
-GlanceFigures cricketGlance(const CricketRow &row, bool simple)
+GlanceFigures cricketGlance(const CricketRow &row, bool simple, int points)
 {
     const QString closed = QString::number(closedSlots(row)) + QStringLiteral("/7");
     if (simple)
         return {closed, QStringLiteral("closed")};
-    return {QString::number(cricketPointsOf(row)), closed + QStringLiteral(" closed")};
+    return {QString::number(points), closed + QStringLiteral(" closed")};
 }
 
 std::array<bool, 7> closedByBoth(const CricketMarks &marks)

@@ -120,8 +120,9 @@ struct GlanceFigures {
 
 // 301/501: the score left and the three-dart average so far.
 GlanceFigures x01Glance(int left, std::optional<double> average);
-// Cricket: the points under Standard rules, else the numbers closed.
-GlanceFigures cricketGlance(const CricketRow &row, bool simple);
+// Cricket: the points under Standard rules (as the totals show them),
+// else the numbers closed.
+GlanceFigures cricketGlance(const CricketRow &row, bool simple, int points);
 // The slots (bull, 20 down to 15) both players have closed.
 std::array<bool, 7> closedByBoth(const CricketMarks &marks);
 
