@@ -49,6 +49,8 @@ void GameSession::start(const GameOptions &options, qint64 gameId, int firstCork
     placed_ = 0;
     startScore_ = options_.type == GameType::X01_301 ? 301 : 501;
     scoreHistory_ = {QList<int>{startScore_}, QList<int>{startScore_}};
+    dartsThrown_ = {};
+    shownCricketPoints_ = {};
     doubledIn_.fill(!options_.doubleIn);
     cricketMarks_ = {};
     awaitCork(firstCorkThrower);
@@ -248,6 +250,7 @@ SetOutcome GameSession::scoreSet()
     }
     turnPoints_ = x01 ? set.turnPoints : 0;
     out.turnPoints = turnPoints_;
+    dartsThrown_[p - 1] += int(set.darts.size());
     int turnMarks = 0;
     for (int i : std::as_const(set.darts)) {
         const BoardPoint at = *set_[i];
@@ -264,6 +267,8 @@ SetOutcome GameSession::scoreSet()
                 turnMarks += mark.marks;
                 out.marks.append(mark);
             }
+            if (mark.slotPoints)
+                shownCricketPoints_[p - 1] = cricketPointsOf(cricketMarks_[p - 1]);
         }
     }
 
@@ -305,6 +310,28 @@ SetOutcome GameSession::scoreSet()
     }
     thrower_ = 3 - p;
     return out;
+}
+
+int GameSession::pointsScored(int player) const
+{
+    if (!isX01(options_.type))
+        return 0;
+    return startScore_ - (winner_ == player ? 0 : remaining(player));
+}
+
+std::optional<double> GameSession::threeDartAverage(int player) const
+{
+    const int darts = dartsThrown(player);
+    if (!isX01(options_.type) || darts == 0)
+        return std::nullopt;
+    return pointsScored(player) * 3.0 / darts;
+}
+
+GlanceFigures GameSession::glance(int player) const
+{
+    if (isX01(options_.type))
+        return x01Glance(startScore_ - pointsScored(player), threeDartAverage(player));
+    return cricketGlance(cricketMarks_[player - 1], options_.simpleCricket, shownCricketPoints_[player - 1]);
 }
 
 std::optional<BoardPoint> GameSession::advice() const

@@ -131,6 +131,14 @@ public:
     // 301/501.
     int remaining(int player) const { return scoreHistory_[player - 1].last(); }
     bool doubledIn(int player) const { return doubledIn_[player - 1]; }
+    // Darts of the player's confirmed sets that counted (a finishing set
+    // stops at the finishing dart), and the points they took off in 301/501.
+    int dartsThrown(int player) const { return dartsThrown_[player - 1]; }
+    int pointsScored(int player) const;
+    // Points per three darts in 301/501; none before the first dart.
+    std::optional<double> threeDartAverage(int player) const;
+    // The player's standing for the large figures beside the score board.
+    GlanceFigures glance(int player) const;
     // Cricket.
     const CricketMarks &cricketMarks() const { return cricketMarks_; }
 
@@ -187,6 +195,9 @@ private:
     int turnPoints_ = 0;
     std::array<bool, 2> doubledIn_{};
     std::array<QList<int>, 2> scoreHistory_;
+    std::array<int, 2> dartsThrown_{};
+    // Cricket points as the totals show them: set when a dart scores.
+    std::array<int, 2> shownCricketPoints_{};
     CricketMarks cricketMarks_{};
     LocalTallies tallies_;
     int winner_ = 0;

@@ -4,6 +4,7 @@
 
 #include <QRandomGenerator>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tavrix {
@@ -158,6 +159,37 @@ QString gameOverText(const QString &winner)
     return QStringLiteral("\n") + winner
            + QStringLiteral(" won that one.\n\nClick \"Play Again\" to play the same game, or "
                             "\"Quit Game\" to change options.");
+}
+
+GlanceFigures x01Glance(int left, std::optional<double> average)
+{
+    return {QString::number(left),
+            QStringLiteral("Avg ") + (average ? QString::number(*average, 'f', 2) : QStringLiteral("-"))};
+}
+
+namespace {
+
+int closedSlots(const CricketRow &row)
+{
+    return int(std::count_if(row.begin(), row.end(), [](int marks) { return marks >= 3; }));
+}
+
+} // namespace
+
+GlanceFigures cricketGlance(const CricketRow &row, bool simple, int points)
+{
+    const QString closed = QString::number(closedSlots(row)) + QStringLiteral("/7");
+    if (simple)
+        return {closed, QStringLiteral("closed")};
+    return {QString::number(points), closed + QStringLiteral(" closed")};
+}
+
+std::array<bool, 7> closedByBoth(const CricketMarks &marks)
+{
+    std::array<bool, 7> both{};
+    for (int slot = 0; slot < 7; ++slot)
+        both[slot] = marks[0][slot] >= 3 && marks[1][slot] >= 3;
+    return both;
 }
 
 } // namespace tavrix

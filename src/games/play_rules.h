@@ -110,4 +110,20 @@ GameResult gameResultRow(const GameEnd &end);
 // "Name won that one. ..." shown after a game.
 QString gameOverText(const QString &winner);
 
+// --- The score at a glance --------------------------------------------------
+
+// A player's standing in large figures, with a line under it.
+struct GlanceFigures {
+    QString figure;
+    QString detail;
+};
+
+// 301/501: the score left and the three-dart average so far.
+GlanceFigures x01Glance(int left, std::optional<double> average);
+// Cricket: the points under Standard rules (as the totals show them),
+// else the numbers closed.
+GlanceFigures cricketGlance(const CricketRow &row, bool simple, int points);
+// The slots (bull, 20 down to 15) both players have closed.
+std::array<bool, 7> closedByBoth(const CricketMarks &marks);
+
 } // namespace tavrix

@@ -12,9 +12,11 @@ class QCheckBox;
 class QLabel;
 class QPushButton;
 class QSlider;
+class QVBoxLayout;
 
 namespace tavrix {
 
+class ScoreGlance;
 class SkillOptions;
 
 // The Cricket mark symbols for 1, 2 and 3 marks (index 0 to 2).
@@ -56,6 +58,8 @@ public:
     QLabel *lblP1TotalPts = nullptr;
     QLabel *lblP2TotalPts = nullptr;
     QLabel *lblTotalPts = nullptr;
+    // "Bull", "20" ... "15", by slot; greyed once both players closed them.
+    std::array<QLabel *, 7> cricketNumbers{};
 
     QGroupBox *fra01Score = nullptr;
     QLabel *player1Text01 = nullptr;
@@ -63,13 +67,23 @@ public:
     QLabel *p1ScoreText = nullptr;
     QLabel *p2scoretext = nullptr;
 
+    // Each player's standing in large figures, during a game.
+    ScoreGlance *scoreGlance = nullptr;
+
     QPushButton *btnStartGame = nullptr;
     QPushButton *btnQuitGame = nullptr;
 
     // Shows `marks` (capped at 3) on a slot of a player's marks column.
     void showMarks(int player, int slot, int marks);
+    // Greys the numbers both players have closed, by slot.
+    void showClosedNumbers(const std::array<bool, 7> &closed);
     // White behind the thrower's name labels, light grey behind the other's.
     void colourThrower(int player);
+
+private:
+    void buildOptions(QVBoxLayout *layout);
+    void buildCricketScore(QVBoxLayout *layout);
+    void build01Score(QVBoxLayout *layout);
 };
 
 } // namespace tavrix

@@ -8,6 +8,7 @@
 #include "opponent/skill_options.h"
 #include "opponent/skill_profile.h"
 #include "play/game_frame.h"
+#include "play/score_glance.h"
 #include "session/session.h"
 #include "sound/sounds.h"
 #include "stats/game_record.h"
@@ -302,7 +303,10 @@ void PlayController::continueStartGame(int firstCorkThrower)
         options.doubleOut = f.chkDoubleOut->isChecked();
         showX01Board(options.type == GameType::X01_301 ? 301 : 501);
     }
+    f.scoreGlance->show();
+    f.scoreGlance->setEnabled(true);
     game_.start(options, *id, firstCorkThrower);
+    showGlance();
 }
 
 void PlayController::showX01Board(int startScore)
@@ -316,6 +320,17 @@ void PlayController::showX01Board(int startScore)
     f.fra01Score->setEnabled(true);
     f.p1ScoreText->setText(QString::number(startScore));
     f.p2scoretext->setText(QString::number(startScore));
+}
+
+void PlayController::showGlance()
+{
+    GameFrame &f = c_.frame;
+    for (int player : {1, 2})
+        f.scoreGlance->showFigures(player, game_.glance(player));
+    if (game_.options().type == GameType::Cricket)
+        f.showClosedNumbers(closedByBoth(game_.cricketMarks()));
+    const bool throwing = game_.phase() == GamePhase::Turn;
+    f.scoreGlance->markThrower(throwing ? game_.currentThrower() : 0);
 }
 
 void PlayController::showCricketBoard()
@@ -379,6 +394,7 @@ void PlayController::okClicked()
     }
     const SetOutcome outcome = game_.scoreSet();
     showOutcome(outcome);
+    showGlance();
     if (!outcome.won)
         nextTurn();
 }
@@ -395,6 +411,7 @@ void PlayController::turnStarted(int player)
     setGameStats();
     syncBoard();
     c_.frame.colourThrower(player);
+    showGlance();
     refreshButton();
     if (!game_.throwerMarksHere()) {
         c_.board.picture()->setEnabled(false);
@@ -475,6 +492,7 @@ void PlayController::endGame(const SetOutcome &outcome)
 void PlayController::GameOver()
 {
     c_.frame.gameText->setText(game_.gameOverText());
+    showGlance();
     refreshButton();
     c_.frame.btnQuitGame->setEnabled(true);
 }
@@ -499,7 +517,7 @@ void PlayController::resetGame()
         frame->setEnabled(true);
     }
     f.btnQuitGame->setEnabled(false);
-    for (QWidget *score : std::initializer_list<QWidget *>{f.fraCricketScore, f.fra01Score}) {
+    for (QWidget *score : std::initializer_list<QWidget *>{f.fraCricketScore, f.fra01Score, f.scoreGlance}) {
         score->hide();
         score->setEnabled(false);
     }

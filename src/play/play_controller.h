@@ -79,6 +79,8 @@ private:
     void continueStartGame(int firstCorkThrower);
     void showX01Board(int startScore);
     void showCricketBoard();
+    // The large figures and the closed numbers, as the model stands.
+    void showGlance();
     void okClicked();
     void nextTurn();
 

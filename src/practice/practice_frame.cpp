@@ -19,6 +19,16 @@ QLabel *valueLabel(const QString &name, QWidget *parent)
     return label;
 }
 
+// Tight margins, so that the frame fits beside the board on an 800 x 600
+// screen.
+template <typename Layout>
+Layout *compact(Layout *layout, int spacing)
+{
+    layout->setContentsMargins(6, 2, 6, 4);
+    layout->setSpacing(spacing);
+    return layout;
+}
+
 } // namespace
 
 PracticeFrame::PracticeFrame(QWidget *parent)
@@ -26,10 +36,11 @@ PracticeFrame::PracticeFrame(QWidget *parent)
 {
     setObjectName(QStringLiteral("practiceModeFrame"));
     auto *layout = new QVBoxLayout(this);
+    compact(layout, 4);
 
     frame3_ = new QGroupBox(QStringLiteral("Select Target or use \"Random\""), this);
     frame3_->setObjectName(QStringLiteral("Frame3"));
-    auto *choice = new QFormLayout(frame3_);
+    auto *choice = compact(new QFormLayout(frame3_), 2);
     ringDrop_ = new QComboBox(frame3_);
     ringDrop_->setObjectName(QStringLiteral("RingDrop"));
     const std::pair<const char *, int> rings[] = {
@@ -61,7 +72,7 @@ PracticeFrame::PracticeFrame(QWidget *parent)
 
     auto *results = new QGroupBox(QStringLiteral("Set Results"), this);
     results->setObjectName(QStringLiteral("Frame1"));
-    auto *grid = new QGridLayout(results);
+    auto *grid = compact(new QGridLayout(results), 2);
     grid->addWidget(new QLabel(QStringLiteral("Radial dist:"), results), 0, 1);
     grid->addWidget(new QLabel(QStringLiteral("Angle:"), results), 0, 2);
     grid->addWidget(new QLabel(QStringLiteral("Score:"), results), 0, 3);
@@ -87,7 +98,7 @@ PracticeFrame::PracticeFrame(QWidget *parent)
 
     auto *totals = new QGroupBox(QStringLiteral("Running Totals"), this);
     totals->setObjectName(QStringLiteral("Frame2"));
-    auto *totalsForm = new QFormLayout(totals);
+    auto *totalsForm = compact(new QFormLayout(totals), 2);
     const std::pair<const char *, const char *> figures[] = {
         {"Pct. all targets hit:", "PctAllHitText"},
         {"Pct. this target hit:", "PctThisHitText"},

@@ -2,6 +2,7 @@
 
 #include "board/board_picture.h"
 #include "dialogs/alert_box.h"
+#include "dialogs/fitting_label.h"
 #include "dialogs/messages.h"
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
@@ -26,6 +27,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace tavrix {
@@ -71,12 +73,27 @@ Darts::Darts(Program &program)
 
 Darts::~Darts() = default;
 
+void Darts::showFitted()
+{
+    // With room to spare the window opens at 1024 x 768; on a smaller screen
+    // it takes the whole screen, which its layout is made to fit. The margin
+    // allows for the title bar and the window frame.
+    const QScreen *screen = this->screen();
+    const QSize room = screen ? screen->availableGeometry().size() : QSize();
+    if (room.isValid() && (room.width() < 1024 + 16 || room.height() < 768 + 64))
+        showMaximized();
+    else
+        show();
+}
+
 void Darts::buildFrames()
 {
     auto *central = new QWidget(this);
     auto *columns = new QHBoxLayout(central);
-    columns->setContentsMargins(12, 12, 12, 12);
-    columns->setSpacing(16);
+    // Narrow margins: on an 800 x 600 screen the board and the mode frame
+    // share the window's whole width.
+    columns->setContentsMargins(4, 4, 4, 4);
+    columns->setSpacing(6);
 
     auto *boardColumn = new QVBoxLayout;
     picture_ = new BoardPicture(central);
@@ -124,7 +141,9 @@ void Darts::buildFrames()
     btnStartGame_ = gameFrame_->btnStartGame;
 
     auto *review = new QVBoxLayout(reviewFrame_);
-    greetingLabels_.append(namedLabel("playerNameText_review", reviewFrame_));
+    auto *reviewGreeting = new FittingLabel(reviewFrame_);
+    reviewGreeting->setObjectName(QStringLiteral("playerNameText_review"));
+    greetingLabels_.append(reviewGreeting);
     review->addWidget(greetingLabels_.last());
     for (const char *text : {"Select scoring area to view by clicking on the corresponding section "
                              "of the dartboard image.",
@@ -140,10 +159,8 @@ void Darts::buildFrames()
 
     for (QLabel *label : std::as_const(greetingLabels_))
         label->setFont(greetingFont(label));
-    for (QGroupBox *frame : {playFrame_, static_cast<QGroupBox *>(practiceFrame_), reviewFrame_}) {
-        frame->setMinimumWidth(240);
+    for (QGroupBox *frame : {playFrame_, static_cast<QGroupBox *>(practiceFrame_), reviewFrame_})
         frameColumn->addWidget(frame);
-    }
     columns->addLayout(frameColumn, 1);
     setCentralWidget(central);
 

@@ -39,6 +39,8 @@ class Darts : public QMainWindow {
 public:
     explicit Darts(Program &program);
     ~Darts() override;
+    // Shows the window at a size that suits the screen.
+    void showFitted();
 
     // The board picture as input, with its markers.
     BoardInput *boardInput() const { return boardInput_; }

@@ -104,7 +104,7 @@ bool Program::Main()
     sounds_->setEnabled(soundIsOn(getSetting(QString::fromLatin1(soundSetting))));
 
     window_ = std::make_unique<Darts>(*this);
-    window_->show();
+    window_->showFitted();
 
     if (!choosePlayer()) {
         shutDownProgram();

@@ -147,9 +147,16 @@ private slots:
         QCOMPARE(game_->tallies().localWins, 1);
         QCOMPARE(game_->tallies().localBestOut, 141);
         QCOMPARE(game_->tallies().localBestLeg, 12);
+        // Three-dart averages: Ann's finish counts in full, Bob's misses count as darts.
+        QCOMPARE((QList<int>{game_->dartsThrown(2), game_->pointsScored(2), game_->dartsThrown(1),
+                             game_->pointsScored(1)}),
+                 (QList<int>{12, 501, 9, 18}));
+        QCOMPARE(game_->threeDartAverage(2), std::optional(125.25));
+        QCOMPARE(game_->threeDartAverage(1), std::optional(6.0));
         // The tallies stay for the same options and go with other ones.
         start(x01Options(GameType::X01_501, true), 2);
         QCOMPARE(game_->tallies().localWins, 1);
+        QCOMPARE(game_->threeDartAverage(2), std::nullopt);
         start(x01Options(GameType::X01_301, true), 2);
         QCOMPARE(game_->tallies().localWins, 0);
 

@@ -237,6 +237,22 @@ private slots:
         QVERIFY(QStringList({"Hooray!", "Great!", "Faaan-tastic!", "Game on!", "Yes!"})
                     .contains(alertTitle(AlertKind::DoubledIn, random)));
     }
+
+    // The large figures: what is left with the average, Cricket points or
+    // closed numbers; a slot is greyed only when both players closed it.
+    void glanceFigures()
+    {
+        const GlanceFigures x01 = x01Glance(141, 60.0);
+        QCOMPARE(x01.figure + '|' + x01.detail, QStringLiteral("141|Avg 60.00"));
+        QCOMPARE(x01Glance(501, std::nullopt).detail, QStringLiteral("Avg -"));
+        const CricketRow row{3, 5, 3, 1, 0, 0, 2}; // bull closed, 20 two marks past, 19 closed
+        const GlanceFigures standard = cricketGlance(row, false, cricketPointsOf(row));
+        QCOMPARE(standard.figure + '|' + standard.detail, QStringLiteral("40|3/7 closed"));
+        QCOMPARE(cricketGlance(row, true, 0).figure, QStringLiteral("3/7"));
+        const std::array<bool, 7> both = closedByBoth({row, CricketRow{2, 3, 3, 3, 3, 3, 3}});
+        QCOMPARE(QList<bool>(both.begin(), both.end()),
+                 (QList<bool>{false, true, true, false, false, false, false}));
+    }
 };
 
 

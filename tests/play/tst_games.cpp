@@ -9,12 +9,14 @@
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
 #include "play/play_controller.h"
+#include "play/score_glance.h"
 #include "startup/darts_window.h"
 #include "startup/program.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -152,6 +154,17 @@ class TestGames : public QObject {
         return result;
     }
 
+    // The window's least size, title bar aside, fits an 800 x 600 screen.
+    void expectFitsSmallScreen(const char *state)
+    {
+        QWidget *window = program_->window();
+        window->layout()->activate();
+        const QSize need = window->minimumSizeHint().expandedTo(window->minimumSize());
+        QVERIFY2(need.width() <= 800 && need.height() <= 600 - 32,
+                 qPrintable(QStringLiteral("%1 needs %2 x %3").arg(QLatin1String(state)).arg(need.width())
+                                .arg(need.height())));
+    }
+
 private slots:
     void init()
     {
@@ -187,6 +200,11 @@ private slots:
         press(QStringLiteral("Ok"));
 
         QCOMPARE(control<QLabel>("p2scoretext")->text(), QStringLiteral("501\n321\n141\nWinner!"));
+        // The large figures: Ann's 501 in nine darts, Bob's nine misses.
+        QCOMPARE(control<QLabel>("p2BigScore")->text() + ' ' + control<QLabel>("p2Average")->text(),
+                 QStringLiteral("0 Avg 167.00"));
+        QCOMPARE(control<QLabel>("p1BigScore")->text() + ' ' + control<QLabel>("p1Average")->text(),
+                 QStringLiteral("501 Avg 0.00"));
         QCOMPARE(control<QLabel>("p1ScoreText")->text(), QStringLiteral("501**"));
         QCOMPARE(startButton()->text(), QStringLiteral("Play Again"));
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Ann won!"));
@@ -292,8 +310,46 @@ private slots:
         // Bob closed 20: Ann's next treble 20 scores nothing.
         throwDarts({"T20", "S14", "M"});
         press(QStringLiteral("Ok"));
+        // Both have closed 20: it is greyed; the large figures follow the
+        // points, and Bob's panel is the one lit.
+        QVERIFY(control<QLabel>("lblCricketNumber_1")->font().strikeOut());
+        QVERIFY(!control<QLabel>("lblCricketNumber_2")->font().strikeOut());
+        QCOMPARE(control<QLabel>("p2BigScore")->text() + ' ' + control<QLabel>("p2Average")->text(),
+                 QStringLiteral("60 1/7 closed"));
+        QCOMPARE(control<ScoreGlance>("ScoreGlance")->markedThrower(), 1);
         const auto darts = rows(QStringLiteral("SELECT count(*) FROM gamesdarts"));
         QCOMPARE(darts[0][0].toInt(), 1 + 6);
+    }
+
+    // Every state of the window fits an 800 x 600 screen, with a name of
+    // thirty wide letters and a 501 long enough to fill its columns.
+    void theWindowFitsASmallScreen()
+    {
+        program_->session().currentPlayerName = QString(30, QLatin1Char('W'));
+        program_->window()->setPlayerName();
+        program_->window()->playController()->resetGame();
+        expectFitsSmallScreen("idle");
+        control<QRadioButton>("opGame_2")->click();
+        startAgainst(QString(30, QLatin1Char('M')));
+        expectFitsSmallScreen("cork");
+        corkAnnFirst();
+        for (int set = 0; set < 24; ++set) {
+            throwDarts({"S1", "S1", "S1"});
+            press(QStringLiteral("Ok"));
+        }
+        QCOMPARE(control<QLabel>("p1ScoreText")->text().count('\n'), 12);
+        expectFitsSmallScreen("a long 501");
+        messages_.answers = {true};
+        QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
+        control<QRadioButton>("opGame_0")->click();
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        expectFitsSmallScreen("cricket");
+        messages_.answers = {true};
+        program_->window()->findChild<QAction *>(QStringLiteral("mnuModePractice"))->trigger();
+        expectFitsSmallScreen("practice");
+        program_->window()->findChild<QAction *>(QStringLiteral("mnuModeReview"))->trigger();
+        expectFitsSmallScreen("review");
     }
 
     // The Master wins a 501 against a player who misses every dart: the
