@@ -124,6 +124,21 @@ int GameSession::placeDart(BoardPoint at)
     return index;
 }
 
+bool GameSession::canUndoDart() const
+{
+    return phase_ == GamePhase::Turn && placed_ > 0 && !reported_ && !scored_ && throwerMarksHere();
+}
+
+int GameSession::undoDart()
+{
+    if (!canUndoDart())
+        return -1;
+    // Only the darts kept are scored and recorded when the set is confirmed.
+    const int index = --placed_;
+    set_[index].reset();
+    return index;
+}
+
 void GameSession::moveDart(int index, BoardPoint at)
 {
     const BoardPoint shown = onMarkerGrid(at, flightMarkerSide);
@@ -194,6 +209,7 @@ void GameSession::nextTurn()
     set_ = {};
     placed_ = 0;
     reported_ = false;
+    scored_ = false;
     // The sets marked at this board are numbered; the cork is set 0.
     if (throwerMarksHere())
         ++setSeq_;
@@ -233,6 +249,7 @@ SetOutcome GameSession::scoreSet()
     out.player = p;
     if (phase_ != GamePhase::Turn)
         return out;
+    scored_ = true;
     const bool x01 = isX01(options_.type);
 
     X01Set set;
@@ -345,6 +362,8 @@ std::optional<BoardPoint> GameSession::advice() const
 
 QString GameSession::liveText() const
 {
+    if (placed_ == 0)
+        return turnPromptText();
     const QString &name = options_.names[thrower_ - 1];
     if (options_.type == GameType::Cricket)
         return cricketLiveText(name, set_, placed_);

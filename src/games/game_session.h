@@ -91,6 +91,11 @@ public:
     // stands where its marker is shown, on whole picture pixels. Returns the
     // dart's index in its set, or -1 when no dart is awaited.
     int placeDart(BoardPoint at);
+    // Takes back the last dart marked at this board in the set being thrown,
+    // as though it had never been placed. Returns its index, or -1 when there
+    // is no such dart (no turn, a side that does not mark here, a cork).
+    int undoDart();
+    bool canUndoDart() const;
     // A marked dart of the current set (or the cork dart, index 0) moved.
     void moveDart(int index, BoardPoint at);
     // Where the local player aims dart `index` of a set, as shown on the board.
@@ -147,7 +152,8 @@ public:
 
     // Where the thrower at this board is advised to aim the next dart.
     std::optional<BoardPoint> advice() const;
-    // The text of the turn so far for the thrower marking at this board.
+    // The text of the turn so far for the thrower marking at this board; the
+    // turn's prompt while no dart is marked.
     QString liveText() const;
     // "Name: Throw your darts..." when a turn at this board starts.
     QString turnPromptText() const;
@@ -185,6 +191,8 @@ private:
     SetDarts set_{};
     int placed_ = 0;
     bool reported_ = false;
+    // The set was scored; it stays on the board until the next turn.
+    bool scored_ = false;
     // Targets stay where they were last put, also from one set to the next.
     std::array<BoardPoint, 3> targets_;
 

@@ -142,7 +142,11 @@ GameFrame::GameFrame(QWidget *parent)
     btnQuitGame = new QPushButton(QStringLiteral("Quit Game"), this);
     btnQuitGame->setObjectName(QStringLiteral("btnQuitGame"));
     btnQuitGame->setEnabled(false);
+    btnUndoDart = new QPushButton(QStringLiteral("Undo dart"), this);
+    btnUndoDart->setObjectName(QStringLiteral("btnUndoDart"));
+    btnUndoDart->setEnabled(false);
     buttons->addWidget(btnStartGame, 1);
+    buttons->addWidget(btnUndoDart);
     buttons->addWidget(btnQuitGame);
     layout->addLayout(buttons);
 }

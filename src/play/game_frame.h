@@ -72,6 +72,8 @@ public:
 
     QPushButton *btnStartGame = nullptr;
     QPushButton *btnQuitGame = nullptr;
+    // Takes back the last dart marked in a set.
+    QPushButton *btnUndoDart = nullptr;
 
     // Shows `marks` (capped at 3) on a slot of a player's marks column.
     void showMarks(int player, int slot, int marks);

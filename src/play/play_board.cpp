@@ -78,10 +78,30 @@ void PlayController::boardClicked(BoardPoint at, int flight)
     syncBoard();
     c_.sounds.play(landingCue(*game_.setDarts()[index]), true);
     c_.frame.btnStartGame->setEnabled(true);
+    c_.frame.btnUndoDart->setEnabled(game_.canUndoDart());
     playHitSound(index);
     showLiveText();
     if (game_.dartsPlaced() < 3)
         showAdvice();
+}
+
+void PlayController::undoDart()
+{
+    const int index = game_.undoDart();
+    if (index < 0)
+        return;
+    const int player = game_.currentThrower();
+    // The dart's marker goes, and the target shown after it for the next dart.
+    c_.board.hideMarkersFrom(markerSet(player), index);
+    c_.board.hideMarkersFrom(MarkerSet::Target, index + 1);
+    c_.board.hideHover();
+    syncBoard();
+    showLiveText();
+    // As at the start of a turn, only the local player is advised where to
+    // aim the first dart of a Cricket set.
+    if (index > 0 || game_.options().type != GameType::Cricket || player == 2)
+        showAdvice();
+    refreshButton();
 }
 
 void PlayController::playHitSound(int index)

@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSlider>
 #include <QTimer>
 
@@ -51,6 +52,14 @@ PlayController::PlayController(const Context &context, QObject *parent)
     GameFrame &f = c_.frame;
     connect(f.btnStartGame, &QPushButton::clicked, this, &PlayController::btnStartGameClicked);
     connect(f.btnQuitGame, &QPushButton::clicked, this, &PlayController::btnQuitGameClicked);
+    connect(f.btnUndoDart, &QPushButton::clicked, this, &PlayController::undoDart);
+    // Owned by the frame, the keys act only while it is shown and enabled,
+    // that is in play mode, and not while a dialog has the keyboard.
+    auto *undoKeys = new QShortcut(&f);
+    undoKeys->setObjectName(QStringLiteral("undoDartShortcut"));
+    undoKeys->setContext(Qt::WindowShortcut);
+    undoKeys->setKeys(QKeySequence::keyBindings(QKeySequence::Undo) << QKeySequence(Qt::Key_Backspace));
+    connect(undoKeys, &QShortcut::activated, this, &PlayController::undoDart);
     for (int i = 0; i < f.opGame.size(); ++i) {
         connect(f.opGame[i], &QAbstractButton::clicked, this, [this, i] {
             c_.frame.btnStartGame->setText(QStringLiteral("Start Game"));
@@ -198,6 +207,7 @@ void PlayController::refreshButton()
     }
     c_.frame.btnStartGame->setText(caption);
     c_.frame.btnStartGame->setEnabled(game_.canConfirm());
+    c_.frame.btnUndoDart->setEnabled(game_.canUndoDart());
 }
 
 void PlayController::btnStartGameClicked()
@@ -393,6 +403,7 @@ void PlayController::okClicked()
         return;
     }
     const SetOutcome outcome = game_.scoreSet();
+    c_.frame.btnUndoDart->setEnabled(false);
     showOutcome(outcome);
     showGlance();
     if (!outcome.won)

@@ -95,6 +95,8 @@ private:
     void GameOver();
 
     void refreshButton();
+    // The last dart marked in the set goes, as though never thrown.
+    void undoDart();
     void syncBoard();
     ThrowPhase throwPhase() const;
     MarkerSet markerSet(int player) const;

@@ -248,6 +248,70 @@ private slots:
         }
     }
 
+    // Taking darts back leaves the set as though they had never been thrown:
+    // its live text, advice and darts, and only the darts kept are scored and
+    // recorded. Nothing goes back from a cork, a scored set or the opponent.
+    void undoingDarts()
+    {
+        struct State {
+            QString text;
+            std::optional<BoardPoint> advice;
+            QList<DartScore> darts;
+            bool operator==(const State &) const = default;
+        };
+        auto state = [&] { return State{game_->liveText(), game_->advice(), game_->placedScores()}; };
+        // Marks the darts, then takes them all back, one state at a time.
+        auto markAndUndo = [&](const QStringList &darts) {
+            QList<State> before;
+            for (const QString &dart : darts) {
+                before.prepend(state());
+                game_->placeDart(at(dart));
+            }
+            for (const State &expected : std::as_const(before)) {
+                QVERIFY(game_->canUndoDart());
+                const int undone = game_->undoDart();
+                QCOMPARE(undone, game_->dartsPlaced());
+                QVERIFY(state() == expected);
+            }
+            QCOMPARE(game_->dartsPlaced(), 0);
+            QVERIFY(!game_->canConfirm());
+            QCOMPARE(game_->liveText(), game_->turnPromptText());
+            QCOMPARE(game_->undoDart(), -1);
+        };
+
+        bob_.cork = {0, 50};
+        bob_.sets = {{"S1", "S1"}};
+        start(x01Options(GameType::X01_301, true), 2);
+        game_->placeDart({0, 10});
+        QCOMPARE(game_->undoDart(), -1);
+        game_->confirmCork();
+        game_->nextTurn();
+        // Double in: the advice is D20 until D10, then the route from 281.
+        markAndUndo({"S20", "D10", "T20"});
+        // A set of three confirmed with two: only they are scored and recorded.
+        annThrows({"T20", "D10", "T19"});
+        game_->undoDart();
+        const SetOutcome outcome = game_->scoreSet();
+        QCOMPARE(game_->remaining(2), 281);
+        QCOMPARE(outcome.rows.size(), 2);
+        QCOMPARE((QList<int>{outcome.rows[1].dartSeq, outcome.rows[1].score, outcome.rows[1].ring}),
+                 (QList<int>{1, 10, 2}));
+        QCOMPARE(game_->undoDart(), -1);
+        game_->nextTurn();
+        QVERIFY(!game_->canUndoDart()); // Bob's darts
+        QCOMPARE(game_->undoDart(), -1);
+        QCOMPARE(game_->dartsPlaced(), 2);
+
+        // Simple Cricket: the advice is the bull until the outer bull closes it.
+        GameOptions cricket = x01Options(GameType::Cricket, false);
+        cricket.simpleCricket = true;
+        start(cricket, 2);
+        game_->placeDart({0, 0});
+        game_->confirmCork();
+        game_->nextTurn();
+        markAndUndo({"B", "OB", "T20"});
+    }
+
     // Darts are taken only when one is awaited: not before the game, not
     // past three, not after the side has reported; corrections move them.
     void dartsOnlyWhenAwaited()

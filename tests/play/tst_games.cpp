@@ -140,6 +140,14 @@ class TestGames : public QObject {
         }
         return reports;
     }
+    // A key pressed on the main window. The offscreen platform does not give
+    // the activation back to it when a dialog closes, so it is activated here.
+    void undoKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        program_->window()->activateWindow();
+        [&] { QTRY_VERIFY(program_->window()->isActiveWindow()); }();
+        QTest::keyClick(program_->window(), key, modifiers);
+    }
     QList<QVariantList> rows(const QString &sql)
     {
         QSqlQuery query(program_->store().connection());
@@ -386,6 +394,54 @@ private slots:
         QCOMPARE(loseA501ToTheMaster(), reports);
     }
 
+    // Ctrl+Z, Backspace and "Undo dart" take back the last dart of a set as
+    // though it had never been thrown; only the darts kept are recorded.
+    void undoingDarts()
+    {
+        auto *undo = control<QPushButton>("btnUndoDart");
+        auto shown = [&](const char *marker) { return control<DartMarker>(marker)->isVisible(); };
+        QVERIFY(!undo->isEnabled());
+        control<QRadioButton>("opGame_2")->click();
+        startAgainst(QStringLiteral("Bob"));
+        throwDarts({QStringLiteral("S3")});
+        undoKey(Qt::Key_Z, Qt::ControlModifier); // the cork dart stays
+        QVERIFY(shown("CPips_0"));
+        QVERIFY(!undo->isEnabled());
+        press(QStringLiteral("Confirm Dart"));
+        throwDarts({QStringLiteral("B")});
+        press(QStringLiteral("Confirm Dart"));
+        press(QStringLiteral("Ok"));
+
+        const QString prompt = gameText();
+        throwDarts({"T20"});
+        const QString afterOne = gameText();
+        const QPoint target = control<DartMarker>("TargetPips_1")->pos();
+        throwDarts({"T19"});
+        QVERIFY(undo->isEnabled());
+        undoKey(Qt::Key_Z, Qt::ControlModifier);
+        QVERIFY(!shown("Pips_1") && shown("Pips_0"));
+        QCOMPARE(gameText(), afterOne);
+        QCOMPARE(game().dartsPlaced(), 1);
+        QCOMPARE(control<DartMarker>("TargetPips_1")->pos(), target);
+        QVERIFY(shown("TargetPips_1") && !shown("TargetPips_2"));
+        QVERIFY(startButton()->isEnabled() && undo->isEnabled());
+        undoKey(Qt::Key_Backspace);
+        QCOMPARE(gameText(), prompt);
+        QVERIFY(!startButton()->isEnabled() && !undo->isEnabled());
+        undoKey(Qt::Key_Backspace); // nothing left to take back
+        QCOMPARE(game().dartsPlaced(), 0);
+
+        throwDarts({"S5", "S1", "T20"});
+        QTest::mouseClick(undo, Qt::LeftButton);
+        QVERIFY(!shown("Pips_2"));
+        throwDarts({"D10"});
+        press(QStringLiteral("Ok"));
+        QVERIFY(!undo->isEnabled());
+        QCOMPARE(rows(QStringLiteral("SELECT setseq, dartseq, score, ring FROM gamesdarts WHERE setseq > 0")),
+                 (QList<QVariantList>{{1, 0, 5, 1}, {1, 1, 1, 1}, {1, 2, 10, 2}}));
+        QCOMPARE(control<QLabel>("p2scoretext")->text(), QStringLiteral("501\n475"));
+    }
+
     // The computer's Cricket turn lists its darts without points; quitting
     // while it throws stops it.
     void computerCricketTurnsAndQuitting()
@@ -398,6 +454,9 @@ private slots:
         const QString report = computerReport();
         QVERIFY(report.startsWith(QStringLiteral("\nI threw: ")));
         QVERIFY(!report.contains(QStringLiteral(" for ")));
+        QVERIFY(!control<QPushButton>("btnUndoDart")->isEnabled());
+        undoKey(Qt::Key_Backspace); // the computer's darts are its own
+        QCOMPARE(shownCPips(), 3);
         QCOMPARE(control<QLabel>("rstatsText")->text(), QStringLiteral("vs Virtual Beginner\nWon: 0  Lost: 0"));
         press(QStringLiteral("Ok"));
         QCOMPARE(game().currentThrower(), 2);
