@@ -145,9 +145,14 @@ GameFrame::GameFrame(QWidget *parent)
     btnUndoDart = new QPushButton(QStringLiteral("Undo dart"), this);
     btnUndoDart->setObjectName(QStringLiteral("btnUndoDart"));
     btnUndoDart->setEnabled(false);
-    buttons->addWidget(btnStartGame, 1);
-    buttons->addWidget(btnUndoDart);
-    buttons->addWidget(btnQuitGame);
+    // The main button alone on its row, large enough to hit without looking.
+    QFont bold = btnStartGame->font();
+    bold.setBold(true);
+    btnStartGame->setFont(bold);
+    btnStartGame->setMinimumHeight(btnStartGame->sizeHint().height() * 3 / 2);
+    layout->addWidget(btnStartGame);
+    buttons->addWidget(btnUndoDart, 1);
+    buttons->addWidget(btnQuitGame, 1);
     layout->addLayout(buttons);
 }
 
