@@ -98,6 +98,8 @@ void Darts::buildFrames()
     auto *boardColumn = new QVBoxLayout;
     picture_ = new BoardPicture(central);
     picture_->setObjectName(QStringLiteral("Picture1"));
+    // The board keeps its size; on a tall window it stands in the middle.
+    boardColumn->addStretch();
     boardColumn->addWidget(picture_);
     boardColumn->addStretch();
     columns->addLayout(boardColumn);
