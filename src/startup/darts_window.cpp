@@ -8,6 +8,7 @@
 #include "dialogs/user_select_dialog.h"
 #include "play/game_frame.h"
 #include "play/play_controller.h"
+#include "play/play_keys.h"
 #include "opponent/skill_options.h"
 #include "opponent/skill_profile.h"
 #include "practice/practice_controller.h"
@@ -152,6 +153,7 @@ void Darts::buildFrames()
                                 program_.checkoutChart(), skill_, *boardInput_, *gameFrame_, statsLabels_,
                                 this},
                                this);
+    new PlayKeys(*gameFrame_, this);
     practice_ = new PracticeController(session_, program_.sounds(), *boardInput_, *practiceFrame_, this);
     review_ = new ReviewController(*boardInput_, this);
 }

@@ -12,6 +12,7 @@ class QAbstractButton;
 class QAction;
 class QGroupBox;
 class QLabel;
+class QMenu;
 class QPushButton;
 
 namespace tavrix {
@@ -77,6 +78,8 @@ private:
     void formLoad();
     void buildFrames();
     void buildMenus();
+    // Alt and a letter opens a menu, leaving the menu titles as they are.
+    void addAccessKey(QMenu *menu, Qt::Key key);
     void resetGame();
 
     // Menu handlers.

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QShortcut>
 
 namespace tavrix {
 
@@ -84,6 +85,19 @@ void Darts::buildMenus()
     connect(helpEntry, &QAction::triggered, this, &Darts::showHelp);
     connect(namedAction(help, "mnuHelpAbout", QStringLiteral("About Tavrix!")),
             &QAction::triggered, this, &Darts::showAbout);
+
+    addAccessKey(file, Qt::Key_F);
+    addAccessKey(mode, Qt::Key_M);
+    addAccessKey(options, Qt::Key_O);
+    addAccessKey(help, Qt::Key_H);
+}
+
+void Darts::addAccessKey(QMenu *menu, Qt::Key key)
+{
+    auto *shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
+    shortcut->setContext(Qt::WindowShortcut);
+    connect(shortcut, &QShortcut::activated, this,
+            [this, menu] { menuBar()->setActiveAction(menu->menuAction()); });
 }
 
 // The current mode's entry is checked and disabled, the other two unchecked

@@ -21,6 +21,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
@@ -474,6 +475,27 @@ private slots:
         QVERIFY(!action(again.window(), "mnuOptionsSound")->isChecked());
         QVERIFY(action(again.window(), "mnuOptionsUseCms")->isChecked());
         QVERIFY(!action(again.window(), "mnuOptionsUseInches")->isChecked());
+    }
+
+    // Alt and a letter open the menus, whose titles stay as they are.
+    void menusOpenFromTheKeyboard()
+    {
+        auto program = started();
+        Darts *window = program->window();
+        window->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), window);
+        const std::pair<const char *, Qt::Key> menus[] = {
+            {"mnuFile", Qt::Key_F}, {"mnuMode", Qt::Key_M}, {"mnuOptions", Qt::Key_O}, {"mnuHelp", Qt::Key_H}};
+        QStringList titles;
+        for (const auto &[name, key] : menus) {
+            auto *menu = window->findChild<QMenu *>(QString::fromLatin1(name));
+            QTest::keyClick(window, key, Qt::AltModifier);
+            QTRY_VERIFY2(menu->isVisible(), name);
+            menu->close();
+            QTRY_COMPARE(QApplication::activeWindow(), window);
+            titles.append(menu->title());
+        }
+        QCOMPARE(titles, (QStringList{"File", "Mode", "Options", "Help"}));
     }
 
     // Exit and closing the window shut down once: a database opened again
