@@ -287,6 +287,11 @@ void Darts::unloadWindows()
 
 void Darts::closeEvent(QCloseEvent *event)
 {
+    // Once shut down (Exit, or a start that ended) the window just closes.
+    if (!program_.isShutDown() && !mayLeaveGame()) {
+        event->ignore();
+        return;
+    }
     program_.shutDownProgram();
     event->accept();
 }

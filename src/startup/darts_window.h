@@ -93,6 +93,8 @@ private:
     void showAbout();
     // After the current player may have changed.
     void refreshAfterPlayerChange();
+    // True when no game runs, or the user agrees to quit the one that does.
+    bool mayLeaveGame();
 
     void checkModeEntry(Mode mode);
 

@@ -62,6 +62,22 @@ T *control(QWidget *window, const char *name)
     return findControl<T>(window, name);
 }
 
+// Runs `act`; a modal dialog it opens is closed at once and reported.
+template <typename Act>
+bool opensADialog(Act act)
+{
+    bool opened = false;
+    QTimer::singleShot(0, [&opened] {
+        if (QWidget *dialog = QApplication::activeModalWidget()) {
+            opened = true;
+            dialog->hide();
+        }
+    });
+    act();
+    QCoreApplication::processEvents();
+    return opened;
+}
+
 int rowCount(StatsStore &store, const QString &sql)
 {
     QSqlQuery query(store.connection());
@@ -477,6 +493,41 @@ private slots:
         QVERIFY(!action(again.window(), "mnuOptionsUseInches")->isChecked());
     }
 
+    // A running game is not lost by a player dialog or by closing the
+    // window: each asks first, and No keeps the game and the window. Without
+    // a game nothing asks.
+    void aRunningGameIsProtected()
+    {
+        auto program = started();
+        Darts *window = program->window();
+        auto *start = control<QPushButton>(window, "btnStartGame");
+        QTest::mouseClick(start, Qt::LeftButton);
+        QCOMPARE(start->text(), QStringLiteral("Confirm Dart"));
+        const QStringList entries{QStringLiteral("mnuOptionsChangePlayer"),
+                                  QStringLiteral("mnuOptionsEditPlayers"), QStringLiteral("mnuExit")};
+        for (const QString &entry : entries) {
+            messages_.answers = {false};
+            QVERIFY(!opensADialog([&] { action(window, qPrintable(entry))->trigger(); }));
+        }
+        messages_.answers = {false};
+        QVERIFY(!window->close());
+        QCOMPARE(messages_.titles(), QStringList(4, QStringLiteral("Quit Game?")));
+        QCOMPARE(messages_.shown[0].text, QStringLiteral("Quit game in progress?"));
+        QVERIFY(window->isVisible());
+        QVERIFY(!program->isShutDown());
+        QCOMPARE(start->text(), QStringLiteral("Confirm Dart"));
+        QVERIFY(control<BoardPicture>(window, "Picture1")->isEnabled());
+
+        // Yes goes on as before: the dialog opens, and closing shuts down.
+        messages_.answers = {true};
+        QVERIFY(opensADialog([&] { action(window, "mnuOptionsEditPlayers")->trigger(); }));
+        messages_.answers = {true};
+        QVERIFY(window->close());
+        QVERIFY(program->isShutDown());
+        QVERIFY(!program->store().isOpen());
+        QCOMPARE(messages_.shown.size(), 6);
+    }
+
     // Alt and a letter open the menus, whose titles stay as they are.
     void menusOpenFromTheKeyboard()
     {
@@ -504,6 +555,7 @@ private slots:
     {
         auto program = started();
         action(program->window(), "mnuExit")->trigger();
+        QVERIFY(messages_.shown.isEmpty());
         QVERIFY(program->isShutDown());
         QVERIFY(!program->store().isOpen());
         QVERIFY(!program->window()->isVisible());
