@@ -17,6 +17,7 @@
 #include "review/skill_factors_frame.h"
 #include "session/session.h"
 #include "sound/sounds.h"
+#include "startup/game_choices.h"
 #include "startup/program.h"
 
 #include <QAbstractButton>
@@ -154,6 +155,7 @@ void Darts::buildFrames()
                                 this},
                                this);
     new PlayKeys(*gameFrame_, this);
+    gameChoices_ = new GameChoices(*gameFrame_, this);
     practice_ = new PracticeController(session_, program_.sounds(), *boardInput_, *practiceFrame_, this);
     review_ = new ReviewController(*boardInput_, this);
 }
@@ -243,6 +245,11 @@ void Darts::countTargetThrows()
     else
         program_.messages().error(this, QString::fromLatin1(applicationTitle),
                                   program_.store().lastError());
+}
+
+void Darts::restoreGameChoices()
+{
+    gameChoices_->restore();
 }
 
 NewUserDialog *Darts::newUserDialog()

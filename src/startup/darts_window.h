@@ -18,6 +18,7 @@ class QPushButton;
 namespace tavrix {
 
 class BoardPicture;
+class GameChoices;
 class GameFrame;
 class PlayController;
 class PracticeController;
@@ -61,6 +62,8 @@ public:
     void buildYouProfile();
     // Counts the player's darts aimed at each scoring area.
     void countTargetThrows();
+    // Chooses the game options of the last run again.
+    void restoreGameChoices();
 
     // Dialogs, created on first use and kept.
     NewUserDialog *newUserDialog();
@@ -119,6 +122,7 @@ private:
     QPushButton *btnStartGame_ = nullptr;
     SkillOptions *skillOptions_ = nullptr;
     SkillFactorsFrame *skillFactors_ = nullptr;
+    GameChoices *gameChoices_ = nullptr;
 
     QAction *modePractice_ = nullptr;
     QAction *modeReview_ = nullptr;

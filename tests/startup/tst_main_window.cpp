@@ -549,6 +549,58 @@ private slots:
         QCOMPARE(titles, (QStringList{"File", "Mode", "Options", "Help"}));
     }
 
+    // The play set-up chosen last is chosen again at the next start, through
+    // the same handlers as a click; "You" only when it can be played.
+    void gameChoicesSurviveARestart()
+    {
+        seedPlayers({QStringLiteral("Ann")});
+        auto checked = [](Darts *window, const char *name) {
+            return control<QAbstractButton>(window, name)->isChecked();
+        };
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            Darts *window = program.window();
+            for (const char *choice : {"opGame_0", "opSkill_2", "opCricketOptions_0", "chkKeepCricketStats",
+                                       "opOpponent_1"})
+                QTest::mouseClick(control<QAbstractButton>(window, choice), Qt::LeftButton, {}, QPoint(6, 6));
+            QVERIFY(!checked(window, "chkKeep01stats"));
+        }
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            Darts *window = program.window();
+            for (const char *name : {"opGame_0", "opSkill_2", "opCricketOptions_0", "opOpponent_1"})
+                QVERIFY2(checked(window, name), name);
+            QVERIFY(!checked(window, "chkKeepCricketStats") && !checked(window, "chkKeep01stats"));
+            QVERIFY(!control<QGroupBox>(window, "fraCricketOptions")->isHidden());
+            QVERIFY(control<QGroupBox>(window, "fra01Options")->isHidden());
+            QVERIFY(!control<QAbstractButton>(window, "opSkill_2")->isEnabled());
+            // A person as opponent asks for the name only at "Start Game".
+            QVERIFY(!QApplication::activeModalWidget());
+            QVERIFY(messages_.shown.isEmpty());
+        }
+
+        // "You" without enough darts keeps "B-Player"; 301 checks Double In.
+        saveSetting(QStringLiteral("Game"), QStringLiteral("2"));
+        saveSetting(QStringLiteral("Skill"), QStringLiteral("4"));
+        saveSetting(QStringLiteral("Opponent"), QStringLiteral("1"));
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            Darts *window = program.window();
+            QVERIFY(checked(window, "opGame_1") && checked(window, "chkDoubleIn"));
+            QVERIFY(checked(window, "opSkill_0"));
+            const qint64 target = *program.store().insertStatTarget(1, 20, 3);
+            for (int d = 1; d <= 200; ++d)
+                QVERIFY(program.store().insertStatThrow({1, target, 0, 0, 0, double(d), 0, 0}));
+        }
+        Program program(messages_, dbPath_);
+        QVERIFY(program.Main());
+        QVERIFY(checked(program.window(), "opSkill_3"));
+        QVERIFY(!control<QGroupBox>(program.window(), "fraMoodFactor")->isHidden());
+    }
+
     // Exit and closing the window shut down once: a database opened again
     // after the shutdown is not closed by a second one.
     void shutdownRunsOnce()
