@@ -9,6 +9,7 @@
 #include "dialogs/user_select_dialog.h"
 #include "play/game_frame.h"
 #include "play/play_controller.h"
+#include "play/play_keys.h"
 #include "opponent/skill_options.h"
 #include "opponent/skill_profile.h"
 #include "practice/practice_controller.h"
@@ -17,6 +18,7 @@
 #include "review/skill_factors_frame.h"
 #include "session/session.h"
 #include "sound/sounds.h"
+#include "startup/game_choices.h"
 #include "startup/program.h"
 
 #include <QAbstractButton>
@@ -171,6 +173,8 @@ void Darts::buildFrames()
                                 program_.checkoutChart(), skill_, *boardInput_, *gameFrame_, statsLabels_,
                                 this},
                                this);
+    new PlayKeys(*gameFrame_, this);
+    gameChoices_ = new GameChoices(*gameFrame_, this);
     practice_ = new PracticeController(session_, program_.sounds(), *boardInput_, *practiceFrame_, this);
     review_ = new ReviewController(*boardInput_, this);
 }
@@ -262,6 +266,11 @@ void Darts::countTargetThrows()
                                   program_.store().lastError());
 }
 
+void Darts::restoreGameChoices()
+{
+    gameChoices_->restore();
+}
+
 NewUserDialog *Darts::newUserDialog()
 {
     if (!newUserDialog_)
@@ -304,6 +313,11 @@ void Darts::unloadWindows()
 
 void Darts::closeEvent(QCloseEvent *event)
 {
+    // Once shut down (Exit, or a start that ended) the window just closes.
+    if (!program_.isShutDown() && !mayLeaveGame()) {
+        event->ignore();
+        return;
+    }
     program_.shutDownProgram();
     event->accept();
 }

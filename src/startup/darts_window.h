@@ -12,11 +12,13 @@ class QAbstractButton;
 class QAction;
 class QGroupBox;
 class QLabel;
+class QMenu;
 class QPushButton;
 
 namespace tavrix {
 
 class BoardPicture;
+class GameChoices;
 class GameFrame;
 class PlayController;
 class PracticeController;
@@ -62,6 +64,8 @@ public:
     void buildYouProfile();
     // Counts the player's darts aimed at each scoring area.
     void countTargetThrows();
+    // Chooses the game options of the last run again.
+    void restoreGameChoices();
 
     // Dialogs, created on first use and kept.
     NewUserDialog *newUserDialog();
@@ -79,6 +83,8 @@ private:
     void formLoad();
     void buildFrames();
     void buildMenus();
+    // Alt and a letter opens a menu, leaving the menu titles as they are.
+    void addAccessKey(QMenu *menu, Qt::Key key);
     void resetGame();
 
     // Menu handlers.
@@ -92,6 +98,8 @@ private:
     void showAbout();
     // After the current player may have changed.
     void refreshAfterPlayerChange();
+    // True when no game runs, or the user agrees to quit the one that does.
+    bool mayLeaveGame();
 
     void checkModeEntry(Mode mode);
 
@@ -116,6 +124,7 @@ private:
     QPushButton *btnStartGame_ = nullptr;
     SkillOptions *skillOptions_ = nullptr;
     SkillFactorsFrame *skillFactors_ = nullptr;
+    GameChoices *gameChoices_ = nullptr;
 
     QAction *modePractice_ = nullptr;
     QAction *modeReview_ = nullptr;

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QShortcut>
 
 namespace tavrix {
 
@@ -44,7 +45,10 @@ void Darts::buildMenus()
     QAction *exit = namedAction(file, "mnuExit", QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence::Quit);
     exit->setShortcutContext(Qt::ApplicationShortcut);
-    connect(exit, &QAction::triggered, this, [this] { program_.shutDownProgram(); });
+    connect(exit, &QAction::triggered, this, [this] {
+        if (mayLeaveGame())
+            program_.shutDownProgram();
+    });
 
     QMenu *mode = namedMenu(bar, "mnuMode", QStringLiteral("Mode"));
     modePractice_ = namedAction(mode, "mnuModePractice", QStringLiteral("Practice Mode"));
@@ -84,6 +88,19 @@ void Darts::buildMenus()
     connect(helpEntry, &QAction::triggered, this, &Darts::showHelp);
     connect(namedAction(help, "mnuHelpAbout", QStringLiteral("About Tavrix!")),
             &QAction::triggered, this, &Darts::showAbout);
+
+    addAccessKey(file, Qt::Key_F);
+    addAccessKey(mode, Qt::Key_M);
+    addAccessKey(options, Qt::Key_O);
+    addAccessKey(help, Qt::Key_H);
+}
+
+void Darts::addAccessKey(QMenu *menu, Qt::Key key)
+{
+    auto *shortcut = new QShortcut(QKeySequence(Qt::ALT | key), this);
+    shortcut->setContext(Qt::WindowShortcut);
+    connect(shortcut, &QShortcut::activated, this,
+            [this, menu] { menuBar()->setActiveAction(menu->menuAction()); });
 }
 
 // The current mode's entry is checked and disabled, the other two unchecked
@@ -110,10 +127,7 @@ void Darts::chooseMode(Mode mode)
         switchMode(Mode::Play);
         return;
     }
-    const bool gameRunning = currentMode_ == Mode::Play && play_->gameInProgress();
-    if (gameRunning
-        && !program_.messages().askYesNo(this, QStringLiteral("Quit Game?"),
-                                         QStringLiteral("Quit game in progress?"))) {
+    if (!mayLeaveGame()) {
         // Triggering a checkable entry toggled it; put the menu back.
         checkModeEntry(currentMode_);
         return;
@@ -122,6 +136,14 @@ void Darts::chooseMode(Mode mode)
         resetGame();
     checkModeEntry(mode);
     switchMode(mode);
+}
+
+bool Darts::mayLeaveGame()
+{
+    if (currentMode_ != Mode::Play || !play_->gameInProgress())
+        return true;
+    return program_.messages().askYesNo(this, QStringLiteral("Quit Game?"),
+                                        QStringLiteral("Quit game in progress?"));
 }
 
 void Darts::refreshAfterPlayerChange()
@@ -133,8 +155,11 @@ void Darts::refreshAfterPlayerChange()
         resetGame();
 }
 
+// A player dialog may change the player of a running game: ask first.
 void Darts::changePlayer()
 {
+    if (!mayLeaveGame())
+        return;
     const qint64 before = session_.currentPlayerId;
     userSelectDialog()->dockShow();
     if (session_.currentPlayerId != before)
@@ -143,6 +168,8 @@ void Darts::changePlayer()
 
 void Darts::editPlayers()
 {
+    if (!mayLeaveGame())
+        return;
     const qint64 idBefore = session_.currentPlayerId;
     const QString nameBefore = session_.currentPlayerName;
     userEditDialog()->dockShow();

@@ -132,6 +132,7 @@ bool Program::Main()
     window_->setPlayerName();
     window_->buildYouProfile();
     window_->switchMode(Mode::Play);
+    window_->restoreGameChoices();
     return true;
 }
 

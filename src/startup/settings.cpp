@@ -54,4 +54,22 @@ bool soundIsOn(const QString &sound)
     return sound != QLatin1String("off");
 }
 
+std::optional<int> optionFromSetting(const QString &stored, int count)
+{
+    for (int option = 1; option <= count; ++option) {
+        if (stored == QString::number(option))
+            return option;
+    }
+    return std::nullopt;
+}
+
+std::optional<bool> switchFromSetting(const QString &stored)
+{
+    if (stored == QLatin1String("on"))
+        return true;
+    if (stored == QLatin1String("off"))
+        return false;
+    return std::nullopt;
+}
+
 } // namespace tavrix

@@ -1,9 +1,12 @@
 #pragma once
 
-// The program's stored settings, "Units" and "Sound", kept per user through QSettings
-// under organization "Halvern" and application "Tavrix!".
+// The program's stored settings, "Units", "Sound" and the last game choices,
+// kept per user through QSettings under organization "Halvern" and
+// application "Tavrix!".
 
 #include <QString>
+
+#include <optional>
 
 namespace tavrix {
 
@@ -12,6 +15,13 @@ inline constexpr const char *settingsApplication = "Tavrix!";
 inline constexpr const char *unitsSetting = "Units";
 // "off" silences the sound effects; they play when it is missing.
 inline constexpr const char *soundSetting = "Sound";
+// The play set-up as last chosen: the 1-based position of the chosen game,
+// opponent, skill and Cricket rules, and "on" or "off" for "Keep Target Stats".
+inline constexpr const char *gameSetting = "Game";
+inline constexpr const char *opponentSetting = "Opponent";
+inline constexpr const char *skillSetting = "Skill";
+inline constexpr const char *cricketOptionsSetting = "CricketOptions";
+inline constexpr const char *keepStatsSetting = "KeepTargetStats";
 
 // The stored value as text; "" when it is missing or the store cannot be read.
 QString getSetting(const QString &name);
@@ -24,5 +34,9 @@ bool settingsStored();
 // "cm" selects centimetres; anything else, including "CM" and "", inches.
 bool unitsAreCentimetres(const QString &units);
 bool soundIsOn(const QString &sound);
+// A stored option position: exactly one of "1" to `count`, or nothing.
+std::optional<int> optionFromSetting(const QString &stored, int count);
+// A stored switch: exactly "on" or "off", or nothing.
+std::optional<bool> switchFromSetting(const QString &stored);
 
 } // namespace tavrix

@@ -8,6 +8,7 @@
 #include "board/board_input.h"
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
+#include "dialogs/alert_box.h"
 #include "play/play_controller.h"
 #include "play/score_glance.h"
 #include "startup/darts_window.h"
@@ -473,6 +474,80 @@ private slots:
         QCOMPARE(shownCPips(), 0);
         QCOMPARE(startButton()->text(), QStringLiteral("Start Game"));
         QVERIFY(control<QLabel>("rstatsText")->isHidden());
+    }
+
+    // A game at one board played from the keyboard: Enter does what the main
+    // button says; the focus rests on that button whenever it can be clicked
+    // and never falls on "Quit Game" when it cannot (Space used to quit
+    // there); a modal box keeps Enter to itself.
+    void theKeyboardFollowsTheMainButton()
+    {
+        Darts *window = program_->window();
+        // The test platform does not give the activation back when a dialog closes.
+        auto activate = [window] {
+            window->activateWindow();
+            QTRY_COMPARE(QApplication::activeWindow(), window);
+        };
+        activate();
+        auto *quit = control<QPushButton>("btnQuitGame");
+        auto enter = [window] { QTest::keyClick(window, Qt::Key_Return); };
+        auto focusReady = [&] { QCOMPARE(window->focusWidget(), startButton()); };
+        auto focusNotOnQuit = [&] { QVERIFY(window->focusWidget() != quit); };
+
+        control<QRadioButton>("opOpponent_1")->click();
+        answerOpponentName(QStringLiteral("Bob"));
+        enter();
+        QCOMPARE(startButton()->text(), QStringLiteral("Confirm Dart"));
+        QVERIFY(!startButton()->isEnabled());
+        focusNotOnQuit();
+        activate();
+        throwDarts({QStringLiteral("S3")});
+        focusReady();
+        enter();
+        QCOMPARE(game().currentThrower(), 2);
+        focusNotOnQuit();
+        throwDarts({QStringLiteral("B")});
+        focusReady();
+        QTest::keyClick(window->focusWidget(), Qt::Key_Space);
+        QCOMPARE(game().phase(), GamePhase::CorkResult);
+        focusReady();
+        enter();
+        QCOMPARE(game().phase(), GamePhase::Turn);
+        focusNotOnQuit();
+
+        // A click leaves the focus on the button it clicked, which is then
+        // disabled for the next turn.
+        throwDarts({"T20", "T20", "T20"});
+        focusReady();
+        QTest::mouseClick(startButton(), Qt::LeftButton);
+        QCOMPARE(game().currentThrower(), 1);
+        QVERIFY(!startButton()->isEnabled());
+        focusNotOnQuit();
+
+        throwDarts({"M", "M", "M"});
+        QVERIFY(startButton()->isEnabled());
+        MyAlertBox *box = window->alertBox();
+        QTimer::singleShot(0, [&] {
+            QTRY_VERIFY(box->isVisible());
+            QTest::keyClick(window, Qt::Key_Return);
+            QTest::keyClick(window, Qt::Key_Enter);
+            box->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
+        });
+        box->alert(QStringLiteral("Busted."), QStringLiteral("Ugh."));
+        QCOMPARE(game().currentThrower(), 1);
+        QCOMPARE(game().dartsPlaced(), 3);
+
+        activate();
+        QTest::keyClick(window, Qt::Key_Enter);
+        QCOMPARE(game().currentThrower(), 2);
+        QCOMPARE(control<QLabel>("p1ScoreText")->text(), QStringLiteral("501*"));
+
+        // Quit takes no focus from a click: a later Space cannot quit.
+        messages_.answers = {false};
+        QTest::mouseClick(quit, Qt::LeftButton);
+        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Quit Game?")});
+        focusNotOnQuit();
+        QCOMPARE(game().phase(), GamePhase::Turn);
     }
 };
 

@@ -21,6 +21,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
@@ -59,6 +60,22 @@ template <typename T>
 T *control(QWidget *window, const char *name)
 {
     return findControl<T>(window, name);
+}
+
+// Runs `act`; a modal dialog it opens is closed at once and reported.
+template <typename Act>
+bool opensADialog(Act act)
+{
+    bool opened = false;
+    QTimer::singleShot(0, [&opened] {
+        if (QWidget *dialog = QApplication::activeModalWidget()) {
+            opened = true;
+            dialog->hide();
+        }
+    });
+    act();
+    QCoreApplication::processEvents();
+    return opened;
 }
 
 int rowCount(StatsStore &store, const QString &sql)
@@ -476,12 +493,121 @@ private slots:
         QVERIFY(!action(again.window(), "mnuOptionsUseInches")->isChecked());
     }
 
+    // A running game is not lost by a player dialog or by closing the
+    // window: each asks first, and No keeps the game and the window. Without
+    // a game nothing asks.
+    void aRunningGameIsProtected()
+    {
+        auto program = started();
+        Darts *window = program->window();
+        auto *start = control<QPushButton>(window, "btnStartGame");
+        QTest::mouseClick(start, Qt::LeftButton);
+        QCOMPARE(start->text(), QStringLiteral("Confirm Dart"));
+        const QStringList entries{QStringLiteral("mnuOptionsChangePlayer"),
+                                  QStringLiteral("mnuOptionsEditPlayers"), QStringLiteral("mnuExit")};
+        for (const QString &entry : entries) {
+            messages_.answers = {false};
+            QVERIFY(!opensADialog([&] { action(window, qPrintable(entry))->trigger(); }));
+        }
+        messages_.answers = {false};
+        QVERIFY(!window->close());
+        QCOMPARE(messages_.titles(), QStringList(4, QStringLiteral("Quit Game?")));
+        QCOMPARE(messages_.shown[0].text, QStringLiteral("Quit game in progress?"));
+        QVERIFY(window->isVisible());
+        QVERIFY(!program->isShutDown());
+        QCOMPARE(start->text(), QStringLiteral("Confirm Dart"));
+        QVERIFY(control<BoardPicture>(window, "Picture1")->isEnabled());
+
+        // Yes goes on as before: the dialog opens, and closing shuts down.
+        messages_.answers = {true};
+        QVERIFY(opensADialog([&] { action(window, "mnuOptionsEditPlayers")->trigger(); }));
+        messages_.answers = {true};
+        QVERIFY(window->close());
+        QVERIFY(program->isShutDown());
+        QVERIFY(!program->store().isOpen());
+        QCOMPARE(messages_.shown.size(), 6);
+    }
+
+    // Alt and a letter open the menus, whose titles stay as they are.
+    void menusOpenFromTheKeyboard()
+    {
+        auto program = started();
+        Darts *window = program->window();
+        window->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), window);
+        const std::pair<const char *, Qt::Key> menus[] = {
+            {"mnuFile", Qt::Key_F}, {"mnuMode", Qt::Key_M}, {"mnuOptions", Qt::Key_O}, {"mnuHelp", Qt::Key_H}};
+        QStringList titles;
+        for (const auto &[name, key] : menus) {
+            auto *menu = window->findChild<QMenu *>(QString::fromLatin1(name));
+            QTest::keyClick(window, key, Qt::AltModifier);
+            QTRY_VERIFY2(menu->isVisible(), name);
+            menu->close();
+            QTRY_COMPARE(QApplication::activeWindow(), window);
+            titles.append(menu->title());
+        }
+        QCOMPARE(titles, (QStringList{"File", "Mode", "Options", "Help"}));
+    }
+
+    // The play set-up chosen last is chosen again at the next start, through
+    // the same handlers as a click; "You" only when it can be played.
+    void gameChoicesSurviveARestart()
+    {
+        seedPlayers({QStringLiteral("Ann")});
+        auto checked = [](Darts *window, const char *name) {
+            return control<QAbstractButton>(window, name)->isChecked();
+        };
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            Darts *window = program.window();
+            for (const char *choice : {"opGame_0", "opSkill_2", "opCricketOptions_0", "chkKeepCricketStats",
+                                       "opOpponent_1"})
+                QTest::mouseClick(control<QAbstractButton>(window, choice), Qt::LeftButton, {}, QPoint(6, 6));
+            QVERIFY(!checked(window, "chkKeep01stats"));
+        }
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            Darts *window = program.window();
+            for (const char *name : {"opGame_0", "opSkill_2", "opCricketOptions_0", "opOpponent_1"})
+                QVERIFY2(checked(window, name), name);
+            QVERIFY(!checked(window, "chkKeepCricketStats") && !checked(window, "chkKeep01stats"));
+            QVERIFY(!control<QGroupBox>(window, "fraCricketOptions")->isHidden());
+            QVERIFY(control<QGroupBox>(window, "fra01Options")->isHidden());
+            QVERIFY(!control<QAbstractButton>(window, "opSkill_2")->isEnabled());
+            // A person as opponent asks for the name only at "Start Game".
+            QVERIFY(!QApplication::activeModalWidget());
+            QVERIFY(messages_.shown.isEmpty());
+        }
+
+        // "You" without enough darts keeps "B-Player"; 301 checks Double In.
+        saveSetting(QStringLiteral("Game"), QStringLiteral("2"));
+        saveSetting(QStringLiteral("Skill"), QStringLiteral("4"));
+        saveSetting(QStringLiteral("Opponent"), QStringLiteral("1"));
+        {
+            Program program(messages_, dbPath_);
+            QVERIFY(program.Main());
+            Darts *window = program.window();
+            QVERIFY(checked(window, "opGame_1") && checked(window, "chkDoubleIn"));
+            QVERIFY(checked(window, "opSkill_0"));
+            const qint64 target = *program.store().insertStatTarget(1, 20, 3);
+            for (int d = 1; d <= 200; ++d)
+                QVERIFY(program.store().insertStatThrow({1, target, 0, 0, 0, double(d), 0, 0}));
+        }
+        Program program(messages_, dbPath_);
+        QVERIFY(program.Main());
+        QVERIFY(checked(program.window(), "opSkill_3"));
+        QVERIFY(!control<QGroupBox>(program.window(), "fraMoodFactor")->isHidden());
+    }
+
     // Exit and closing the window shut down once: a database opened again
     // after the shutdown is not closed by a second one.
     void shutdownRunsOnce()
     {
         auto program = started();
         action(program->window(), "mnuExit")->trigger();
+        QVERIFY(messages_.shown.isEmpty());
         QVERIFY(program->isShutDown());
         QVERIFY(!program->store().isOpen());
         QVERIFY(!program->window()->isVisible());

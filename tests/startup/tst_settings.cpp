@@ -43,6 +43,20 @@ private slots:
         QVERIFY(!unitsAreCentimetres(QStringLiteral(" cm")));
     }
 
+    // A stored choice counts only when it is exactly one of the texts
+    // written; anything else is ignored.
+    void storedChoicesAreReadStrictly()
+    {
+        QCOMPARE(optionFromSetting(QStringLiteral("1"), 3), std::optional<int>(1));
+        QCOMPARE(optionFromSetting(QStringLiteral("3"), 3), std::optional<int>(3));
+        for (const char *garbled : {"", "0", "4", "-1", " 2", "2 ", "02", "+2", "2.0", "x", "\u0662"})
+            QVERIFY2(!optionFromSetting(QString::fromUtf8(garbled), 3), garbled);
+        QCOMPARE(switchFromSetting(QStringLiteral("on")), std::optional<bool>(true));
+        QCOMPARE(switchFromSetting(QStringLiteral("off")), std::optional<bool>(false));
+        for (const char *garbled : {"", "On", "1", "true", "on "})
+            QVERIFY2(!switchFromSetting(QString::fromLatin1(garbled)), garbled);
+    }
+
 private:
     std::unique_ptr<QTemporaryDir> dir_;
 };
