@@ -1,6 +1,7 @@
 #include "play/game_frame.h"
 
 #include "dialogs/fitting_label.h"
+#include "dialogs/compact_layout.h"
 #include "opponent/skill_options.h"
 #include "play/score_glance.h"
 
@@ -60,16 +61,6 @@ QLabel *nameLabel(const QString &name, QWidget *parent, const QString &text = {}
     l->setObjectName(name);
     l->setAlignment(Qt::AlignCenter);
     return l;
-}
-
-// Tight margins, so that the options and a score board fit beside the board
-// on an 800 x 600 screen.
-template <typename Layout>
-Layout *compact(Layout *layout, int spacing = 0)
-{
-    layout->setContentsMargins(6, 2, 6, 4);
-    layout->setSpacing(spacing);
-    return layout;
 }
 
 QCheckBox *check(const char *name, const QString &caption, QWidget *parent)

@@ -1,5 +1,7 @@
 #include "practice/practice_frame.h"
 
+#include "dialogs/compact_layout.h"
+
 #include <QComboBox>
 #include <QFormLayout>
 #include <QGridLayout>
@@ -17,16 +19,6 @@ QLabel *valueLabel(const QString &name, QWidget *parent)
     label->setObjectName(name);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
-}
-
-// Tight margins, so that the frame fits beside the board on an 800 x 600
-// screen.
-template <typename Layout>
-Layout *compact(Layout *layout, int spacing)
-{
-    layout->setContentsMargins(6, 2, 6, 4);
-    layout->setSpacing(spacing);
-    return layout;
 }
 
 } // namespace
