@@ -2,6 +2,7 @@
 
 #include "board/board_picture.h"
 #include "board/dart_marker.h"
+#include "board/landing_points.h"
 
 #include <QLabel>
 #include <QMouseEvent>
@@ -35,6 +36,12 @@ BoardInput::BoardInput(BoardPicture *picture, QRandomGenerator &random, QLabel *
             (*array)[i] = marker;
         }
     }
+    landingPoints_ = new LandingPoints(picture_);
+    for (const MarkerArray *darts : {&cpips_, &pips_}) {
+        for (int i = 0; i < 3; ++i)
+            landingPoints_->watch((*darts)[i], i + 1);
+    }
+    restack();
     picture_->setMouseTracking(true);
     picture_->installEventFilter(this);
 }
@@ -76,9 +83,17 @@ void BoardInput::showMarker(MarkerSet set, int index, BoardPoint at, int flight)
     marker->setEnabled(true);
     marker->show();
     marker->raise();
-    // Targets stay visible over the flights, the hover text over both.
     for (DartMarker *target : targetPips_)
         target->raise();
+    restack();
+}
+
+void BoardInput::restack()
+{
+    // Targets are open outlines over the flights; the darts' points lie
+    // above both, so no flight or target ever hides where a dart landed;
+    // the hover text is on top of everything.
+    landingPoints_->raise();
     scoreHoverText_->raise();
 }
 
@@ -90,6 +105,7 @@ void BoardInput::placeTarget(int index, BoardPoint at, bool visible)
         target->show();
         target->setEnabled(true);
         target->raise();
+        restack();
     }
 }
 
@@ -302,6 +318,7 @@ void BoardInput::pressed(QPointF at, Qt::MouseButton button)
             dragging_ = marker;
             dragStart_ = marker->pos();
             marker->raise();
+            restack();
             return;
         }
     }

@@ -23,6 +23,7 @@ namespace tavrix {
 
 class BoardPicture;
 class DartMarker;
+class LandingPoints;
 
 using MarkerArray = std::array<DartMarker *, 3>;
 
@@ -83,7 +84,7 @@ public:
 
     void hidePips();
     // Shows a marker with the given flight centred on a board position,
-    // under the targets and the hover text.
+    // under the targets, the darts' points and the hover text.
     void showMarker(MarkerSet set, int index, BoardPoint at, int flight);
     // Shows (or only moves, when `visible` is false) a target marker.
     void placeTarget(int index, BoardPoint at, bool visible);
@@ -114,6 +115,8 @@ private:
     void pointerLeft();
     void pressed(QPointF at, Qt::MouseButton button);
     void released(QPointF at, Qt::MouseButton button);
+    // Puts the landing points and the hover text back on top.
+    void restack();
     MarkerRects rects(const MarkerArray &markers) const;
     int closestPipIndex(const MarkerArray &markers, double x, double y) const;
     MarkerSet setOf(const DartMarker *marker) const;
@@ -129,6 +132,7 @@ private:
     MarkerArray pips_{};
     MarkerArray cpips_{};
     MarkerArray targetPips_{};
+    LandingPoints *landingPoints_ = nullptr;
     MarkerSet marking_ = MarkerSet::Local;
     int placed_ = 0;
     bool targetsMovable_ = false;

@@ -1,14 +1,47 @@
 // The drawn board must agree with scoring: a point inside a bed shows that
-// bed's colour.
+// bed's colour. A dart's landing point stays in sight on every bed, over
+// its target and beside the other darts of its set.
 
+#include "board/board_input.h"
 #include "board/board_picture.h"
 
 #include <QImage>
+#include <QLabel>
+#include <QRandomGenerator>
 #include <QTest>
 
 #include <cmath>
 
 using namespace tavrix;
+
+namespace {
+
+double luminance(QColor c)
+{
+    auto linear = [](double v) { return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
+}
+
+double contrast(QColor a, QColor b)
+{
+    const double la = luminance(a);
+    const double lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+// The 3 x 3 pixels round a board position.
+QList<QRgb> pixelsAround(const QImage &image, BoardPoint at)
+{
+    const QPoint middle = BoardPicture::pictureFromBoard(at).toPoint();
+    QList<QRgb> pixels;
+    for (int dy = -1; dy <= 1; ++dy) {
+        for (int dx = -1; dx <= 1; ++dx)
+            pixels << image.pixel(middle + QPoint(dx, dy));
+    }
+    return pixels;
+}
+
+} // namespace
 
 class TestBoardPicture : public QObject {
     Q_OBJECT
@@ -36,6 +69,43 @@ private slots:
                                             .arg(radius)
                                             .arg(drawn.name())));
                 }
+            }
+        }
+    }
+
+    // On the black single 20 and the red treble 20, the opponent's dart
+    // and the local one alike show a high-contrast pixel on the exact
+    // landing point; a target on the same spot and two more darts of the
+    // set crowding the treble leave each dart's middle pixels as they were.
+    void dartPointsStayInSight()
+    {
+        BoardPicture picture;
+        QLabel hover(&picture);
+        hover.hide();
+        QRandomGenerator random(1);
+        BoardInput board(&picture, random, &hover, {});
+        picture.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&picture));
+        const BoardPoint blackBed{0, 150};
+        const BoardPoint redBed{0, 119};
+        for (MarkerSet set : {MarkerSet::Opponent, MarkerSet::Local}) {
+            for (BoardPoint bed : {blackBed, redBed}) {
+                const QColor bedColour = bedColor(ringFromXY(bed.x, bed.y), 20);
+                board.hidePips();
+                board.showMarker(set, 0, bed, 5);
+                const QImage alone = picture.grab().toImage();
+                const QPoint pixel = BoardPicture::pictureFromBoard(bed).toPoint();
+                const double ratio = contrast(alone.pixelColor(pixel), bedColour);
+                QVERIFY2(ratio >= 4.5, qPrintable(QStringLiteral("%1 on %2: %3")
+                                                      .arg(int(set))
+                                                      .arg(bedColour.name())
+                                                      .arg(ratio)));
+
+                board.placeTarget(0, bed, true);
+                board.showMarker(set, 1, {bed.x - 7, bed.y}, 8);
+                board.showMarker(set, 2, {bed.x + 7, bed.y}, 1);
+                const QImage crowded = picture.grab().toImage();
+                QCOMPARE(pixelsAround(crowded, bed), pixelsAround(alone, bed));
             }
         }
     }
