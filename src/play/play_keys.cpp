@@ -41,7 +41,11 @@ PlayKeys::PlayKeys(GameFrame &frame, QWidget *window)
     // "Quit Game" is reached with Tab only, never by a click that leaves the
     // focus on it.
     frame_.btnQuitGame->setFocusPolicy(Qt::TabFocus);
-    frame_.btnStartGame->installEventFilter(this);
+    QPushButton *mainButton = frame_.btnStartGame;
+    mainButton->installEventFilter(this);
+    // The frame announces its end before its buttons go, while they still
+    // change state: from then on they are no longer followed.
+    connect(&frame_, &QObject::destroyed, this, [this, mainButton] { mainButton->removeEventFilter(this); });
 }
 
 void PlayKeys::pressMainButton()
