@@ -34,6 +34,13 @@ protected:
         program_ = std::make_unique<tavrix::Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
     }
+    // The program started again in the same home.
+    void restartProgram()
+    {
+        program_.reset();
+        program_ = std::make_unique<tavrix::Program>(messages_, home_->dbPath, &sounds_);
+        QVERIFY(program_->Main());
+    }
     tavrix::Darts *window() const { return program_->window(); }
     template <typename T>
     T *control(const char *name) const
