@@ -1,5 +1,6 @@
 // The opponents whose turns show a dart a second, against the game model:
-// the computer, and a player whose darts arrive already placed.
+// the computer, and a player whose darts arrive already placed. Quitting
+// while the computer throws is played through the window (tst_games).
 
 #include "../support/board_points.h"
 #include "games/game_session.h"
@@ -92,33 +93,6 @@ private slots:
         }
         QCOMPARE(landings, game.dartsPlaced());
         QVERIFY(game.canConfirm());
-    }
-
-    // Quitting while the computer throws stops its timer: no more darts
-    // and no report.
-    void quittingStopsATurn()
-    {
-        SkillProfile beginner = fixedSkillProfile(SkillLevel::BPlayer);
-        ComputerOpponent computer(sounds_, chart_, session_.random, beginner);
-        computer.throwTimer()->setInterval(0);
-        GameSession game(chart_, session_);
-        game.setThrowers(&computer, &ann_);
-        QSignalSpy reported(&game, &GameSession::turnReported);
-        start(game, GameType::Cricket, OpponentKind::Computer, 2);
-        game.placeDart(at("M"));
-        game.confirmCork();
-        if (game.currentThrower() == 2) {
-            game.nextTurn();
-            game.scoreSet();
-        }
-        QSignalSpy placed(&game, &GameSession::dartPlaced);
-        game.nextTurn();
-        QVERIFY(placed.wait());
-        QCOMPARE(game.dartsPlaced(), 1);
-        game.reset();
-        QVERIFY(!computer.throwTimer()->isActive());
-        QTest::qWait(20);
-        QCOMPARE(reported.count(), 0);
     }
 
     // A player whose darts arrive placed: the cork is taken when it comes,

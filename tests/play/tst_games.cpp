@@ -148,7 +148,8 @@ private slots:
         QCOMPARE(darts[9], (QVariantList{5, 2, 12, 2, 12, 2}));
     }
 
-    // 301, double in: the second dart doubles in, so the first does not count.
+    // 301, double in: the second dart doubles in, so the first does not
+    // count; a set without a double leaves the score as it was.
     void a301WithDoubleIn()
     {
         control<QRadioButton>("opGame_1")->click();
@@ -163,6 +164,10 @@ private slots:
         press(QStringLiteral("Ok"));
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Bob didn't double in."));
         QCOMPARE(text("p1ScoreText"), QStringLiteral("301*"));
+        // Once in, every dart counts.
+        throwDarts({"S20", "S20", "S20"});
+        press(QStringLiteral("Ok"));
+        QCOMPARE(text("p2scoretext"), QStringLiteral("301\n221\n161"));
         // Quitting asks first and goes back to the options.
         messages_.answers = {true};
         QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
