@@ -214,20 +214,6 @@ private slots:
         QCOMPARE(row.throws, end.localThrows);
     }
 
-    // The tallies keep the highest out and the shortest leg of the wins.
-    void talliesOfAnOpponent()
-    {
-        LocalTallies tallies;
-        tallies.countGame(true, 40, 21);
-        tallies.countGame(true, 100, 15);
-        tallies.countGame(true, 60, 18);
-        tallies.countGame(false, 170, 9);
-        QCOMPARE(tallies.localWins, 3);
-        QCOMPARE(tallies.localLosses, 1);
-        QCOMPARE(tallies.localBestOut, 100);
-        QCOMPARE(tallies.localBestLeg, 15);
-    }
-
     // Alert titles come from their own list, one draw each.
     void alertTitles()
     {
@@ -254,7 +240,6 @@ private slots:
                  (QList<bool>{false, true, true, false, false, false, false}));
     }
 };
-
 
 QTEST_GUILESS_MAIN(TestPlayRules)
 #include "tst_play_rules.moc"

@@ -260,15 +260,17 @@ private slots:
         QCOMPARE(recordOpponentName(OpponentKind::Computer, SkillLevel::You, false, {}, ann), QStringLiteral("Virtual Ann O'Hara"));
         QCOMPARE(recordOpponentName(OpponentKind::Human, SkillLevel::BPlayer, true, QStringLiteral("Bob"), ann), QStringLiteral("e-Bob"));
         QCOMPARE(recordOpponentName(OpponentKind::Human, SkillLevel::BPlayer, false, QStringLiteral("Bob"), ann), QStringLiteral("Bob"));
+        // The tallies keep the highest out and the shortest leg of the wins.
         LocalTallies tallies;
-        tallies.countGame(true, 40, 18);
-        tallies.countGame(true, 20, 21);
-        tallies.countGame(false, 0, 30);
+        tallies.countGame(true, 40, 21);
+        tallies.countGame(true, 100, 15);
+        tallies.countGame(true, 60, 18);
+        tallies.countGame(false, 170, 9);
         const RecordTexts x01 = gameRecordTexts(QStringLiteral("Virtual Pro"), GameType::X01_501, tallies, {5, 7, 99, 0});
-        QCOMPARE(x01.thisRound, QStringLiteral("vs Virtual Pro\nWon: 2  Lost: 1\nBest Leg: 18\nBest out: 40"));
+        QCOMPARE(x01.thisRound, QStringLiteral("vs Virtual Pro\nWon: 3  Lost: 1\nBest Leg: 15\nBest out: 100"));
         QCOMPARE(x01.overall, QStringLiteral("vs Virtual Pro\nWon: 5  Lost: 7\nBest Leg: 99\nBest out: 0"));
         QCOMPARE(gameRecordTexts(QStringLiteral("Bob"), GameType::Cricket, tallies, {}).thisRound,
-                 QStringLiteral("vs Bob\nWon: 2  Lost: 1"));
+                 QStringLiteral("vs Bob\nWon: 3  Lost: 1"));
     }
 };
 
