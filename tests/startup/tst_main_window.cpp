@@ -351,22 +351,8 @@ private slots:
         QCOMPARE(messages_.shown.size(), 8);
     }
 
-    // Exit and closing the window shut down once: a database opened again
-    // after the shutdown is not closed by a second one.
-    void shutdownRunsOnce()
-    {
-        startProgram();
-        action("mnuExit")->trigger();
-        QVERIFY(messages_.shown.isEmpty());
-        QVERIFY(program_->isShutDown() && !program_->store().isOpen() && !window()->isVisible());
-        QVERIFY(program_->store().open(home_->dbPath));
-        window()->show();
-        window()->close();
-        QVERIFY(program_->store().isOpen());
-    }
-
     // Alt and a letter open the menus, whose titles stay as they are.
-    void menusOpenFromTheKeyboard()
+    void menusOpenFromTheKeyboardAndExitShutsDownOnce()
     {
         startProgram();
         window()->activateWindow();
@@ -383,6 +369,16 @@ private slots:
             titles.append(menu->title());
         }
         QCOMPARE(titles, (QStringList{"File", "Mode", "Options", "Help"}));
+
+        // Exit and closing the window shut down once: a database opened
+        // again after the shutdown is not closed by a second one.
+        action("mnuExit")->trigger();
+        QVERIFY(messages_.shown.isEmpty());
+        QVERIFY(program_->isShutDown() && !program_->store().isOpen() && !window()->isVisible());
+        QVERIFY(program_->store().open(home_->dbPath));
+        window()->show();
+        window()->close();
+        QVERIFY(program_->store().isOpen());
     }
 
     // The unit, the sound and the play set-up chosen last are stored at once
