@@ -92,21 +92,14 @@ private slots:
         bob_.cork = {0, 50};
         bob_.sets = {{"S1", "S1", "S1"}, {"M", "M", "M"}, {"S5", "S5", "S5"}};
         start(options(GameType::X01_501, true));
-        QCOMPARE(game_->phase(), GamePhase::CorkAwaited);
-        QVERIFY(!game_->canConfirm());
-        QCOMPARE(game_->placeDart({0, 10}), 0);
-        QCOMPARE(game_->phase(), GamePhase::CorkPlaced);
+        game_->placeDart({0, 10});
         game_->confirmCork();
-        // Bob's cork came from the script; Ann's was nearer.
-        QCOMPARE(game_->phase(), GamePhase::CorkResult);
+        // Bob's cork came from the script; Ann's was nearer. (The phases and
+        // the cork's row are checked through the window, in tst_games.)
         QCOMPARE(game_->currentThrower(), 2);
         QCOMPARE(game_->corkResultText(),
                  QStringLiteral("\nBob's dart: 1.608\"\nAnn's dart: 0.321\"\n\nAnn goes first.\n(Click \"Ok\")"));
-        const GameDart cork = game_->corkRows().value(0);
-        QCOMPARE(game_->corkRows().size(), 1);
-        QCOMPARE((QList<double>{double(cork.setSeq), double(cork.dartSeq), double(cork.targetScore),
-                                double(cork.targetRing), cork.dist}),
-                 (QList<double>{0, 1, 25, 1, 10}));
+        QCOMPARE(game_->corkRows().value(0).dist, 10.0);
 
         QStringList column;
         QList<GameDart> rows;
