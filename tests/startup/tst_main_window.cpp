@@ -228,7 +228,6 @@ private slots:
         QTest::addColumn<int>("chosen"); // in Select Player
         QTest::newRow("first start") << QList<qint64>{} << QStringLiteral(" O'Brien \"Bo\" ") << 0;
         QTest::newRow("first start cancelled") << QList<qint64>{} << QString() << 0;
-        QTest::newRow("second of two") << QList<qint64>{1, 2} << QString() << 1;
         // Ids past 16 bits: 65,536 once read as 0 ("no player") and ended
         // the program at start; 40,000 recorded games under a negative id.
         QTest::newRow("only player 65,536") << QList<qint64>{65536} << QString() << 0;
