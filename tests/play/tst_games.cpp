@@ -101,22 +101,17 @@ private slots:
         QVERIFY(gameText().contains(QStringLiteral("Bob O'Neil: Throw the cork.")));
         corkAnnFirst();
         QCOMPARE(game().currentThrower(), 2);
-        throwDarts({"T20", "T20", "T20"});
-        press(QStringLiteral("Ok"));
-        throwDarts({"M", "M", "M"});
-        press(QStringLiteral("Ok"));
+        playSet({"T20", "T20", "T20"});
+        playSet({"M", "M", "M"});
 
         auto locker = std::make_unique<OtherConnection>(home_->dbPath);
         QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
         QElapsedTimer waited;
         waited.start();
-        throwDarts({"T20", "T20", "T20"});
-        press(QStringLiteral("Ok"));
+        playSet({"T20", "T20", "T20"});
         QVERIFY(waited.elapsed() < 2500);
-        throwDarts({"M", "M", "M"});
-        press(QStringLiteral("Ok"));
-        throwDarts({"T20", "T19", "D12"});
-        press(QStringLiteral("Ok"));
+        playSet({"M", "M", "M"});
+        playSet({"T20", "T19", "D12"});
 
         QCOMPARE(text("p2scoretext"), QStringLiteral("501\n321\n141\nWinner!"));
         // The large figures: Ann's 501 in nine darts, Bob's nine misses.
@@ -156,17 +151,14 @@ private slots:
         startAgainst(QStringLiteral("Bob"));
         corkAnnFirst();
         QVERIFY(gameText().contains(QStringLiteral("You have not yet doubled in.")));
-        throwDarts({"S20", "D10", "T20"});
-        press(QStringLiteral("Ok"));
+        playSet({"S20", "D10", "T20"});
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Ann doubled in!"));
         QCOMPARE(text("p2scoretext"), QStringLiteral("301\n221"));
-        throwDarts({"T20", "T20", "T20"});
-        press(QStringLiteral("Ok"));
+        playSet({"T20", "T20", "T20"});
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Bob didn't double in."));
         QCOMPARE(text("p1ScoreText"), QStringLiteral("301*"));
         // Once in, every dart counts.
-        throwDarts({"S20", "S20", "S20"});
-        press(QStringLiteral("Ok"));
+        playSet({"S20", "S20", "S20"});
         QCOMPARE(text("p2scoretext"), QStringLiteral("301\n221\n161"));
         // Quitting asks first and goes back to the options.
         messages_.answers = {true};
@@ -181,15 +173,12 @@ private slots:
         control<QRadioButton>("opGame_0")->click();
         startAgainst(QStringLiteral("Bob"));
         corkAnnFirst();
-        throwDarts({"T20", "T20", "S19"});
-        press(QStringLiteral("Ok"));
+        playSet({"T20", "T20", "S19"});
         QCOMPARE(text("lblP2Points_1") + ' ' + text("lblP2TotalPts"), QStringLiteral("60 60"));
         QVERIFY(!control<QLabel>("P2ScoreImage_1")->pixmap().isNull());
-        throwDarts({"T20", "M", "M"});
-        press(QStringLiteral("Ok"));
+        playSet({"T20", "M", "M"});
         // Bob closed 20: Ann's next treble 20 scores nothing.
-        throwDarts({"T20", "S14", "M"});
-        press(QStringLiteral("Ok"));
+        playSet({"T20", "S14", "M"});
         // Both have closed 20: it is greyed; the large figures follow the
         // points, and Bob's panel is the one lit.
         QVERIFY(control<QLabel>("lblCricketNumber_1")->font().strikeOut());
@@ -210,10 +199,8 @@ private slots:
         startAgainst(QString(30, QLatin1Char('M')));
         expectFitsSmallScreen("cork");
         corkAnnFirst();
-        for (int set = 0; set < 24; ++set) {
-            throwDarts({"S1", "S1", "S1"});
-            press(QStringLiteral("Ok"));
-        }
+        for (int set = 0; set < 24; ++set)
+            playSet({"S1", "S1", "S1"});
         QCOMPARE(text("p1ScoreText").count('\n'), 12);
         expectFitsSmallScreen("a long 501");
         messages_.answers = {true};
@@ -275,8 +262,7 @@ private slots:
         QCOMPARE(shownCPips(), 3);
         QCOMPARE(text("rstatsText"), QStringLiteral("vs Virtual Beginner\nWon: 0  Lost: 0"));
         press(QStringLiteral("Ok"));
-        throwDarts({"M", "M", "M"});
-        press(QStringLiteral("Ok"));
+        playSet({"M", "M", "M"});
 
         // Quit after the first dart of the computer's next turn.
         QTRY_COMPARE(shownCPips(), 1);

@@ -291,8 +291,7 @@ private slots:
         // Against a person at this board: both corks, then one set.
         startAgainst(QStringLiteral("Bob"));
         corkAnnFirst();
-        throwDarts({"T20", "T20", "S1"});
-        press(QStringLiteral("Ok"));
+        playSet({"T20", "T20", "S1"});
         const QString mine = QStringLiteral("SUM(players_id = %1)").arg(id);
         QCOMPARE(rows(QStringLiteral("SELECT count(*), %1 FROM gamesdarts").arg(mine)), (QList<QVariantList>{{4, 4}}));
         QCOMPARE(rows(QStringLiteral("SELECT count(*), %1 FROM games").arg(mine)), (QList<QVariantList>{{1, 1}}));

@@ -67,6 +67,12 @@ protected:
             QTest::mouseClick(control<tavrix::BoardPicture>("Picture1"), Qt::LeftButton, {},
                               tavrix::BoardPicture::pictureFromBoard(at(code)).toPoint());
     }
+    // Ann's or a person's set at this board, confirmed with "Ok".
+    void playSet(const QStringList &codes)
+    {
+        throwDarts(codes);
+        press(QStringLiteral("Ok"));
+    }
     // Starts the chosen game against a person at this board.
     void startAgainst(const QString &opponent)
     {
