@@ -49,7 +49,10 @@ private slots:
         QCOMPARE(master.skillRadii[0], (DistanceBand{0, 0.25 * 202 / 6.5}));
         QCOMPARE(master.skillRadii[3].high, 1.5 * 202 / 6.5);
         QCOMPARE(master.wildness, 0.005);
-        QCOMPARE(fixedSkillProfile(SkillLevel::BPlayer).skillRadii[3].high, 3.0 * 202 / 6.5);
+        const SkillProfile bPlayer = fixedSkillProfile(SkillLevel::BPlayer);
+        QCOMPARE(bPlayer.skillRadii[3].high, 3.0 * 202 / 6.5);
+        // Two of the four equally likely bands end at 1.5": the median.
+        QCOMPARE(bPlayer.skillRadii[1].high, 1.5 * 202 / 6.5);
         QCOMPARE(fixedSkillProfile(SkillLevel::APlayer).wildness, 0.02);
     }
 
