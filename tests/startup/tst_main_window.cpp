@@ -424,8 +424,9 @@ private slots:
         QVERIFY(!control<QGroupBox>("fraMoodFactor")->isHidden());
     }
 
-    // Reset Stats asks, then removes this player's statistics and nothing
-    // else; the player stays.
+    // Reset Stats asks, then removes this player's games, game darts,
+    // practice targets and practice darts and nothing else; the player stays,
+    // and a second reset with nothing left to remove goes as well.
     void resetStatsRemovesOnlyThePlayersRows()
     {
         const QString me = QStringLiteral("It's me; DROP TABLE games");
@@ -433,8 +434,12 @@ private slots:
         {
             StatsStore seed(QStringLiteral("seed"));
             QVERIFY(seed.open(home_->dbPath));
-            for (const qint64 player : {1, 2})
-                QVERIFY(seed.insertGame({player, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")}));
+            for (const qint64 player : {1, 2}) {
+                const qint64 game = *seed.insertGame({player, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
+                QVERIFY(seed.insertGameDart({game, player, 1, 0, 0, 118, 0, 20, 3, 20, 3}));
+                const qint64 target = *seed.insertStatTarget(player, 20, 3);
+                QVERIFY(seed.insertStatThrow({player, target, 0, 0, 118, 0, 20, 3}));
+            }
         }
         whenDialogShows([](QWidget *dialog) {
             dialog->findChild<QComboBox *>(QStringLiteral("userDrop"))->setCurrentIndex(1);
@@ -442,19 +447,25 @@ private slots:
         });
         program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
-        const QString games = QStringLiteral("SELECT players_id, count(*) FROM games GROUP BY players_id");
+        auto owners = [this] {
+            QList<QVariantList> all;
+            for (const char *table : {"games", "gamesdarts", "statstargets", "statsthrows"})
+                all += rows(QStringLiteral("SELECT DISTINCT players_id FROM %1").arg(QLatin1String(table)));
+            return all;
+        };
         messages_.answers = {false};
         action("mnuOptionResetStats")->trigger();
-        QCOMPARE(rows(games), (QList<QVariantList>{{1, 1}, {2, 1}}));
+        QCOMPARE(owners(), (QList<QVariantList>{{1}, {2}, {1}, {2}, {1}, {2}, {1}, {2}}));
         action("mnuOptionResetStats")->trigger();
-        QCOMPARE(rows(games), (QList<QVariantList>{{1, 1}}));
+        QCOMPARE(owners(), (QList<QVariantList>{{1}, {1}, {1}, {1}}));
+        action("mnuOptionResetStats")->trigger();
         QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM players"))[0][0].toInt(), 2);
-        QCOMPARE(messages_.shown.size(), 3);
-        QCOMPARE(messages_.shown[0].title, QStringLiteral("Delete All Statistics?"));
+        QCOMPARE(messages_.titles(), QStringList(5, QStringLiteral("Delete All Statistics?")));
         QCOMPARE(messages_.shown[0].text,
                  QStringLiteral("This action will permanently delete all the statistics collected\r\nfor ") + me
                      + QStringLiteral(" and cannot be undone.  Are you sure you want to do this?"));
         QCOMPARE(messages_.shown[2].text, QStringLiteral("All statistics deleted for ") + me);
+        QCOMPARE(messages_.shown[4].text, messages_.shown[2].text);
     }
 
     // Entering play or review refreshes the player's own profile: "You" needs
