@@ -74,12 +74,9 @@ private slots:
     void namesRoundTripExactly_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::newRow("single quote") << QStringLiteral("O'Brien");
-        QTest::newRow("injection") << QStringLiteral("x'); DROP TABLE players; --");
-        QTest::newRow("double quotes") << QStringLiteral("\"The Power\" Taylor");
+        QTest::newRow("quotes and a statement") << QStringLiteral("x'); DROP TABLE \"players\"; --");
         QTest::newRow("blanks kept") << QStringLiteral("  Ann  Lee ");
-        QTest::newRow("non-ASCII") << QStringLiteral("Zoë Ünal-Łukasz 山田");
-        QTest::newRow("percent and underscore") << QStringLiteral("100%_sure");
+        QTest::newRow("percent, underscore, non-ASCII") << QStringLiteral("100%_sure Zoë 山田");
     }
     // Names are stored and found exactly: no trimming, no wildcards.
     void namesRoundTripExactly()
