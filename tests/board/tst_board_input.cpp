@@ -1,53 +1,20 @@
-// The board picture as input, driven with real mouse events. The board on
-// its own only reports what the pointer did; in play, practice and review the
-// mode's controller decides what that means: darts, the cork, drags and
-// drops, the hover texts and the sounds.
+// The board picture as input, driven with real mouse events. The board only
+// reports what the pointer did; in play, practice and review the mode's
+// controller decides what that means: darts, the cork, drags and drops, the
+// hover texts and the sounds.
 
-#include "../support/fake_messages.h"
-#include "../support/sound_log.h"
-#include "../support/test_home.h"
-#include "board/board_input.h"
-#include "board/board_picture.h"
+#include "../support/program_test.h"
 #include "board/dart_marker.h"
-#include "play/play_controller.h"
 #include "practice/practice_controller.h"
 #include "review/review_controller.h"
-#include "session/session.h"
-#include "startup/darts_window.h"
-#include "startup/program.h"
 
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTimer>
 
 using namespace tavrix;
 
 namespace {
-
-// What the board reports, and whether it lets a marker be dragged.
-struct ReportLog : BoardController {
-    QStringList reports;
-    bool dragging = false;
-    void pointerOver(const PointerSpot &spot) override
-    {
-        reports << QStringLiteral("over %1 %2").arg(int(spot.over)).arg(spot.index);
-    }
-    void pointerLeft() override { reports << QStringLiteral("left"); }
-    void boardClicked(BoardPoint at, int flight) override
-    {
-        reports << QStringLiteral("click %1 %2 %3").arg(at.x).arg(at.y).arg(flight);
-    }
-    bool mayDrag(MarkerSet, bool) const override { return dragging; }
-    void markerDropped(MarkerSet set, int index, BoardPoint at, QPointF) override
-    {
-        reports << QStringLiteral("drop %1 %2 %3 %4").arg(int(set)).arg(index).arg(at.x).arg(at.y);
-    }
-};
 
 // A picture point straight above the bull at the given board radius.
 QPoint above(int radius)
@@ -68,26 +35,13 @@ QPoint wirePixel()
 
 } // namespace
 
-class TestBoardInput : public QObject {
+class TestBoardInput : public ProgramTest {
     Q_OBJECT
 
-    std::unique_ptr<TestHome> home_;
-    FakeMessages messages_;
-    SoundLog sounds_;
-    std::unique_ptr<Program> program_;
     BoardPicture *picture_ = nullptr;
-    BoardInput *board_ = nullptr;
 
-    template <typename T>
-    T *control(const char *name)
-    {
-        return findControl<T>(program_->window(), name);
-    }
     QLabel *hover() { return control<QLabel>("ScoreHoverText"); }
     DartMarker *marker(const char *name) { return control<DartMarker>(name); }
-    QPushButton *startButton() { return control<QPushButton>("btnStartGame"); }
-    const GameSession &game() { return program_->window()->playController()->game(); }
-
     void click(QPoint at) { QTest::mouseClick(picture_, Qt::LeftButton, {}, at); }
     void move(QPoint at) { QTest::mouseMove(picture_, at); }
     void drag(QPoint from, QPoint to, Qt::MouseButton button)
@@ -103,128 +57,28 @@ class TestBoardInput : public QObject {
         QCoreApplication::sendEvent(picture_, &leave);
     }
 
-    // A 501 against Bob at this board, recorded with its targets; Bob's
-    // cork is awaited.
-    void startAgainstBob()
-    {
-        control<QRadioButton>("opOpponent_1")->click();
-        control<QRadioButton>("opGame_2")->click();
-        findControl<QWidget>(program_->window(), "chkKeep01stats")->setProperty("checked", true);
-        answerOpponentName(QStringLiteral("Bob"));
-        QTest::mouseClick(startButton(), Qt::LeftButton);
-        QCOMPARE(game().phase(), GamePhase::CorkAwaited);
-    }
-    // Ann's first turn: Bob's cork far from the bull, Ann's on it.
-    void startAnnsTurn()
-    {
-        startAgainstBob();
-        click(above(150));
-        QTest::mouseClick(startButton(), Qt::LeftButton);
-        click(above(0));
-        QTest::mouseClick(startButton(), Qt::LeftButton);
-        QTest::mouseClick(startButton(), Qt::LeftButton);
-        QCOMPARE(game().phase(), GamePhase::Turn);
-        QCOMPARE(game().currentThrower(), 2);
-        sounds_.played.clear();
-    }
-
 private slots:
     void init()
     {
-        home_ = std::make_unique<TestHome>(QStringList{QStringLiteral("Ann")});
-        sounds_ = {};
-        messages_ = {};
-        program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
-        QVERIFY(program_->Main());
-        QVERIFY(QTest::qWaitForWindowExposed(program_->window()));
+        startProgram();
+        QVERIFY(QTest::qWaitForWindowExposed(window()));
         picture_ = control<BoardPicture>("Picture1");
-        board_ = program_->window()->boardInput();
     }
     void cleanup() { program_.reset(); }
 
-    // The board alone reports in board positions: a click with the flight
-    // drawn for it, the dart under the pointer, a drop only when the
-    // controller allowed the drag, and a drop outside putting it back.
-    void theBoardOnlyReports()
+    // The cork: the distance from the bull above the pointer; marker 0 of
+    // the thrower, the start button enabled, a second click ignored; its
+    // marker drags with the left button.
+    void theCork()
     {
-        ReportLog log;
-        board_->setController(&log);
-        picture_->setEnabled(true);
-        program_->session().random.seed(3);
-        QRandomGenerator same(3);
-        click(QPoint(300, 200));
-        QCOMPARE(log.reports.last(), QStringLiteral("click 40 60 %1").arg(int(same.generateDouble() * 12)));
-        QVERIFY(marker("Pips_0")->isHidden());
-
-        board_->showMarker(MarkerSet::Local, 1, {40, 60}, 0);
-        board_->setMarking(MarkerSet::Local, 2);
-        move(QPoint(302, 203));
-        QCOMPARE(log.reports.last(), QStringLiteral("over 1 1"));
-        log.reports.clear();
-        // A refused drag is a click where the button comes up.
-        drag(QPoint(300, 200), QPoint(320, 230), Qt::LeftButton);
-        QCOMPARE(marker("Pips_1")->centre(), QPointF(300, 200));
-        QCOMPARE(log.reports.last(), QStringLiteral("click 60 30 %1").arg(int(same.generateDouble() * 12)));
-        log.dragging = true;
-        drag(QPoint(300, 200), QPoint(320, 230), Qt::LeftButton);
-        QCOMPARE(log.reports.last(), QStringLiteral("drop 0 1 60 30"));
-        drag(QPoint(320, 230), QPoint(700, 230), Qt::LeftButton);
-        QCOMPARE(marker("Pips_1")->centre(), QPointF(320, 230));
-        leaveBoard();
-        QCOMPARE(log.reports.last(), QStringLiteral("left"));
-        board_->setController(nullptr);
-    }
-
-    // Three darts of a turn: each click places the next marker centred on
-    // it with its sounds, the live text and the advice for the next; a wire
-    // still counts; a fourth click does nothing. Without a game clicks
-    // place nothing.
-    void threeClicksPlaceThreeDartsAndAFourthDoesNothing()
-    {
-        picture_->setEnabled(true);
-        click(QPoint(300, 300));
-        QVERIFY(marker("Pips_0")->isHidden());
-
-        startAnnsTurn();
-        // The advice for the first dart is the treble 20.
-        QCOMPARE(marker("TargetPips_0")->centre(), QPointF(above(118)));
-        click(above(118));
-        DartMarker *first = marker("Pips_0");
-        QVERIFY(!first->isHidden());
-        QCOMPARE(first->centre(), QPointF(above(118)));
-        QVERIFY(startButton()->isEnabled());
-        QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "fanfare.wav"}));
-        QVERIFY(control<QLabel>("gameText")->text().startsWith(QStringLiteral("\nAnn threw: Triple 20")));
-        QCOMPARE(marker("TargetPips_1")->centre(), QPointF(above(118)));
-
-        const QPoint wire = wirePixel();
-        QVERIFY(!wire.isNull());
-        click(wire);
-        QCOMPARE(game().dartsPlaced(), 2);
-        QVERIFY(!marker("Pips_1")->isHidden());
-        QCOMPARE(sounds_.played.last(), QStringLiteral("boing2.wav:wait"));
-
-        click(QPoint(300, 300));
-        QCOMPARE(game().dartsPlaced(), 3);
-        const QPointF third = marker("Pips_2")->centre();
-        const int soundsBefore = sounds_.played.size();
-        click(QPoint(100, 400));
-        QCOMPARE(game().dartsPlaced(), 3);
-        QCOMPARE(marker("Pips_2")->centre(), third);
-        QCOMPARE(sounds_.played.size(), soundsBefore);
-    }
-
-    // The cork: marker 0 of the thrower, the start button enabled, a second
-    // click ignored; its marker drags with the left button. During a turn a
-    // marker drags only with the right button until the third dart, and a
-    // dropped target snaps to its area's aiming point.
-    void corkAndDragRules()
-    {
-        startAgainstBob();
+        startAgainst(QStringLiteral("Bob"));
+        move(above(100));
+        QCOMPARE(hover()->text(), distanceText(100, false) + QStringLiteral(" from bull."));
+        QCOMPARE(hover()->geometry().bottom(), above(100).y() - 2);
+        sounds_.played.clear();
         click(QPoint(280, 250));
         QCOMPARE(game().phase(), GamePhase::CorkPlaced);
-        QVERIFY(!marker("CPips_0")->isHidden());
-        QVERIFY(marker("Pips_0")->isHidden());
+        QVERIFY(!marker("CPips_0")->isHidden() && marker("Pips_0")->isHidden());
         QCOMPARE(sounds_.played, QStringList{"splat.wav:wait"});
         QVERIFY(startButton()->isEnabled());
         click(QPoint(200, 200));
@@ -232,22 +86,81 @@ private slots:
         drag(QPoint(280, 250), QPoint(250, 240), Qt::LeftButton);
         QCOMPARE(marker("CPips_0")->centre(), QPointF(250, 240));
         QCOMPARE(*game().corkDart(1), (BoardPoint{-10, 20}));
-        cleanup();
-        init();
+    }
 
-        startAnnsTurn();
+    // Three darts of a turn: each click places the next marker centred on
+    // it with its sounds, the live text and the advice for the next; a wire
+    // still counts; a fourth click does nothing. A dart drags only with the
+    // right button until the third; a dropped target snaps to its area's
+    // aiming point. The hover texts: the right edge, the dart under the
+    // pointer, what stays after the third dart, and review's dart counts.
+    // Without a game clicks place nothing.
+    void aTurnOfThreeDarts()
+    {
+        picture_->setEnabled(true);
         click(QPoint(300, 300));
-        drag(QPoint(300, 300), QPoint(320, 330), Qt::LeftButton);
-        QCOMPARE(marker("Pips_0")->centre(), QPointF(300, 300));
-        drag(QPoint(300, 300), QPoint(320, 330), Qt::RightButton);
+        QVERIFY(marker("Pips_0")->isHidden());
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        sounds_.played.clear();
+        // The advice for the first dart is the treble 20.
+        QCOMPARE(marker("TargetPips_0")->centre(), QPointF(above(118)));
+        // Each click draws the flight shown from the one generator.
+        program_->session().random.seed(3);
+        QRandomGenerator same(3);
+        click(above(118));
+        QVERIFY(!marker("Pips_0")->isHidden());
+        QCOMPARE(marker("Pips_0")->centre(), QPointF(above(118)));
+        QCOMPARE(marker("Pips_0")->flight(), int(same.generateDouble() * 12));
+        QVERIFY(startButton()->isEnabled());
+        QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "fanfare.wav"}));
+        QVERIFY(text("gameText").startsWith(QStringLiteral("\nAnn threw: Triple 20")));
+        QCOMPARE(marker("TargetPips_1")->centre(), QPointF(above(118)));
+
+        move(QPoint(515, 260));
+        QVERIFY(!hover()->isHidden());
+        QVERIFY(hover()->geometry().right() < picture_->width());
+        leaveBoard();
+        QVERIFY(hover()->isHidden());
+
+        drag(above(118), QPoint(320, 330), Qt::RightButton);
         QCOMPARE(marker("Pips_0")->centre(), QPointF(320, 330));
         QCOMPARE(*game().setDarts()[0], (BoardPoint{60, -70}));
         // The drop says where the dart now is.
         QCOMPARE(hover()->text(), dartDescriptionFromXY(60, -70));
         QVERIFY(!hover()->isHidden());
+        // With the left button the drag is refused: a second dart where it ends.
+        drag(QPoint(320, 330), QPoint(300, 200), Qt::LeftButton);
+        QCOMPARE(marker("Pips_0")->centre(), QPointF(320, 330));
+        QCOMPARE(game().dartsPlaced(), 2);
+        move(QPoint(302, 203));
+        QCOMPARE(hover()->text(), QStringLiteral("Dart 2: ") + dartDescriptionFromXY(42, 57));
 
-        click(QPoint(200, 300));
-        click(QPoint(220, 300));
+        const QPoint wire = wirePixel();
+        QVERIFY(!wire.isNull());
+        click(wire);
+        QCOMPARE(game().dartsPlaced(), 3);
+        QVERIFY(!marker("Pips_2")->isHidden());
+        QCOMPARE(sounds_.played.last(), QStringLiteral("boing2.wav:wait"));
+        const QPointF third = marker("Pips_2")->centre();
+        const int soundsBefore = sounds_.played.size();
+        click(QPoint(100, 400));
+        QCOMPARE(game().dartsPlaced(), 3);
+        QCOMPARE(marker("Pips_2")->centre(), third);
+        QCOMPARE(sounds_.played.size(), soundsBefore);
+        // Dropped outside the picture, a dart goes back where it was.
+        drag(third.toPoint(), QPoint(700, 230), Qt::LeftButton);
+        QCOMPARE(marker("Pips_2")->centre(), third);
+        QCOMPARE(game().dartsPlaced(), 3);
+
+        move(QPoint(400, 150));
+        QVERIFY(hover()->isHidden());
+        hover()->show();
+        const QString last = hover()->text();
+        leaveBoard();
+        QVERIFY(!hover()->isHidden());
+        QCOMPARE(hover()->text(), last);
+
         // All three targets stand on the treble 20; the last one is taken.
         DartMarker *target = marker("TargetPips_2");
         const QPointF double20 = BoardPicture::pictureFromBoard(aimPoint(2, 20));
@@ -257,45 +170,13 @@ private slots:
         drag(double20.toPoint(), QPoint(8, 8), Qt::LeftButton);
         QCOMPARE(target->centre(), QPointF(260, 260));
         QCOMPARE(marker("TargetPips_0")->centre(), QPointF(260, 142));
-    }
-
-    // Hover texts: the cork's distance, the right edge, what stays after the
-    // third dart, the dart under the pointer, and review's dart counts.
-    void hoverTexts()
-    {
-        startAgainstBob();
-        move(above(100));
-        QCOMPARE(hover()->text(), distanceText(100, false) + QStringLiteral(" from bull."));
-        QCOMPARE(hover()->geometry().bottom(), above(100).y() - 2);
-        cleanup();
-        init();
-
-        startAnnsTurn();
-        move(QPoint(515, 260));
-        QVERIFY(!hover()->isHidden());
-        QVERIFY(hover()->geometry().right() < picture_->width());
-        leaveBoard();
-        QVERIFY(hover()->isHidden());
-
-        click(QPoint(200, 300));
-        click(QPoint(300, 200));
-        move(QPoint(302, 203));
-        QCOMPARE(hover()->text(), QStringLiteral("Dart 2: ") + dartDescriptionFromXY(42, 57));
-        click(QPoint(220, 300));
-        move(QPoint(400, 150));
-        QVERIFY(hover()->isHidden());
-        hover()->show();
-        const QString last = hover()->text();
-        leaveBoard();
-        QVERIFY(!hover()->isHidden());
-        QCOMPARE(hover()->text(), last);
 
         messages_.answers = {true};
-        program_->window()->switchMode(Mode::Review);
+        window()->switchMode(Mode::Review);
         TargetCounts counts{};
         counts[0][0] = 1;
         counts[2][1] = 7;
-        program_->window()->reviewController()->setCounts(counts);
+        window()->reviewController()->setCounts(counts);
         move(QPoint(260, 260));
         QCOMPARE(hover()->text(), QStringLiteral("25/Bull -- 1 dart."));
         move(above(118));
@@ -308,26 +189,26 @@ private slots:
     // confirmation; review clicks choose the area under the pointer.
     void practiceAndReviewClicks()
     {
-        program_->window()->switchMode(Mode::Practice);
-        PracticeController *practice = program_->window()->practiceController();
+        window()->switchMode(Mode::Practice);
+        PracticeController *practice = window()->practiceController();
         practice->state().target = {0, 118};
         QSignalSpy marked(practice, &PracticeController::setMarked);
         picture_->setEnabled(true);
         auto *go = control<QPushButton>("goButton");
         go->setEnabled(false);
         move(above(100));
-        QCOMPARE(control<QLabel>("rdisttext_0")->text(), distanceText(18, false));
+        QCOMPARE(text("rdisttext_0"), distanceText(18, false));
         for (const QPoint at : {QPoint(250, 150), QPoint(270, 150)})
             click(at);
         QVERIFY(!go->isEnabled());
         click(QPoint(260, 135));
         QCOMPARE(go->text(), QStringLiteral("Confirm Darts"));
         QVERIFY(go->isEnabled());
-        QCOMPARE(control<QLabel>("GeneralText")->text(), QStringLiteral("Adjust Darts and \"Confirm\""));
+        QCOMPARE(text("GeneralText"), QStringLiteral("Adjust Darts and \"Confirm\""));
         QCOMPARE(marked.count(), 1);
 
-        program_->window()->switchMode(Mode::Review);
-        QSignalSpy chosen(program_->window()->reviewController(), &ReviewController::areaChosen);
+        window()->switchMode(Mode::Review);
+        QSignalSpy chosen(window()->reviewController(), &ReviewController::areaChosen);
         click(above(118));
         click(QPoint(5, 5));
         QCOMPARE(chosen.count(), 1);

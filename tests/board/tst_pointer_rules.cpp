@@ -57,12 +57,11 @@ private slots:
     {
         QFETCH(double, radius);
         QFETCH(double, angle);
-        QFETCH(QString, caption);
         std::array<std::array<qint64, 21>, 3> counts{};
         counts[0][0] = 1;
         counts[2][1] = 12;
         counts[0][1] = 2;
-        QCOMPARE(reviewHoverCaption(radius, angle, counts).value_or(QString()), caption);
+        QTEST(reviewHoverCaption(radius, angle, counts).value_or(QString()), "caption");
     }
 
     void dragRules()

@@ -2,6 +2,7 @@
 // trimmed form and stored as typed, quotes and all.
 
 #include "../support/fake_messages.h"
+#include "../support/sql_rows.h"
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
@@ -10,12 +11,11 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QMessageBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -24,13 +24,18 @@ using namespace tavrix;
 
 namespace {
 
-template <typename T>
-T *control(QWidget *dialog, const QString &name)
+template <typename T = QPushButton>
+T *in(QWidget *dialog, const char *name)
 {
-    T *found = dialog->findChild<T *>(name);
+    T *found = dialog->findChild<T *>(QString::fromLatin1(name));
     if (!found)
-        qFatal("no control %s", qPrintable(name));
+        qFatal("no control %s", name);
     return found;
+}
+
+void type(QWidget *dialog, const char *edit, const QString &text)
+{
+    in<QLineEdit>(dialog, edit)->setText(text);
 }
 
 QStringList listed(QComboBox *drop)
@@ -40,6 +45,9 @@ QStringList listed(QComboBox *drop)
         names.append(drop->itemText(i));
     return names;
 }
+
+const QString inUse = QStringLiteral("Sorry.  That name is already in use.");
+const QString badCharacters = QStringLiteral("A name cannot contain line breaks, control characters or \"|\".");
 
 } // namespace
 
@@ -51,12 +59,18 @@ class TestPlayerDialogs : public QObject {
     Session session_;
     FakeMessages messages_;
 
-    QStringList notices() const
+    QStringList texts() const
     {
         QStringList texts;
         for (const auto &shown : messages_.shown)
             texts.append(shown.text);
         return texts;
+    }
+    // Me is the current player.
+    void startAsMe()
+    {
+        session_.currentPlayerId = *store_.insertPlayer(QStringLiteral("Me"));
+        session_.currentPlayerName = QStringLiteral("Me");
     }
 
 private slots:
@@ -69,30 +83,25 @@ private slots:
     }
     void cleanup() { store_.close(); }
 
-    // Blank names and names already in use once trimmed are refused; a
-    // trailing blank is kept when the trimmed name is new.
+    // Blank names and names already in use once trimmed are refused, as is a
+    // line break that trimming would hide; a trailing blank is kept when the
+    // trimmed name is new.
     void newPlayerNamesAreCheckedTrimmedAndStoredAsTyped()
     {
         NewUserDialog dialog(store_, session_, messages_, nullptr);
-        auto *name = control<QLineEdit>(&dialog, QStringLiteral("NameText"));
-        auto *ok = control<QPushButton>(&dialog, QStringLiteral("OKButton"));
         QVERIFY(store_.insertPlayer(QStringLiteral("Ann")));
-
-        name->setText(QStringLiteral("   "));
-        ok->click();
-        name->setText(QStringLiteral(" Ann  "));
-        ok->click();
-        name->setText(QStringLiteral("Bo\n"));
-        ok->click();
-        QCOMPARE(notices(), QStringList({QStringLiteral("Please enter at least one letter in the \"Name\" field"),
-                                         QStringLiteral("Sorry.  That name is already in use."),
-                                         QStringLiteral("A name cannot contain line breaks, control characters or \"|\".")}));
+        for (const QString &name : {QStringLiteral("   "), QStringLiteral(" Ann  "), QStringLiteral("Bo\n")}) {
+            type(&dialog, "NameText", name);
+            in(&dialog, "OKButton")->click();
+        }
+        QCOMPARE(texts(), QStringList({QStringLiteral("Please enter at least one letter in the \"Name\" field"),
+                                       inUse, badCharacters}));
         QCOMPARE(store_.playerCount(), std::optional<int>(1));
         QCOMPARE(session_.currentPlayerId, qint64(0));
 
         const QString typed = QStringLiteral("Zoë \"Z\"; DROP TABLE players ");
-        name->setText(typed);
-        ok->click();
+        type(&dialog, "NameText", typed);
+        in(&dialog, "OKButton")->click();
         QCOMPARE(dialog.result(), int(QDialog::Accepted));
         QCOMPARE(session_.currentPlayerName, typed);
         QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(typed));
@@ -104,22 +113,18 @@ private slots:
     void renamesAreCheckedLikeNewNames()
     {
         QVERIFY(store_.insertPlayer(QStringLiteral(" Ann")));
-        session_.currentPlayerId = *store_.insertPlayer(QStringLiteral("Me"));
-        session_.currentPlayerName = QStringLiteral("Me");
+        startAsMe();
         UserEditDialog dialog(store_, session_, messages_, nullptr);
         QTimer::singleShot(0, [&] {
-            control<QRadioButton>(&dialog, QStringLiteral("opOperation_2"))->click();
-            auto *edit = control<QLineEdit>(&dialog, QStringLiteral("txtPlayerNameEdit"));
+            in<QRadioButton>(&dialog, "opOperation_2")->click();
             for (const QString &name : {QStringLiteral("Ann "), QStringLiteral("Me|2"), QString(31, u'm')}) {
-                edit->setText(name);
-                control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
+                type(&dialog, "txtPlayerNameEdit", name);
+                in(&dialog, "btnChangeName")->click();
             }
-            control<QPushButton>(&dialog, QStringLiteral("btnClose"))->click();
+            in(&dialog, "btnClose")->click();
         });
         dialog.dockShow();
-        QCOMPARE(notices(), QStringList({QStringLiteral("Sorry.  That name is already in use."),
-                                         QStringLiteral("A name cannot contain line breaks, control characters or \"|\"."),
-                                         QStringLiteral("Please keep the name to 30 characters or fewer.")}));
+        QCOMPARE(texts(), QStringList({inUse, badCharacters, QStringLiteral("Please keep the name to 30 characters or fewer.")}));
         QCOMPARE(session_.currentPlayerName, QStringLiteral("Me"));
         QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(QStringLiteral("Me")));
     }
@@ -128,21 +133,20 @@ private slots:
     // player, is not offered for deletion and is the one renamed.
     void playersPast16BitIdsAreTheCurrentPlayer()
     {
-        QSqlQuery query(store_.connection());
-        QVERIFY(query.exec(QStringLiteral("INSERT INTO players (id, name) VALUES (65535, 'Old')")));
+        QVERIFY(OtherConnection(dir_.filePath(QStringLiteral("t.db")))
+                    .exec({QStringLiteral("INSERT INTO players (id, name) VALUES (65535, 'Old')")}));
         NewUserDialog created(store_, session_, messages_, nullptr);
-        control<QLineEdit>(&created, QStringLiteral("NameText"))->setText(QStringLiteral("New"));
-        control<QPushButton>(&created, QStringLiteral("OKButton"))->click();
+        type(&created, "NameText", QStringLiteral("New"));
+        in(&created, "OKButton")->click();
         QCOMPARE(session_.currentPlayerId, qint64(65536));
 
         UserEditDialog dialog(store_, session_, messages_, nullptr);
         QTimer::singleShot(0, [&] {
-            QCOMPARE(listed(control<QComboBox>(&dialog, QStringLiteral("deletePlayerDrop"))),
-                     QStringList{QStringLiteral("Old")});
-            control<QRadioButton>(&dialog, QStringLiteral("opOperation_2"))->click();
-            control<QLineEdit>(&dialog, QStringLiteral("txtPlayerNameEdit"))->setText(QStringLiteral("Newer"));
-            control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
-            control<QPushButton>(&dialog, QStringLiteral("btnClose"))->click();
+            QCOMPARE(listed(in<QComboBox>(&dialog, "deletePlayerDrop")), QStringList{QStringLiteral("Old")});
+            in<QRadioButton>(&dialog, "opOperation_2")->click();
+            type(&dialog, "txtPlayerNameEdit", QStringLiteral("Newer"));
+            in(&dialog, "btnChangeName")->click();
+            in(&dialog, "btnClose")->click();
         });
         dialog.dockShow();
         QCOMPARE(store_.players(), std::optional<QList<PlayerRow>>({{65535, QStringLiteral("Old")},
@@ -156,9 +160,8 @@ private slots:
             QVERIFY(store_.insertPlayer(QString::fromUtf8(name)));
         int chosen = 0;
         UserSelectDialog dialog(store_, session_, messages_, nullptr, [&] { ++chosen; });
-        auto *drop = control<QComboBox>(&dialog, QStringLiteral("userDrop"));
-
-        QTimer::singleShot(0, [&] { control<QPushButton>(&dialog, QStringLiteral("CancelButton"))->click(); });
+        auto *drop = in<QComboBox>(&dialog, "userDrop");
+        QTimer::singleShot(0, [&] { in(&dialog, "CancelButton")->click(); });
         dialog.dockShow();
         QCOMPARE(session_.currentPlayerId, qint64(0));
         QCOMPARE(chosen, 0);
@@ -166,7 +169,7 @@ private slots:
         QTimer::singleShot(0, [&] {
             QCOMPARE(listed(drop), QStringList({QStringLiteral("Ann"), QStringLiteral("Bo 'B' Ström")}));
             drop->setCurrentIndex(1);
-            control<QPushButton>(&dialog, QStringLiteral("OKButton"))->click();
+            in(&dialog, "OKButton")->click();
         });
         dialog.dockShow();
         QCOMPARE(session_.currentPlayerId, qint64(2));
@@ -179,30 +182,26 @@ private slots:
     // its games; the Delete option goes when no other player is left.
     void managePlayers()
     {
-        session_.currentPlayerId = *store_.insertPlayer(QStringLiteral("Me"));
-        session_.currentPlayerName = QStringLiteral("Me");
+        startAsMe();
         UserEditDialog dialog(store_, session_, messages_, nullptr);
-        auto *deleteOption = control<QRadioButton>(&dialog, QStringLiteral("opOperation_1"));
-        auto *drop = control<QComboBox>(&dialog, QStringLiteral("deletePlayerDrop"));
-        auto *deleteFrame = control<QGroupBox>(&dialog, QStringLiteral("fraDeletePlayer"));
-
+        auto *deleteOption = in<QRadioButton>(&dialog, "opOperation_1");
+        auto *deleteFrame = in<QGroupBox>(&dialog, "fraDeletePlayer");
         QTimer::singleShot(0, [&] {
             QVERIFY(!deleteOption->isEnabled());
-            QVERIFY(!control<QGroupBox>(&dialog, QStringLiteral("fraCreatePlayer"))->isVisible());
-            control<QRadioButton>(&dialog, QStringLiteral("opOperation_0"))->click();
-            QVERIFY(control<QGroupBox>(&dialog, QStringLiteral("fraCreatePlayer"))->isVisible());
-            control<QLineEdit>(&dialog, QStringLiteral("txtPlayerName"))->setText(QStringLiteral("Al \"Ace\""));
-            control<QPushButton>(&dialog, QStringLiteral("btnCreatePlayer"))->click();
+            QVERIFY(!in<QGroupBox>(&dialog, "fraCreatePlayer")->isVisible());
+            in<QRadioButton>(&dialog, "opOperation_0")->click();
+            QVERIFY(in<QGroupBox>(&dialog, "fraCreatePlayer")->isVisible());
+            type(&dialog, "txtPlayerName", QStringLiteral("Al \"Ace\""));
+            in(&dialog, "btnCreatePlayer")->click();
             QCOMPARE(session_.currentPlayerName, QStringLiteral("Me"));
             QVERIFY(deleteOption->isEnabled());
-            QCOMPARE(listed(drop), QStringList{QStringLiteral("Al \"Ace\"")});
+            QCOMPARE(listed(in<QComboBox>(&dialog, "deletePlayerDrop")), QStringList{QStringLiteral("Al \"Ace\"")});
 
-            control<QRadioButton>(&dialog, QStringLiteral("opOperation_2"))->click();
-            auto *edit = control<QLineEdit>(&dialog, QStringLiteral("txtPlayerNameEdit"));
-            QCOMPARE(edit->text(), QStringLiteral("Me"));
-            control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
-            edit->setText(QStringLiteral("It's me"));
-            control<QPushButton>(&dialog, QStringLiteral("btnChangeName"))->click();
+            in<QRadioButton>(&dialog, "opOperation_2")->click();
+            QCOMPARE(in<QLineEdit>(&dialog, "txtPlayerNameEdit")->text(), QStringLiteral("Me"));
+            in(&dialog, "btnChangeName")->click();
+            type(&dialog, "txtPlayerNameEdit", QStringLiteral("It's me"));
+            in(&dialog, "btnChangeName")->click();
             QCOMPARE(session_.currentPlayerName, QStringLiteral("It's me"));
             QCOMPARE(store_.playerName(session_.currentPlayerId), std::optional<QString>(QStringLiteral("It's me")));
 
@@ -211,33 +210,25 @@ private slots:
             const qint64 target = *store_.insertStatTarget(al, 20, 1);
             QVERIFY(store_.insertStatThrow({al, target, 0, 0, 150, 0, 20, 1}));
             QVERIFY(store_.insertGame({al, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")}));
-
             deleteOption->click();
             QVERIFY(deleteFrame->isVisible());
             messages_.answers = {false, true};
-            control<QPushButton>(&dialog, QStringLiteral("btnDeletePlayer"))->click();
+            in(&dialog, "btnDeletePlayer")->click();
             QCOMPARE(store_.playerCount(), std::optional<int>(2));
-            control<QPushButton>(&dialog, QStringLiteral("btnDeletePlayer"))->click();
+            in(&dialog, "btnDeletePlayer")->click();
             QCOMPARE(store_.playerCount(), std::optional<int>(1));
-            QVERIFY(!deleteOption->isEnabled());
-            QVERIFY(!deleteOption->isChecked());
-            QVERIFY(!deleteFrame->isVisible());
-            control<QPushButton>(&dialog, QStringLiteral("btnClose"))->click();
+            QVERIFY(!deleteOption->isEnabled() && !deleteOption->isChecked() && !deleteFrame->isVisible());
+            in(&dialog, "btnClose")->click();
         });
         dialog.dockShow();
 
-        QCOMPARE(notices(), QStringList({QStringLiteral("Player \"Al \"Ace\"\" added."),
-                                         QStringLiteral("Sorry.  That name is already in use."),
-                                         QStringLiteral("Changed name to \"It's me\"."),
-                                         QStringLiteral("Delete player Al \"Ace\" and all statistics?"),
-                                         QStringLiteral("Delete player Al \"Ace\" and all statistics?")}));
+        const QString question = QStringLiteral("Delete player Al \"Ace\" and all statistics?");
+        QCOMPARE(texts(), QStringList({QStringLiteral("Player \"Al \"Ace\"\" added."), inUse,
+                                       QStringLiteral("Changed name to \"It's me\"."), question, question}));
         QCOMPARE(messages_.shown[3].title, QStringLiteral("DeleteAl \"Ace\"?"));
-        QSqlQuery query(store_.connection());
-        QVERIFY(query.exec(QStringLiteral("SELECT (SELECT count(*) FROM statstargets) + "
-                                          "(SELECT count(*) FROM statsthrows), (SELECT count(*) FROM games)")));
-        QVERIFY(query.next());
-        QCOMPARE(query.value(0).toInt(), 0);
-        QCOMPARE(query.value(1).toInt(), 1);
+        QCOMPARE(sqlRows(store_.connection(), QStringLiteral("SELECT (SELECT count(*) FROM statstargets) + (SELECT"
+                                                             " count(*) FROM statsthrows), (SELECT count(*) FROM games)")),
+                 (QList<QVariantList>{{0, 1}}));
     }
 
     // The program's questions all give something up: No is the default, so

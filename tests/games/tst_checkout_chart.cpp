@@ -1,8 +1,11 @@
+// The checkout chart: its dart codes, the advice it gives, and its repair
+// when the database holds a damaged one.
+
 #include "games/checkout_chart.h"
 
+#include "../support/sql_rows.h"
 #include "stats/stats_store.h"
 
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,16 +18,6 @@ namespace {
 DartRoute route(std::initializer_list<DartScore> darts)
 {
     return DartRoute(darts);
-}
-
-// A new database's chart after `statements` have damaged it.
-bool damage(StatsStore &store, const QStringList &statements)
-{
-    QSqlQuery query(store.connection());
-    for (const QString &statement : statements)
-        if (!query.exec(statement))
-            return false;
-    return true;
 }
 
 // The last sound row of each score, as a repair should keep it.
@@ -42,7 +35,20 @@ std::map<int, StoredChartRow> lastSoundRows(const QList<StoredChartRow> &rows)
 class TestCheckoutChart : public QObject {
     Q_OBJECT
 
+    std::unique_ptr<QTemporaryDir> dir_;
+    StatsStore store_;
+
+    // A new database whose chart another program has damaged.
+    void openDamaged(const QStringList &statements)
+    {
+        dir_ = std::make_unique<QTemporaryDir>();
+        QVERIFY2(store_.open(dir_->filePath(QStringLiteral("t.db"))), qPrintable(store_.lastError()));
+        QVERIFY(OtherConnection(dir_->filePath(QStringLiteral("t.db"))).exec(statements));
+    }
+
 private slots:
+    void cleanup() { store_.close(); }
+
     // Fields become dart pairs and a display text with a blank after each
     // comma; malformed fields are refused rather than half read.
     void parsesDartCodes()
@@ -101,24 +107,6 @@ private slots:
         QCOMPARE(chart.checkoutDarts(32, true), route({{2, 16}}));
     }
 
-    // The chart a new database is filled with is the one start-up reads back.
-    void loadsTheBundledChartFromTheDatabase()
-    {
-        QTemporaryDir dir;
-        StatsStore store(QStringLiteral("chart"));
-        QVERIFY2(store.open(dir.filePath(QStringLiteral("t.db"))), qPrintable(store.lastError()));
-        CheckoutChart chart;
-        QVERIFY(loadCheckoutChart(store, chart));
-        for (int points = 1; points <= CheckoutChart::MaxPoints; ++points)
-            QVERIFY(chart.hasRow(points));
-        QCOMPARE(chart.routeText(170, true), QStringLiteral("T20, T20, D25"));
-
-        store.close();
-        CheckoutChart untouched;
-        QVERIFY(!loadCheckoutChart(store, untouched));
-        QVERIFY(!untouched.hasRow(100));
-    }
-
     void soundRows_data()
     {
         QTest::addColumn<int>("points");
@@ -159,38 +147,26 @@ private slots:
         QTest::addColumn<QStringList>("statements");
         QTest::addColumn<int>("replaced");
         QTest::addColumn<int>("surplus");
-        auto rows = [](std::initializer_list<const char *> list) {
-            QStringList statements;
-            for (const char *statement : list)
-                statements.append(QString::fromLatin1(statement));
-            return statements;
-        };
         QTest::newRow("whole") << QStringList() << 0 << 0;
         QTest::newRow("garbage fields")
-            << rows({"UPDATE outchart SET singleout = 'banana', doubleout = 'T20;;'"
-                     " WHERE points IN (20, 99)"})
+            << QStringList{"UPDATE outchart SET singleout = 'banana', doubleout = 'T20;;' WHERE points IN (20, 99)"}
             << 2 << 0;
-        QTest::newRow("missing rows")
-            << rows({"DELETE FROM outchart WHERE points IN (1, 57, 180)"}) << 3 << 0;
+        QTest::newRow("missing rows") << QStringList{"DELETE FROM outchart WHERE points IN (1, 57, 180)"} << 3 << 0;
         QTest::newRow("wrong sums and a single to finish")
-            << rows({"UPDATE outchart SET doubleout = 'T20,D10' WHERE points = 100",
-                     "UPDATE outchart SET doubleout = 'T20,S20' WHERE points = 80"})
+            << QStringList{"UPDATE outchart SET doubleout = 'T20,D10' WHERE points = 100",
+                           "UPDATE outchart SET doubleout = 'T20,S20' WHERE points = 80"}
             << 2 << 0;
-        QTest::newRow("finishes emptied")
-            << rows({"UPDATE outchart SET doubleout = '' WHERE points BETWEEN 2 AND 40"}) << 39 << 0;
-        QTest::newRow("points no score")
-            << rows({"UPDATE outchart SET points = 'x' WHERE points = 33",
-                     "UPDATE outchart SET points = 0 WHERE points = 34",
-                     "UPDATE outchart SET points = 33.5 WHERE points = 35"})
-            << 3 << 3;
-        QTest::newRow("a score twice")
-            << rows({"INSERT INTO outchart VALUES (60, 'T20', 'S20,D20')",
-                     "INSERT INTO outchart VALUES (61, 'oops', '')"})
-            << 0 << 2;
+        QTest::newRow("points no score") << QStringList{"UPDATE outchart SET points = 'x' WHERE points = 33",
+                                                        "UPDATE outchart SET points = 0 WHERE points = 34",
+                                                        "UPDATE outchart SET points = 33.5 WHERE points = 35"}
+                                         << 3 << 3;
+        QTest::newRow("a score twice") << QStringList{"INSERT INTO outchart VALUES (60, 'T20', 'S20,D20')",
+                                                      "INSERT INTO outchart VALUES (61, 'oops', '')"}
+                                       << 0 << 2;
         QTest::newRow("own sound routes kept")
-            << rows({"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"}) << 0 << 0;
+            << QStringList{"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"} << 0 << 0;
         QTest::newRow("every row garbage")
-            << rows({"UPDATE outchart SET singleout = '?', doubleout = '?'"}) << 180 << 0;
+            << QStringList{"UPDATE outchart SET singleout = '?', doubleout = '?'"} << 180 << 0;
     }
 
     // The sound rows stay as they are (same rowid, same text); every other
@@ -199,20 +175,15 @@ private slots:
     void damagedChartIsMended()
     {
         QFETCH(QStringList, statements);
-        QTemporaryDir dir;
-        StatsStore store(QStringLiteral("mend"));
-        QVERIFY2(store.open(dir.filePath(QStringLiteral("t.db"))), qPrintable(store.lastError()));
-        QVERIFY(damage(store, statements));
-        const std::map<int, StoredChartRow> soundBefore = lastSoundRows(*store.storedOutchartRows());
-
+        openDamaged(statements);
+        const std::map<int, StoredChartRow> soundBefore = lastSoundRows(*store_.storedOutchartRows());
         CheckoutChart chart;
-        const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store, chart);
-        QVERIFY(report);
+        const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store_, chart);
+        QVERIFY(report && report->saved);
         QTEST(report->replaced, "replaced");
         QTEST(report->surplus, "surplus");
-        QVERIFY(report->saved);
 
-        const QList<StoredChartRow> after = *store.storedOutchartRows();
+        const QList<StoredChartRow> after = *store_.storedOutchartRows();
         const QList<ChartRow> bundled = bundledChartRows();
         QCOMPARE(after.size(), bundled.size());
         for (const StoredChartRow &row : after) {
@@ -226,32 +197,24 @@ private slots:
             }
             QCOMPARE(chart.routeText(points, true), dartCodesText(*parseDartCodes(row.row.doubleOut)));
         }
-
         CheckoutChart again;
-        QVERIFY(!loadRepairedCheckoutChart(store, again)->repaired());
+        QVERIFY(!loadRepairedCheckoutChart(store_, again)->repaired());
     }
 
     // A repair the database refuses is written not at all, and the chart in
     // memory is mended all the same.
     void unsavedRepairStillMendsTheChartInMemory()
     {
-        QTemporaryDir dir;
-        StatsStore store(QStringLiteral("locked"));
-        QVERIFY2(store.open(dir.filePath(QStringLiteral("t.db"))), qPrintable(store.lastError()));
-        QVERIFY(damage(store, {QStringLiteral("UPDATE outchart SET doubleout = 'x' WHERE points = 100"),
-                               QStringLiteral("DELETE FROM outchart WHERE points = 57"),
-                               QStringLiteral("CREATE TRIGGER refuse BEFORE INSERT ON outchart"
-                                              " BEGIN SELECT RAISE(ABORT, 'refused'); END")}));
-        const QList<ChartRow> damaged = *store.outchartRows();
-
+        openDamaged({"UPDATE outchart SET doubleout = 'x' WHERE points = 100", "DELETE FROM outchart WHERE points = 57",
+                     "CREATE TRIGGER refuse BEFORE INSERT ON outchart BEGIN SELECT RAISE(ABORT, 'refused'); END"});
+        const QList<ChartRow> damaged = *store_.outchartRows();
         CheckoutChart chart;
-        const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store, chart);
-        QVERIFY(report);
-        QVERIFY(!report->saved);
+        const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store_, chart);
+        QVERIFY(report && !report->saved);
         QVERIFY2(report->error.contains(QStringLiteral("refused")), qPrintable(report->error));
         QCOMPARE(report->replaced, 2);
         // The removal of the broken row went back with the refused insert.
-        QCOMPARE(*store.outchartRows(), damaged);
+        QCOMPARE(*store_.outchartRows(), damaged);
         QCOMPARE(chart.routeText(100, true), QStringLiteral("T20, D20"));
         QCOMPARE(chart.routeText(57, true), QStringLiteral("S17, D20"));
     }

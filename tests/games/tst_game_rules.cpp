@@ -37,12 +37,10 @@ private slots:
         QFETCH(int, remaining);
         QFETCH(bool, doubledIn);
         QFETCH(int, left);
-        QFETCH(int, dealtWith);
-        QFETCH(bool, doublesIn);
         const X01Set scored = scoreX01Set(set(darts), remaining, doubledIn);
         QCOMPARE(scored.remaining, left);
-        QCOMPARE(scored.darts.size(), dealtWith);
-        QCOMPARE(scored.doubledIn, doublesIn);
+        QTEST(int(scored.darts.size()), "dealtWith");
+        QTEST(scored.doubledIn, "doublesIn");
         QCOMPARE(scored.turnPoints, remaining - left);
     }
 

@@ -86,8 +86,7 @@ private slots:
         QFETCH(double, distance2);
         QFETCH(bool, cms);
         QFETCH(int, tieWinner);
-        QFETCH(int, first);
-        QCOMPARE(corkFirstThrower(distance1, distance2, cms, tieWinner), first);
+        QTEST(corkFirstThrower(distance1, distance2, cms, tieWinner), "first");
     }
 
     // What the cork shows: names or "My"/"Your", and the computer's verdict
@@ -120,13 +119,10 @@ private slots:
     void recordedTargets()
     {
         QFETCH(QString, area);
-        QFETCH(int, number);
-        QFETCH(int, ring);
-        QFETCH(BoardPoint, aim);
         const RecordedTarget target = recordedTarget(scoreOf(area));
-        QCOMPARE(target.number, number);
-        QCOMPARE(target.ring, ring);
-        QCOMPARE(target.aim, aim);
+        QTEST(target.number, "number");
+        QTEST(target.ring, "ring");
+        QTEST(target.aim, "aim");
     }
 
     void hitSounds_data()
@@ -157,12 +153,10 @@ private slots:
         QFETCH(QString, dart);
         QFETCH(QString, target);
         QFETCH(int, otherMarks);
-        QFETCH(int, x01);
-        QFETCH(int, cricket);
-        QCOMPARE(cue(x01HitCue(scoreOf(dart), scoreOf(target))), x01);
+        QTEST(cue(x01HitCue(scoreOf(dart), scoreOf(target))), "x01");
         CricketRow other{};
         other.fill(otherMarks);
-        QCOMPARE(cue(cricketHitCue(scoreOf(dart), other)), cricket);
+        QTEST(cue(cricketHitCue(scoreOf(dart), other)), "cricket");
     }
 
     // A set's line in the score column, and the turn's prompt with its advice.
@@ -202,30 +196,12 @@ private slots:
     void resultRows()
     {
         QFETCH(GameEnd, end);
-        QFETCH(QString, result);
-        QFETCH(int, points);
-        QFETCH(int, bestSet);
-        QFETCH(int, outSet);
         const GameResult row = gameResultRow(end);
-        QCOMPARE(row.result, result);
-        QCOMPARE(row.points, points);
-        QCOMPARE(row.bestSet, bestSet);
-        QCOMPARE(row.outSet, outSet);
+        QTEST(row.result, "result");
+        QTEST(row.points, "points");
+        QTEST(row.bestSet, "bestSet");
+        QTEST(row.outSet, "outSet");
         QCOMPARE(row.throws, end.localThrows);
-    }
-
-    // The tallies keep the highest out and the shortest leg of the wins.
-    void talliesOfAnOpponent()
-    {
-        LocalTallies tallies;
-        tallies.countGame(true, 40, 21);
-        tallies.countGame(true, 100, 15);
-        tallies.countGame(true, 60, 18);
-        tallies.countGame(false, 170, 9);
-        QCOMPARE(tallies.localWins, 3);
-        QCOMPARE(tallies.localLosses, 1);
-        QCOMPARE(tallies.localBestOut, 100);
-        QCOMPARE(tallies.localBestLeg, 15);
     }
 
     // Alert titles come from their own list, one draw each.
@@ -254,7 +230,6 @@ private slots:
                  (QList<bool>{false, true, true, false, false, false, false}));
     }
 };
-
 
 QTEST_GUILESS_MAIN(TestPlayRules)
 #include "tst_play_rules.moc"

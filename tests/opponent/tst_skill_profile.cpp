@@ -1,5 +1,6 @@
 // The skill profiles: the fixed levels and the "You" profile cut from the
-// player's recorded distances.
+// player's recorded distances. Wild darts and the widest band's cut at three
+// times the average are checked through the review frame (tst_main_window).
 
 #include "opponent/skill_profile.h"
 
@@ -49,7 +50,10 @@ private slots:
         QCOMPARE(master.skillRadii[0], (DistanceBand{0, 0.25 * 202 / 6.5}));
         QCOMPARE(master.skillRadii[3].high, 1.5 * 202 / 6.5);
         QCOMPARE(master.wildness, 0.005);
-        QCOMPARE(fixedSkillProfile(SkillLevel::BPlayer).skillRadii[3].high, 3.0 * 202 / 6.5);
+        const SkillProfile bPlayer = fixedSkillProfile(SkillLevel::BPlayer);
+        QCOMPARE(bPlayer.skillRadii[3].high, 3.0 * 202 / 6.5);
+        // Two of the four equally likely bands end at 1.5": the median.
+        QCOMPARE(bPlayer.skillRadii[1].high, 1.5 * 202 / 6.5);
         QCOMPARE(fixedSkillProfile(SkillLevel::APlayer).wildness, 0.02);
     }
 
@@ -147,22 +151,6 @@ private slots:
             QCOMPARE((*store_->targetCounts(player_))[0][1], 252);
         }
         QCOMPARE(store_->playerReads(), reads + 4);
-    }
-
-    // Far darts are wild, and the widest band stops at three times the
-    // average distance however far they went.
-    void wildDartsAndTheWidestBandCut()
-    {
-        for (int d = 1; d <= 196; ++d)
-            practiceDart(d / 10.0);
-        for (double far : {400.0, 500.0, 600.0, 700.0})
-            gameDart(far);
-        SkillProfileState state;
-        QVERIFY(buildSkillProfile(state, SkillLevel::You, 0, *store_, player_));
-        const double average = (196 * 197 / 20.0 + 2200) / 200;
-        QCOMPARE(state.profile.skillRadii[3].high, 3 * average);
-        QCOMPARE(state.profile.skillRadii[3].low, 15.1); // the 50th farthest
-        QCOMPARE(state.profile.wildness, 4 / 200.0);
     }
 
     // Practice and game darts are counted under the area they were aimed

