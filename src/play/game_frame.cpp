@@ -206,8 +206,7 @@ void GameFrame::buildOptions(QVBoxLayout *layout)
 void GameFrame::buildCricketScore(QVBoxLayout *layout)
 {
     fraCricketScore = frame("fraCricketScore", QStringLiteral("Cricket Score"), this);
-    auto *marks = new QGridLayout(fraCricketScore);
-    marks->setContentsMargins(6, 2, 6, 4);
+    auto *marks = compact(new QGridLayout(fraCricketScore), 6);
     marks->setVerticalSpacing(1);
     player1Text = nameLabel(QStringLiteral("Player1Text"), fraCricketScore, QStringLiteral("Computer"));
     player2Text = nameLabel(QStringLiteral("Player2Text"), fraCricketScore);
@@ -248,8 +247,7 @@ void GameFrame::buildCricketScore(QVBoxLayout *layout)
 void GameFrame::build01Score(QVBoxLayout *layout)
 {
     fra01Score = frame("fra01Score", QStringLiteral("501 Score"), this);
-    auto *board = new QGridLayout(fra01Score);
-    board->setContentsMargins(6, 2, 6, 4);
+    auto *board = compact(new QGridLayout(fra01Score), 6);
     board->setVerticalSpacing(2);
     player1Text01 = nameLabel(QStringLiteral("Player1Text01"), fra01Score, QStringLiteral("Computer"));
     player2Text01 = nameLabel(QStringLiteral("Player2Text01"), fra01Score);
