@@ -1,42 +1,52 @@
 #pragma once
 
-// Practice mode on the board: each click marks the next of three darts with
-// its read-outs (distance and angle from the practice target, the score), and
-// the third asks for the set to be confirmed; markers may then be dragged.
+// Practice mode: the Go button opens a set at the chosen (or a random) target
+// and writes its target row, each click on the board marks the next of three
+// darts with its read-outs, the third dart (and every drag after it) shows how
+// the darts are grouped, and "Confirm Darts" writes the darts and refreshes
+// the running totals. A count-down or count-up opens its next set at once.
 
 #include "board/board_input.h"
+#include "practice/practice_rules.h"
 
 #include <QObject>
 
+class QWidget;
+
 namespace tavrix {
 
+class Messages;
 class PracticeFrame;
 class SoundOut;
+class StatsStore;
 struct Session;
-
-// Where practice stands: the target and the sequences round the board.
-struct PracticeState {
-    // Aiming point of the practice target, board units.
-    BoardPoint target;
-    // The next number of a count-down and a count-up.
-    int countdownNext = 21;
-    int countupNext = 1;
-    bool countdownActive = false;
-    bool countupActive = false;
-};
 
 class PracticeController : public QObject, public BoardController {
     Q_OBJECT
 
 public:
-    PracticeController(Session &session, SoundOut &sounds, BoardInput &board, PracticeFrame &frame,
-                       QObject *parent = nullptr);
+    struct Context {
+        Session &session;
+        StatsStore &store;
+        SoundOut &sounds;
+        Messages &messages;
+        BoardInput &board;
+        PracticeFrame &frame;
+        QWidget *window;
+    };
+    explicit PracticeController(const Context &context, QObject *parent = nullptr);
 
     PracticeState &state() { return state_; }
-    // Practice mode is entered: no darts marked, no sequence running.
+    // Any mode is entered: no darts marked, no sequence running.
     void enter();
+    // Practice mode is entered: no set open, the running totals shown.
+    void begin();
     // The dart dropped last.
     int dragPipIndex() const { return dragPipIndex_; }
+
+    void goButtonClick();
+    void updateRunningStats();
+    void doAverageDist();
 
     void pointerOver(const PointerSpot &spot) override;
     void pointerLeft() override;
@@ -45,16 +55,25 @@ public:
     void markerDropped(MarkerSet set, int index, BoardPoint at, QPointF pixel) override;
 
 signals:
-    // The three darts of a set are marked, or one of them moved afterwards.
-    void setMarked();
+    // A sequence was quit: practice mode starts afresh.
+    void reenterRequested();
 
 private:
+    void openSet();
+    void confirmSet();
+    void quitSequence();
+    void setListsEnabled(bool enabled);
+    void showAtRest();
     void readout(int row, BoardPoint pointer);
+    void reportStoreError();
 
     Session &session_;
+    StatsStore &store_;
     SoundOut &sounds_;
+    Messages &messages_;
     BoardInput &board_;
     PracticeFrame &frame_;
+    QWidget *window_;
     PracticeState state_;
     int dragPipIndex_ = 0;
 };

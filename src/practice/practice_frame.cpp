@@ -77,31 +77,34 @@ PracticeFrame::PracticeFrame(QWidget *parent)
         grid->addWidget(angleText[i], i + 1, 2);
         grid->addWidget(scoreText[i], i + 1, 3);
     }
-    const std::pair<const char *, const char *> measures[] = {
-        {"3-Dart avg. dist:", "avgDistText"},
-        {"Geom. Avg. dist:", "geomDistText"},
-        {"Grouping dist:", "groupingDistText"}};
+    const std::tuple<const char *, const char *, QLabel **> measures[] = {
+        {"3-Dart avg. dist:", "avgDistText", &avgDistText},
+        {"Geom. Avg. dist:", "geomDistText", &geomDistText},
+        {"Grouping dist:", "groupingDistText", &groupingDistText}};
     int row = 4;
-    for (const auto &[caption, name] : measures) {
+    for (const auto &[caption, name, label] : measures) {
+        *label = valueLabel(QString::fromLatin1(name), results);
         grid->addWidget(new QLabel(QString::fromLatin1(caption), results), row, 0, 1, 2);
-        grid->addWidget(valueLabel(QString::fromLatin1(name), results), row++, 2, 1, 2);
+        grid->addWidget(*label, row++, 2, 1, 2);
     }
+    frame1_ = results;
     layout->addWidget(results);
 
     auto *totals = new QGroupBox(QStringLiteral("Running Totals"), this);
     totals->setObjectName(QStringLiteral("Frame2"));
     auto *totalsForm = compact(new QFormLayout(totals), 2);
-    const std::pair<const char *, const char *> figures[] = {
-        {"Pct. all targets hit:", "PctAllHitText"},
-        {"Pct. this target hit:", "PctThisHitText"},
-        {"Avg. dist. to any target:", "AvgDistAnyText"},
-        {"Avg. dist. to this target:", "AvgDistThisText"},
-        {"Pct. \"Anys\" hit:", "pctAnysHitText"},
-        {"Pct. doubles hit:", "PctDoublesHitText"},
-        {"Pct. triples hit:", "PctTriplesHitText"}};
-    for (const auto &[caption, name] : figures)
-        totalsForm->addRow(QString::fromLatin1(caption),
-                           valueLabel(QString::fromLatin1(name), totals));
+    const std::tuple<const char *, const char *, QLabel **> figures[] = {
+        {"Pct. all targets hit:", "PctAllHitText", &pctAllHitText},
+        {"Pct. this target hit:", "PctThisHitText", &pctThisHitText},
+        {"Avg. dist. to any target:", "AvgDistAnyText", &avgDistAnyText},
+        {"Avg. dist. to this target:", "AvgDistThisText", &avgDistThisText},
+        {"Pct. \"Anys\" hit:", "pctAnysHitText", &pctAnysHitText},
+        {"Pct. doubles hit:", "PctDoublesHitText", &pctDoublesHitText},
+        {"Pct. triples hit:", "PctTriplesHitText", &pctTriplesHitText}};
+    for (const auto &[caption, name, label] : figures) {
+        *label = valueLabel(QString::fromLatin1(name), totals);
+        totalsForm->addRow(QString::fromLatin1(caption), *label);
+    }
     layout->addWidget(totals);
     layout->addStretch();
 }

@@ -29,9 +29,24 @@ public:
     std::array<QLabel *, 3> rdisttext{};
     std::array<QLabel *, 3> angleText{};
     std::array<QLabel *, 3> scoreText{};
+    // How the set's darts lie: mean distance to the target, the distance of
+    // their centre, their spread about that centre.
+    QLabel *avgDistText = nullptr;
+    QLabel *geomDistText = nullptr;
+    QLabel *groupingDistText = nullptr;
+    // The running totals.
+    QLabel *pctAllHitText = nullptr;
+    QLabel *pctThisHitText = nullptr;
+    QLabel *avgDistAnyText = nullptr;
+    QLabel *avgDistThisText = nullptr;
+    QLabel *pctAnysHitText = nullptr;
+    QLabel *pctDoublesHitText = nullptr;
+    QLabel *pctTriplesHitText = nullptr;
+    QGroupBox *setResults() const { return frame1_; }
 
 private:
     QGroupBox *frame3_ = nullptr;
+    QGroupBox *frame1_ = nullptr;
     QComboBox *ringDrop_ = nullptr;
     QComboBox *scoreDrop_ = nullptr;
     QPushButton *goButton_ = nullptr;

@@ -175,7 +175,10 @@ void Darts::buildFrames()
                                this);
     new PlayKeys(*gameFrame_, this);
     gameChoices_ = new GameChoices(*gameFrame_, this);
-    practice_ = new PracticeController(session_, program_.sounds(), *boardInput_, *practiceFrame_, this);
+    practice_ = new PracticeController({session_, program_.store(), program_.sounds(), program_.messages(),
+                                        *boardInput_, *practiceFrame_, this},
+                                       this);
+    connect(practice_, &PracticeController::reenterRequested, this, [this] { switchMode(Mode::Practice); });
     review_ = new ReviewController(*boardInput_, this);
 }
 
@@ -211,6 +214,7 @@ void Darts::switchMode(Mode mode)
         practiceFrame_->generalText()->setText(QStringLiteral("Click \"Go\" to begin"));
         practiceFrame_->show();
         practiceFrame_->setEnabled(true);
+        practice_->begin();
         break;
     case Mode::Play:
         boardInput_->setController(play_);

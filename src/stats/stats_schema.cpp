@@ -84,6 +84,52 @@ constexpr const char *schemaStatements[] = {
     "CREATE INDEX IF NOT EXISTS statsthrows_player ON statsthrows (players_id)",
 };
 
+// A player's sums count the darts of the player's targets and the darts the
+// player threw at them, so a change to a dart drops the sums of both the
+// thrower and the target's owner. A new target drops nothing unless darts
+// already point at its id.
+constexpr const char *practiceSumsStatements[] = {
+    "CREATE TABLE IF NOT EXISTS practicesums ("
+    " players_id INTEGER PRIMARY KEY,"
+    " lasttarget INTEGER,"
+    " distcount INTEGER,"
+    " distsum DOUBLE)",
+
+    "CREATE TABLE IF NOT EXISTS practicetargetsums ("
+    " players_id INTEGER,"
+    " targetValue INTEGER,"
+    " targetRing INTEGER,"
+    " throws INTEGER,"
+    " hits INTEGER,"
+    " distcount INTEGER,"
+    " distsum DOUBLE)",
+
+    "CREATE INDEX IF NOT EXISTS practicetargetsums_player ON practicetargetsums (players_id)",
+
+    "CREATE TRIGGER IF NOT EXISTS practicesums_throw_added AFTER INSERT ON statsthrows BEGIN"
+    " DELETE FROM practicesums WHERE players_id = NEW.players_id"
+    " OR players_id = (SELECT players_id FROM statstargets WHERE id = NEW.statstargets_id); END",
+
+    "CREATE TRIGGER IF NOT EXISTS practicesums_throw_removed AFTER DELETE ON statsthrows BEGIN"
+    " DELETE FROM practicesums WHERE players_id = OLD.players_id"
+    " OR players_id = (SELECT players_id FROM statstargets WHERE id = OLD.statstargets_id); END",
+
+    "CREATE TRIGGER IF NOT EXISTS practicesums_throw_changed AFTER UPDATE ON statsthrows BEGIN"
+    " DELETE FROM practicesums WHERE players_id IN (OLD.players_id, NEW.players_id)"
+    " OR players_id = (SELECT players_id FROM statstargets WHERE id = OLD.statstargets_id)"
+    " OR players_id = (SELECT players_id FROM statstargets WHERE id = NEW.statstargets_id); END",
+
+    "CREATE TRIGGER IF NOT EXISTS practicesums_target_added AFTER INSERT ON statstargets"
+    " WHEN EXISTS (SELECT 1 FROM statsthrows WHERE statstargets_id = NEW.id) BEGIN"
+    " DELETE FROM practicesums WHERE players_id = NEW.players_id; END",
+
+    "CREATE TRIGGER IF NOT EXISTS practicesums_target_removed AFTER DELETE ON statstargets BEGIN"
+    " DELETE FROM practicesums WHERE players_id = OLD.players_id; END",
+
+    "CREATE TRIGGER IF NOT EXISTS practicesums_target_changed AFTER UPDATE ON statstargets BEGIN"
+    " DELETE FROM practicesums WHERE players_id IN (OLD.players_id, NEW.players_id); END",
+};
+
 // Empty fields are stored as empty text, never as NULL.
 QString textOrEmpty(const QString &text)
 {
@@ -145,6 +191,23 @@ QString checkOwnDatabase(QSqlDatabase &db)
         if (!tables.contains(QLatin1String(own)))
             return QStringLiteral("it holds tables of another program; Tavrix leaves it as it is");
     }
+    return {};
+}
+
+QString ensurePracticeSums(QSqlDatabase &db)
+{
+    if (!db.transaction())
+        return db.lastError().text();
+    QSqlQuery query(db);
+    for (const char *statement : practiceSumsStatements) {
+        if (!query.exec(QString::fromLatin1(statement))) {
+            const QString error = failure(query);
+            db.rollback();
+            return error;
+        }
+    }
+    if (!db.commit())
+        return db.lastError().text();
     return {};
 }
 

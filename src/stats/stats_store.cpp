@@ -35,14 +35,14 @@ QString describeDatabaseError(const QSqlError &error)
     return error.text();
 }
 
-namespace {
-
 // x and y are single-precision values; storing them through a float keeps what
 // a reader gets back identical to what a single column would hold.
-double singlePrecision(double value)
+double storedCoordinate(double value)
 {
     return static_cast<double>(static_cast<float>(value));
 }
+
+namespace {
 
 std::optional<qint64> idFrom(const QSqlQuery &query)
 {
@@ -131,8 +131,8 @@ bool StatsStore::open(const QString &path)
                 error = describeDatabaseError(pragma.lastError());
             else if (!pragma.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
                 error = pragma.lastError().text();
-            else
-                error = ensureSchema(db);
+            else if (error = ensureSchema(db); error.isEmpty())
+                ensurePracticeSums(db);
         }
     }
     if (!error.isEmpty()) {
@@ -234,8 +234,8 @@ bool StatsStore::insertGameDart(const GameDart &dart)
     query->addBindValue(dart.playerId);
     query->addBindValue(dart.setSeq);
     query->addBindValue(dart.dartSeq);
-    query->addBindValue(singlePrecision(dart.x));
-    query->addBindValue(singlePrecision(dart.y));
+    query->addBindValue(storedCoordinate(dart.x));
+    query->addBindValue(storedCoordinate(dart.y));
     query->addBindValue(dart.dist);
     query->addBindValue(dart.score);
     query->addBindValue(dart.ring);
@@ -274,8 +274,8 @@ bool StatsStore::insertStatThrow(const PracticeDart &dart)
     query->addBindValue(dart.playerId);
     query->addBindValue(dart.targetId);
     query->addBindValue(dart.seq);
-    query->addBindValue(singlePrecision(dart.x));
-    query->addBindValue(singlePrecision(dart.y));
+    query->addBindValue(storedCoordinate(dart.x));
+    query->addBindValue(storedCoordinate(dart.y));
     query->addBindValue(dart.dist);
     query->addBindValue(dart.score);
     query->addBindValue(dart.ring);

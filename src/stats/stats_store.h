@@ -7,6 +7,7 @@
 
 #include "stats/game_codes.h"
 #include "stats/outchart_data.h"
+#include "stats/practice_sums.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -14,6 +15,7 @@
 #include <QString>
 
 #include <array>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -195,6 +197,19 @@ public:
     int playerReads() const { return playerReads_; }
     std::optional<ChangeStamp> changeStamp();
 
+    // The practice sums kept for the player; none when none are kept (never
+    // built, or dropped because darts or targets changed since) or they
+    // cannot be read.
+    std::optional<PracticeSums> keptPracticeSums(qint64 playerId);
+    // Keeps the player's sums in place of the old ones, inside the caller's
+    // transaction: all of them, or the player's figures and those of one
+    // target only.
+    bool keepPracticeSums(qint64 playerId, const PracticeSums &sums);
+    bool keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target);
+    // Every dart of the player's practice targets, by target id and then by
+    // dart id: one read of the player's practice darts.
+    bool readPracticeDarts(qint64 playerId, const std::function<void(const PracticeDartRow &)> &take);
+
     // Writes grouped in one transaction: begin, write, commit. A batch that is
     // not committed is rolled back when it goes out of scope.
     class Batch {
@@ -244,6 +259,9 @@ private:
     struct PreparedStatements;
     std::unique_ptr<PreparedStatements> statements_;
 };
+
+// A dart's x or y as the database keeps it: a single-precision value.
+double storedCoordinate(double value);
 
 // What a database error means, in words a user understands.
 QString describeDatabaseError(const QSqlError &error);

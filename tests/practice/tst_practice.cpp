@@ -1,0 +1,188 @@
+// Practice mode through the whole program: sets at chosen targets, the
+// read-outs and grouping of a set, the running totals, a count-down, and a
+// statistics file that cannot be written.
+
+#include "../support/program_test.h"
+#include "board/dart_marker.h"
+#include "practice/practice_controller.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+
+using namespace tavrix;
+
+class TestPractice : public ProgramTest {
+    Q_OBJECT
+
+    QPushButton *go() const { return control<QPushButton>("goButton"); }
+    void choose(const char *list, const QString &item)
+    {
+        auto *box = control<QComboBox>(list);
+        const int index = box->findText(item);
+        QVERIFY2(index >= 0, qPrintable(item));
+        box->setCurrentIndex(index);
+    }
+    void clickGo(const QString &caption)
+    {
+        QCOMPARE(go()->text(), caption);
+        QVERIFY(go()->isEnabled());
+        QTest::mouseClick(go(), Qt::LeftButton);
+    }
+    QStringList totals() const
+    {
+        QStringList texts;
+        for (const char *name : {"PctAllHitText", "PctThisHitText", "AvgDistAnyText", "AvgDistThisText",
+                                 "pctAnysHitText", "PctDoublesHitText", "PctTriplesHitText"})
+            texts << text(name);
+        return texts;
+    }
+    QStringList measures() const
+    {
+        return {text("avgDistText"), text("geomDistText"), text("groupingDistText")};
+    }
+
+private slots:
+    void init()
+    {
+        startProgram();
+        program_->session().random.seed(11);
+        action("mnuModePractice")->trigger();
+    }
+    void cleanup() { program_.reset(); }
+
+    // Double 20 hit once in three darts: the target row at Go, unknown
+    // measures until the third dart, the grouping of the three, the darts
+    // with their practice scores at "Confirm Darts", and the totals.
+    void aSetAtDoubleTwenty()
+    {
+        const QString na = QStringLiteral("N/A");
+        QCOMPARE(totals(), QStringList(7, na));
+        choose("RingDrop", QStringLiteral("Double"));
+        choose("ScoreDrop", QStringLiteral("20"));
+        clickGo(QStringLiteral("Go"));
+        QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for Double 20"));
+        QCOMPARE(go()->text(), QStringLiteral("Confirm Darts"));
+        QVERIFY(!go()->isEnabled());
+        QVERIFY(!control<QGroupBox>("Frame3")->isEnabled());
+        QCOMPARE(rows(QStringLiteral("SELECT players_id, targetValue, targetRing FROM statstargets")),
+                 (QList<QVariantList>{{1, 20, 2}}));
+        QCOMPARE(totals(), QStringList(7, na));
+
+        throwDarts({"D20", "S20"});
+        QCOMPARE(measures(), QStringList(3, QStringLiteral("??")));
+        throwDarts({"M"});
+        QCOMPARE(text("GeneralText"), QStringLiteral("Adjust Darts and \"Confirm\""));
+        // Darts at 196, 150 and 240 units up, aimed at 196: 0, 46 and 44
+        // units away, 30 on average; their centre 2/3 of a unit above the
+        // aim; 30.22 units from it on average.
+        QCOMPARE(measures(), (QStringList{QStringLiteral("0.965\""), QStringLiteral("0.021\""),
+                                          QStringLiteral("0.972\"")}));
+        QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "splat.wav:wait", "splat.wav:wait"}));
+
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Darts Confirmed."));
+        QCOMPARE(messages_.shown.last().title, QStringLiteral("Thank You"));
+        QCOMPARE(go()->text(), QStringLiteral("Go"));
+        QCOMPARE(text("GeneralText"), QStringLiteral("Click \"Go\" to begin"));
+        QVERIFY(control<QComboBox>("ScoreDrop")->isEnabled());
+        QVERIFY(!window()->boardInput()->pips()[0]->isVisible());
+        QCOMPARE(rows(QStringLiteral("SELECT players_id, statstargets_id, seq, x, y, round(dist, 9),"
+                                     " score, ring FROM statsthrows ORDER BY id")),
+                 (QList<QVariantList>{{1, 1, 0, 0.0, 196.0, 0.0, 20, 2},
+                                      {1, 1, 1, 0.0, 150.0, 46.0, 20, 1},
+                                      {1, 1, 2, 0.0, 240.0, 44.0, 0, -999}}));
+        QCOMPARE(totals(), (QStringList{QStringLiteral("33.33%"), QStringLiteral("33.33"), QStringLiteral("0.965\""),
+                                        QStringLiteral("0.965\""), na, QStringLiteral("33.33%"), na}));
+        QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM practicesums")), (QList<QVariantList>{{1}}));
+
+        // A dart on the wire between the 20 and the 1 bounces out.
+        clickGo(QStringLiteral("Go"));
+        sounds_.played.clear();
+        throwDarts({"T20"});
+        QTest::mouseClick(control<BoardPicture>("Picture1"), Qt::LeftButton, {},
+                          BoardPicture::pictureFromBoard({23, 148}).toPoint());
+        QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "boing2.wav:wait"}));
+    }
+
+    // A count-down at trebles: the bull first, then 20 and 19, each set
+    // opening as soon as the last is confirmed; quitting leaves the open
+    // set's target row without darts and starts afresh.
+    void aCountDownAndItsQuit()
+    {
+        choose("RingDrop", QStringLiteral("Triple!"));
+        choose("ScoreDrop", QStringLiteral("-- Count Down  --"));
+        clickGo(QStringLiteral("Go"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Starting countdown with bull"));
+        QCOMPARE(messages_.shown.last().title, QStringLiteral("Starting Countdown"));
+        QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for Any 25 or Bull"));
+        const QString quit = QStringLiteral("Quit\nCount\nDown");
+        QCOMPARE(go()->text(), quit);
+        QVERIFY(control<QGroupBox>("Frame3")->isEnabled());
+
+        throwDarts({"OB", "B", "S20"});
+        const int shown = messages_.shown.size();
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.shown.size(), shown);
+        QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for Triple 20"));
+        QCOMPARE(go()->text(), quit);
+        QCOMPARE(text("pctAnysHitText"), QStringLiteral("33.33%"));
+        QCOMPARE(text("PctThisHitText"), QStringLiteral("N/A"));
+        throwDarts({"T20", "T20", "S20"});
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for Triple 19"));
+        QCOMPARE(text("PctTriplesHitText"), QStringLiteral("66.66%"));
+
+        clickGo(quit);
+        QCOMPARE(go()->text(), QStringLiteral("Go"));
+        QCOMPARE(text("GeneralText"), QStringLiteral("Click \"Go\" to begin"));
+        QVERIFY(!control<BoardPicture>("Picture1")->isEnabled());
+        QCOMPARE(rows(QStringLiteral("SELECT ta.targetValue, ta.targetRing, count(th.id) FROM statstargets ta"
+                                     " LEFT JOIN statsthrows th ON th.statstargets_id = ta.id"
+                                     " GROUP BY ta.id ORDER BY ta.id")),
+                 (QList<QVariantList>{{25, 1, 3}, {20, 3, 3}, {19, 3, 0}}));
+        QCOMPARE(rows(QStringLiteral("SELECT score, ring FROM statsthrows WHERE statstargets_id = 1 ORDER BY seq")),
+                 (QList<QVariantList>{{25, 1}, {50, 1}, {20, 1}}));
+        clickGo(QStringLiteral("Go"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Starting countdown with bull"));
+
+        // Leaving practice with a set open ends it.
+        action("mnuModeReview")->trigger();
+        action("mnuModePractice")->trigger();
+        QCOMPARE(go()->text(), QStringLiteral("Go"));
+        QVERIFY(go()->isEnabled());
+    }
+
+    // While another program holds the file no set opens, and darts that
+    // cannot be written stay on the board to be confirmed again.
+    void aHeldFileLosesNothing()
+    {
+        choose("RingDrop", QStringLiteral("Any"));
+        choose("ScoreDrop", QStringLiteral("Bull"));
+        auto locker = std::make_unique<OtherConnection>(home_->dbPath);
+        QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
+        clickGo(QStringLiteral("Go"));
+        QCOMPARE(messages_.shown.last().kind, QStringLiteral("error"));
+        QCOMPARE(go()->text(), QStringLiteral("Go"));
+        QVERIFY(control<QComboBox>("ScoreDrop")->isEnabled());
+        locker.reset();
+
+        clickGo(QStringLiteral("Go"));
+        QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for 25 or Bull"));
+        throwDarts({"B", "B", "B"});
+        QCOMPARE(measures()[0], QStringLiteral("0\""));
+        locker = std::make_unique<OtherConnection>(home_->dbPath);
+        QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.shown.last().kind, QStringLiteral("error"));
+        QCOMPARE(go()->text(), QStringLiteral("Confirm Darts"));
+        QVERIFY(window()->boardInput()->pips()[2]->isVisible());
+        locker.reset();
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Darts Confirmed."));
+        QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM statsthrows")), (QList<QVariantList>{{3}}));
+        QCOMPARE(text("PctThisHitText"), QStringLiteral("0"));
+    }
+};
+
+QTEST_MAIN(TestPractice)
+#include "tst_practice.moc"

@@ -1,0 +1,145 @@
+#include "practice/practice_rules.h"
+
+#include <QRandomGenerator>
+#include <QSet>
+#include <QTest>
+
+#include <cmath>
+
+using namespace tavrix;
+
+class TestPracticeRules : public QObject {
+    Q_OBJECT
+
+    static PracticeScore scoreAt(double x, double y)
+    {
+        return practiceScore(std::hypot(x, y), angleFromXY(x, y));
+    }
+
+private slots:
+    // The bull area keeps its ring code as the score; everything else keeps
+    // ring and segment; off the board and the gaps of the ring table are
+    // ring -999 with no score.
+    void practiceScorePairs()
+    {
+        QCOMPARE(scoreAt(0, 3), (PracticeScore{1, 50}));
+        QCOMPARE(scoreAt(0, 13), (PracticeScore{1, 25}));
+        QCOMPARE(scoreAt(0, 7.5), (PracticeScore{1, 0}));
+        QCOMPARE(scoreAt(0, 19.5), (PracticeScore{0, 20}));
+        QCOMPARE(scoreAt(0, 118), (PracticeScore{3, 20}));
+        QCOMPARE(scoreAt(0, 196), (PracticeScore{2, 20}));
+        QCOMPARE(scoreAt(0, 150), (PracticeScore{1, 20}));
+        QCOMPARE(scoreAt(0, 240), (PracticeScore{-999, 0}));
+        QCOMPARE(scoreAt(0, 7.000005), (PracticeScore{-999, 0}));
+    }
+
+    // An "Any" target needs the number only; doubles and trebles the ring
+    // too; the bull target is hit by the outer bull, not the bull.
+    void hitsByKindOfTarget()
+    {
+        QVERIFY(practiceHit(7, 1, 7, 3));
+        QVERIFY(!practiceHit(7, 2, 7, 3));
+        QVERIFY(practiceHit(7, 2, 7, 2));
+        QVERIFY(practiceHit(25, 1, 25, 1));
+        QVERIFY(!practiceHit(25, 1, 50, 1));
+        QVERIFY(!practiceHit(unreadableValue, 1, unreadableValue, 1));
+    }
+
+    // Chosen targets, and the bull which ignores the ring list.
+    void chosenTargets()
+    {
+        PracticeState state;
+        QRandomGenerator random(1);
+        OpenedSet set = openPracticeSet(state, 2, 17, random);
+        QCOMPARE(set.targetText, QStringLiteral("Double 17"));
+        QVERIFY(!set.alert);
+        QCOMPARE(state.target, aimPoint(2, 17));
+        set = openPracticeSet(state, 3, bullChoice, random);
+        QCOMPARE(set.targetText, QStringLiteral("25 or Bull"));
+        QCOMPARE(state.targetValue, 25);
+        QCOMPARE(state.targetRing, 1);
+        QCOMPARE(state.target, (BoardPoint{0, 0}));
+        set = openPracticeSet(state, 3, 20, random);
+        QCOMPARE(set.targetText, QStringLiteral("Triple 20"));
+        QCOMPARE(state.target.y, 118.0);
+        QVERIFY(std::abs(state.target.x) < 1e-9);
+    }
+
+    // "-- Random --" in both lists: every number and ring turns up, the bull
+    // about one set in 21, always as ring 1.
+    void randomTargets()
+    {
+        PracticeState state;
+        QRandomGenerator random(20261123);
+        const int sets = 21000;
+        int bulls = 0;
+        QSet<QPair<int, int>> seen;
+        for (int i = 0; i < sets; ++i) {
+            const OpenedSet set = openPracticeSet(state, randomChoice, randomChoice, random);
+            seen.insert({state.targetValue, state.targetRing});
+            if (state.targetValue == 25) {
+                ++bulls;
+                QCOMPARE(state.targetRing, 1);
+                QCOMPARE(set.targetText, QStringLiteral("25 or Bull"));
+            }
+            QVERIFY(!state.sequenceActive());
+        }
+        QCOMPARE(seen.size(), 61);
+        QVERIFY2(bulls > 850 && bulls < 1150, qPrintable(QString::number(bulls)));
+    }
+
+    // A count-down asks for the bull, then 20 down to 1, and ends after 21
+    // sets; a count-up asks for 1 up to 20, then the bull; quitting starts
+    // both afresh.
+    void sequences()
+    {
+        PracticeState state;
+        QRandomGenerator random(5);
+        OpenedSet set = openPracticeSet(state, 2, countDownChoice, random);
+        QCOMPARE(set.alert, (PracticeAlert{QStringLiteral("Starting countdown with bull"),
+                                           QStringLiteral("Starting Countdown")}));
+        QCOMPARE(set.targetText, QStringLiteral("Any 25 or Bull"));
+        QCOMPARE(quitSequenceCaption(state), QStringLiteral("Quit\nCount\nDown"));
+        QStringList texts;
+        for (int i = 0; i < 20; ++i) {
+            QVERIFY(!confirmPracticeSet(state));
+            QVERIFY(state.sequenceActive());
+            set = openPracticeSet(state, 2, countDownChoice, random);
+            QVERIFY(!set.alert);
+            texts << set.targetText;
+        }
+        QCOMPARE(texts.first(), QStringLiteral("Double 20"));
+        QCOMPARE(texts.last(), QStringLiteral("Double 1"));
+        QCOMPARE(confirmPracticeSet(state),
+                 (PracticeAlert{QStringLiteral("Countdown Complete."), QStringLiteral("Whew!")}));
+        QVERIFY(!state.sequenceActive());
+        QCOMPARE(state.countdownNext, 21);
+
+        set = openPracticeSet(state, 3, countUpChoice, random);
+        QCOMPARE(set.alert->text, QStringLiteral("Starting count-up with 1"));
+        QCOMPARE(set.alert->title, QStringLiteral("Starting Count-up"));
+        QCOMPARE(set.targetText, QStringLiteral("Triple 1"));
+        QCOMPARE(quitSequenceCaption(state), QStringLiteral("Quit\nCount\nUp"));
+        for (int i = 0; i < 20; ++i) {
+            QVERIFY(!confirmPracticeSet(state));
+            set = openPracticeSet(state, 3, countUpChoice, random);
+        }
+        QCOMPARE(set.targetText, QStringLiteral("Any 25 or Bull"));
+        QCOMPARE(confirmPracticeSet(state)->text, QStringLiteral("Count-up Complete."));
+        QCOMPARE(state.countupNext, 1);
+
+        openPracticeSet(state, 1, countUpChoice, random);
+        confirmPracticeSet(state);
+        quitPracticeSequences(state);
+        QVERIFY(!state.sequenceActive());
+        QCOMPARE(openPracticeSet(state, 1, countUpChoice, random).targetText, QStringLiteral("Any 1"));
+
+        PracticeState single;
+        openPracticeSet(single, 2, 20, random);
+        QCOMPARE(confirmPracticeSet(single),
+                 (PracticeAlert{QStringLiteral("Darts Confirmed."), QStringLiteral("Thank You")}));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestPracticeRules)
+#include "tst_practice_rules.moc"
