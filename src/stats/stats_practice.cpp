@@ -128,7 +128,9 @@ bool StatsStore::readPracticeDarts(qint64 playerId,
     query.prepare(QStringLiteral(
         "SELECT ta.id, ta.targetValue, ta.targetRing, th.players_id, th.x, th.y, th.score, th.ring"
         " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id"
-        " WHERE ta.players_id = ? ORDER BY ta.id, th.id"));
+        // Targets in id order straight from the table, each with its darts in
+        // id order from the index: the order asked for, without sorting.
+        " WHERE +ta.players_id = ? ORDER BY ta.id, th.id"));
     query.addBindValue(playerId);
     ++playerReads_;
     if (!exec(query, QStringLiteral("Cannot read the practice darts")))
