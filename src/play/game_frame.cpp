@@ -2,6 +2,7 @@
 
 #include "dialogs/fitting_label.h"
 #include "dialogs/compact_layout.h"
+#include "dialogs/main_button.h"
 #include "opponent/skill_options.h"
 #include "play/score_glance.h"
 
@@ -137,10 +138,7 @@ GameFrame::GameFrame(QWidget *parent)
     btnUndoDart->setObjectName(QStringLiteral("btnUndoDart"));
     btnUndoDart->setEnabled(false);
     // The main button alone on its row, large enough to hit without looking.
-    QFont bold = btnStartGame->font();
-    bold.setBold(true);
-    btnStartGame->setFont(bold);
-    btnStartGame->setMinimumHeight(btnStartGame->sizeHint().height() * 3 / 2);
+    makeMainButton(btnStartGame);
     layout->addWidget(btnStartGame);
     buttons->addWidget(btnUndoDart, 1);
     buttons->addWidget(btnQuitGame, 1);

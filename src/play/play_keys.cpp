@@ -48,13 +48,26 @@ PlayKeys::PlayKeys(GameFrame &frame, QWidget *window)
     connect(&frame_, &QObject::destroyed, this, [this, mainButton] { mainButton->removeEventFilter(this); });
 }
 
+void PlayKeys::addEnterButton(QPushButton *button, std::function<bool()> allowed)
+{
+    otherButtons_.append({button, std::move(allowed)});
+}
+
 void PlayKeys::pressMainButton()
 {
-    QPushButton *button = frame_.btnStartGame;
-    if (!button->isEnabled() || !button->isVisible() || QApplication::activeModalWidget()
-        || takesText(QApplication::focusWidget()))
+    if (QApplication::activeModalWidget() || takesText(QApplication::focusWidget()))
         return;
-    button->click();
+    QPushButton *button = frame_.btnStartGame;
+    if (button->isEnabled() && button->isVisible()) {
+        button->click();
+        return;
+    }
+    for (const auto &[other, allowed] : std::as_const(otherButtons_)) {
+        if (other->isEnabled() && other->isVisible() && allowed()) {
+            other->click();
+            return;
+        }
+    }
 }
 
 bool PlayKeys::eventFilter(QObject *watched, QEvent *event)

@@ -92,6 +92,12 @@ void PracticeController::goButtonClick()
         quitSequence();
 }
 
+bool PracticeController::goCaptionIsSafe() const
+{
+    const QString caption = frame_.goButton()->text();
+    return caption == goCaption || caption == confirmCaption;
+}
+
 void PracticeController::openSet()
 {
     setListsEnabled(false);

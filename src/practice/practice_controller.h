@@ -45,6 +45,9 @@ public:
     int dragPipIndex() const { return dragPipIndex_; }
 
     void goButtonClick();
+    // Whether the Go button opens or confirms a set (rather than quitting a
+    // sequence).
+    bool goCaptionIsSafe() const;
     void updateRunningStats();
     void doAverageDist();
 

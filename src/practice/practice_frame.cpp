@@ -1,6 +1,7 @@
 #include "practice/practice_frame.h"
 
 #include "dialogs/compact_layout.h"
+#include "dialogs/main_button.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -53,12 +54,15 @@ PracticeFrame::PracticeFrame(QWidget *parent)
 
     goButton_ = new QPushButton(QStringLiteral("Go"), this);
     goButton_->setObjectName(QStringLiteral("goButton"));
+    makeMainButton(goButton_);
     layout->addWidget(goButton_);
     generalText_ = new QLabel(QStringLiteral("Click \"Go\" to begin"), this);
     generalText_->setObjectName(QStringLiteral("GeneralText"));
     generalText_->setWordWrap(true);
+    // The target to shoot for, readable from the oche.
     QFont bold = generalText_->font();
     bold.setBold(true);
+    bold.setPointSizeF(bold.pointSizeF() * 1.4);
     generalText_->setFont(bold);
     layout->addWidget(generalText_);
 

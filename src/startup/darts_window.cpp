@@ -173,12 +173,14 @@ void Darts::buildFrames()
                                 program_.checkoutChart(), skill_, *boardInput_, *gameFrame_, statsLabels_,
                                 this},
                                this);
-    new PlayKeys(*gameFrame_, this);
+    auto *keys = new PlayKeys(*gameFrame_, this);
     gameChoices_ = new GameChoices(*gameFrame_, this);
     practice_ = new PracticeController({session_, program_.store(), program_.sounds(), program_.messages(),
                                         *boardInput_, *practiceFrame_, this},
                                        this);
     connect(practice_, &PracticeController::reenterRequested, this, [this] { switchMode(Mode::Practice); });
+    // Enter opens and confirms practice sets, but never quits a sequence.
+    keys->addEnterButton(practiceFrame_->goButton(), [this] { return practice_->goCaptionIsSafe(); });
     review_ = new ReviewController(*boardInput_, this);
 }
 

@@ -41,6 +41,13 @@ class TestPractice : public ProgramTest {
         return {text("avgDistText"), text("geomDistText"), text("groupingDistText")};
     }
 
+    void pressEnter()
+    {
+        window()->activateWindow();
+        [&] { QTRY_COMPARE(QApplication::activeWindow(), window()); }();
+        QTest::keyClick(window(), Qt::Key_Return);
+    }
+
 private slots:
     void init()
     {
@@ -105,7 +112,7 @@ private slots:
     }
 
     // A count-down at trebles: the bull first, then 20 and 19, each set
-    // opening as soon as the last is confirmed; quitting leaves the open
+    // opening as soon as the last is confirmed (from the keyboard too); quitting leaves the open
     // set's target row without darts and starts afresh.
     void aCountDownAndItsQuit()
     {
@@ -119,9 +126,12 @@ private slots:
         QCOMPARE(go()->text(), quit);
         QVERIFY(control<QGroupBox>("Frame3")->isEnabled());
 
+        // Enter confirms a set but never quits the sequence.
+        pressEnter();
+        QCOMPARE(go()->text(), quit);
         throwDarts({"OB", "B", "S20"});
         const int shown = messages_.shown.size();
-        clickGo(QStringLiteral("Confirm Darts"));
+        pressEnter();
         QCOMPARE(messages_.shown.size(), shown);
         QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for Triple 20"));
         QCOMPARE(go()->text(), quit);
