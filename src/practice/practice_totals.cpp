@@ -6,22 +6,23 @@
 
 namespace tavrix {
 
-void addPracticeDart(PracticeSums &sums, qint64 playerId, const PracticeDartRow &dart)
+void addPracticeDart(PracticeSums &sums, qint64 playerId, int targetValue, int targetRing,
+                     const PracticeDart &dart)
 {
-    const BoardPoint aim = aimPoint(dart.targetRing, dart.targetValue);
+    const BoardPoint aim = aimPoint(targetRing, targetValue);
     const double dx = dart.x - aim.x;
     const double dy = dart.y - aim.y;
     const double distance = std::sqrt(dx * dx + dy * dy);
     sums.distCount += 1;
     sums.distSum += distance;
     sums.lastTarget = std::max(sums.lastTarget, dart.targetId);
-    TargetTally &tally = sums.targets[{dart.targetValue, dart.targetRing}];
+    TargetTally &tally = sums.targets[{targetValue, targetRing}];
     tally.distCount += 1;
     tally.distSum += distance;
     // Hit rates count only the darts the player threw at the player's targets.
     if (dart.playerId == playerId) {
         tally.throws += 1;
-        if (practiceHit(dart.targetValue, dart.targetRing, dart.score, dart.ring))
+        if (practiceHit(targetValue, targetRing, dart.score, dart.ring))
             tally.hits += 1;
     }
 }
@@ -34,8 +35,8 @@ std::optional<PracticeSums> practiceSums(StatsStore &store, qint64 playerId)
     // darts read even when another program writes darts meanwhile.
     StatsStore::Batch batch(store);
     PracticeSums sums;
-    if (!store.readPracticeDarts(playerId, [&](const PracticeDartRow &dart) {
-            addPracticeDart(sums, playerId, dart);
+    if (!store.readPracticeDarts(playerId, [&](int targetValue, int targetRing, const PracticeDart &dart) {
+            addPracticeDart(sums, playerId, targetValue, targetRing, dart);
         }))
         return std::nullopt;
     // Sums that cannot be kept (a read-only file) are built again next time.
@@ -57,10 +58,12 @@ bool recordPracticeSet(StatsStore &store, const PracticeSet &set)
     for (const PracticeDart &dart : set.darts) {
         if (!store.insertStatThrow(dart))
             return false;
-        if (sums)
-            addPracticeDart(*sums, set.playerId,
-                            {set.targetId, set.targetValue, set.targetRing, dart.playerId,
-                             storedCoordinate(dart.x), storedCoordinate(dart.y), dart.score, dart.ring});
+        if (sums) {
+            PracticeDart stored = dart;
+            stored.x = storedCoordinate(dart.x);
+            stored.y = storedCoordinate(dart.y);
+            addPracticeDart(*sums, set.playerId, set.targetValue, set.targetRing, stored);
+        }
     }
     if (sums && !store.keepPracticeSums(set.playerId, *sums, {set.targetValue, set.targetRing}))
         return false;

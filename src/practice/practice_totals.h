@@ -13,8 +13,9 @@
 
 namespace tavrix {
 
-// Adds one dart of one of the player's targets.
-void addPracticeDart(PracticeSums &sums, qint64 playerId, const PracticeDartRow &dart);
+// Adds one dart of one of the player's targets, as the database keeps it.
+void addPracticeDart(PracticeSums &sums, qint64 playerId, int targetValue, int targetRing,
+                     const PracticeDart &dart);
 
 // The player's sums: the kept ones, or built from every practice dart (one
 // read) and kept for next time. None when the darts cannot be read

@@ -40,17 +40,4 @@ struct PracticeSums {
     friend bool operator==(const PracticeSums &, const PracticeSums &) = default;
 };
 
-// One practice dart with its target, as the sums take it in.
-struct PracticeDartRow {
-    qint64 targetId = 0;
-    int targetValue = 0;
-    int targetRing = 0;
-    // Who threw it, as its own row says.
-    qint64 playerId = 0;
-    double x = 0;
-    double y = 0;
-    int score = 0;
-    int ring = 0;
-};
-
 } // namespace tavrix

@@ -121,7 +121,7 @@ bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, std
 }
 
 bool StatsStore::readPracticeDarts(qint64 playerId,
-                                   const std::function<void(const PracticeDartRow &)> &take)
+                                   const PracticeDartTaker &take)
 {
     QSqlQuery query(connection());
     query.setForwardOnly(true);
@@ -135,17 +135,15 @@ bool StatsStore::readPracticeDarts(qint64 playerId,
     ++playerReads_;
     if (!exec(query, QStringLiteral("Cannot read the practice darts")))
         return false;
-    PracticeDartRow row;
+    PracticeDart dart;
     while (query.next()) {
-        row.targetId = query.value(0).toLongLong();
-        row.targetValue = wholeNumber(query.value(1));
-        row.targetRing = wholeNumber(query.value(2));
-        row.playerId = query.value(3).toLongLong();
-        row.x = query.value(4).toDouble();
-        row.y = query.value(5).toDouble();
-        row.score = wholeNumber(query.value(6));
-        row.ring = wholeNumber(query.value(7));
-        take(row);
+        dart.targetId = query.value(0).toLongLong();
+        dart.playerId = query.value(3).toLongLong();
+        dart.x = query.value(4).toDouble();
+        dart.y = query.value(5).toDouble();
+        dart.score = wholeNumber(query.value(6));
+        dart.ring = wholeNumber(query.value(7));
+        take(wholeNumber(query.value(1)), wholeNumber(query.value(2)), dart);
     }
     return true;
 }

@@ -206,9 +206,12 @@ public:
     // target only.
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums);
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target);
-    // Every dart of the player's practice targets, by target id and then by
-    // dart id: one read of the player's practice darts.
-    bool readPracticeDarts(qint64 playerId, const std::function<void(const PracticeDartRow &)> &take);
+    // Every dart of the player's practice targets (whoever threw it) with
+    // its target's value and ring, by target id and then by dart id: one
+    // read of the player's practice darts. Only the target, thrower,
+    // position, score and ring of a dart are read.
+    using PracticeDartTaker = std::function<void(int targetValue, int targetRing, const PracticeDart &)>;
+    bool readPracticeDarts(qint64 playerId, const PracticeDartTaker &take);
 
     // Writes grouped in one transaction: begin, write, commit. A batch that is
     // not committed is rolled back when it goes out of scope.
