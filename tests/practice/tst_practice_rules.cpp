@@ -33,18 +33,6 @@ private slots:
         QCOMPARE(scoreAt(0, 7.000005), (PracticeScore{-999, 0}));
     }
 
-    // An "Any" target needs the number only; doubles and trebles the ring
-    // too; the bull target is hit by the outer bull, not the bull.
-    void hitsByKindOfTarget()
-    {
-        QVERIFY(practiceHit(7, 1, 7, 3));
-        QVERIFY(!practiceHit(7, 2, 7, 3));
-        QVERIFY(practiceHit(7, 2, 7, 2));
-        QVERIFY(practiceHit(25, 1, 25, 1));
-        QVERIFY(!practiceHit(25, 1, 50, 1));
-        QVERIFY(!practiceHit(unreadableValue, 1, unreadableValue, 1));
-    }
-
     // Chosen targets, and the bull which ignores the ring list.
     void chosenTargets()
     {
