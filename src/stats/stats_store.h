@@ -213,6 +213,22 @@ public:
     using PracticeDartTaker = std::function<void(int targetValue, int targetRing, const PracticeDart &)>;
     bool readPracticeDarts(qint64 playerId, const PracticeDartTaker &take);
 
+    // Review of one area: the player's practice darts aimed at the target
+    // (value, ring), by practice set and then dart, and the game darts aimed
+    // at the same number and multiplier, in the order they were recorded.
+    struct AreaDart {
+        double x = 0;
+        double y = 0;
+        int score = 0;
+        int ring = 0;
+        friend bool operator==(const AreaDart &, const AreaDart &) = default;
+    };
+    struct AreaDarts {
+        std::vector<AreaDart> practice;
+        std::vector<AreaDart> game;
+    };
+    std::optional<AreaDarts> areaDarts(qint64 playerId, int targetValue, int targetRing);
+
     // Writes grouped in one transaction: begin, write, commit. A batch that is
     // not committed is rolled back when it goes out of scope.
     class Batch {

@@ -1,0 +1,280 @@
+// Review of a scoring area: the area a click selects, the captions, the hit
+// rule and the figures; the spread of a set of darts; the darts the store
+// reads for an area.
+
+#include "review/dart_spread.h"
+#include "review/review_rules.h"
+#include "stats/stats_store.h"
+
+#include <QLocale>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+#include <random>
+
+using namespace tavrix;
+
+Q_DECLARE_METATYPE(BoardPoint)
+
+namespace {
+
+using Dart = StatsStore::AreaDart;
+
+bool near(double a, double b, double tolerance = 1e-9)
+{
+    return std::abs(a - b) <= tolerance;
+}
+
+// Points turned counter-clockwise about the origin, then moved.
+std::vector<BoardPoint> turned(const std::vector<BoardPoint> &points, double degrees, BoardPoint by)
+{
+    const double a = degrees * M_PI / 180;
+    std::vector<BoardPoint> out;
+    for (const BoardPoint &p : points)
+        out.push_back({by.x + p.x * std::cos(a) - p.y * std::sin(a), by.y + p.x * std::sin(a) + p.y * std::cos(a)});
+    return out;
+}
+
+} // namespace
+
+class TestReview : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init() { QLocale::setDefault(QLocale::c()); }
+
+    // The ring and segment codes of a click: the bull and the outer bull are
+    // one area whatever their segment; wires, misses and gaps select nothing.
+    void clickSelectsAnArea_data()
+    {
+        QTest::addColumn<int>("ringCode");
+        QTest::addColumn<int>("segment");
+        QTest::addColumn<QString>("practice"); // "" when the click is ignored
+        QTest::addColumn<QString>("totals");
+        QTest::addColumn<BoardPoint>("aim");
+        QTest::newRow("treble 20") << 3 << 20 << "Practice: Triple 20" << "Totals: Triple 20" << BoardPoint{0, 118};
+        QTest::newRow("single 20") << 1 << 20 << "Practice: Any 20" << "Totals: Any 20" << BoardPoint{0, 150};
+        QTest::newRow("double 6") << 2 << 6 << "Practice: Double 6" << "Totals: Double 6" << BoardPoint{196, 0};
+        QTest::newRow("single 11") << 1 << 11 << "Practice: Any 11" << "Totals: Any 11" << BoardPoint{-150, 0};
+        QTest::newRow("bull") << 50 << 6 << "Practice:  25/Bull" << "Totals:  25/Bull" << BoardPoint{};
+        QTest::newRow("outer bull on a wire") << 25 << 0 << "Practice:  25/Bull" << "Totals:  25/Bull" << BoardPoint{};
+        QTest::newRow("outer bull in a gap") << 25 << NoMatch << "Practice:  25/Bull" << "Totals:  25/Bull"
+                                             << BoardPoint{};
+        QTest::newRow("ring wire") << 0 << 20 << "" << "" << BoardPoint{};
+        QTest::newRow("off the board") << NoMatch << 20 << "" << "" << BoardPoint{};
+        QTest::newRow("segment wire") << 1 << 0 << "" << "" << BoardPoint{};
+        QTest::newRow("segment gap") << 3 << NoMatch << "" << "" << BoardPoint{};
+    }
+    void clickSelectsAnArea()
+    {
+        QFETCH(int, ringCode);
+        QFETCH(int, segment);
+        QFETCH(QString, practice);
+        QFETCH(BoardPoint, aim);
+        const std::optional<ReviewArea> area = reviewArea(ringCode, segment);
+        QCOMPARE(area.has_value(), !practice.isEmpty());
+        if (!area)
+            return;
+        QCOMPARE(reviewCaption(QStringLiteral("Practice"), *area), practice);
+        QTEST(reviewCaption(QStringLiteral("Totals"), *area), "totals");
+        QVERIFY(near(area->aim.x, aim.x) && near(area->aim.y, aim.y));
+    }
+
+    // Treble 20 counts number 20 in ring 3 only; a single bed is the "Any"
+    // target, hit by its number in any ring; the bull is hit by the
+    // practice bull (score 50), the practice 25 and a game's 25 of either
+    // multiplier.
+    void hitRule_data()
+    {
+        QTest::addColumn<int>("ringCode");
+        QTest::addColumn<int>("segment");
+        QTest::addColumn<int>("score");
+        QTest::addColumn<int>("ring");
+        QTest::addColumn<bool>("hit");
+        QTest::newRow("T20: treble 20") << 3 << 20 << 20 << 3 << true;
+        QTest::newRow("T20: single 20") << 3 << 20 << 20 << 1 << false;
+        QTest::newRow("T20: double 20") << 3 << 20 << 20 << 2 << false;
+        QTest::newRow("T20: treble 1") << 3 << 20 << 1 << 3 << false;
+        QTest::newRow("D20: double 20") << 2 << 20 << 20 << 2 << true;
+        QTest::newRow("D20: practice bull") << 2 << 20 << 50 << 1 << false;
+        QTest::newRow("S20: single 20") << 1 << 20 << 20 << 1 << true;
+        QTest::newRow("S20: double 20") << 1 << 20 << 20 << 2 << true;
+        QTest::newRow("S20: treble 20") << 1 << 20 << 20 << 3 << true;
+        QTest::newRow("S20: single 5") << 1 << 20 << 5 << 1 << false;
+        QTest::newRow("S20: practice miss") << 1 << 20 << 0 << NoMatch << false;
+        QTest::newRow("bull: practice bull") << 50 << 0 << 50 << 1 << true;
+        QTest::newRow("bull: practice 25") << 25 << 0 << 25 << 1 << true;
+        QTest::newRow("bull: game bull") << 25 << 0 << 25 << 2 << true;
+        QTest::newRow("bull: game 25") << 50 << 0 << 25 << 1 << true;
+        QTest::newRow("bull: practice wire") << 50 << 0 << 0 << 1 << false;
+        QTest::newRow("bull: single 20") << 50 << 0 << 20 << 1 << false;
+    }
+    void hitRule()
+    {
+        QFETCH(int, ringCode);
+        QFETCH(int, segment);
+        QFETCH(int, score);
+        QFETCH(int, ring);
+        QTEST(reviewHit(*reviewArea(ringCode, segment), score, ring), "hit");
+    }
+
+    // Darts, hits, the percentage cut to two decimals and the average
+    // distance to the area's aiming point, from the stored positions.
+    void figures()
+    {
+        const ReviewArea t20 = *reviewArea(3, 20);
+        // Distances to (0, 118): 0, 12, 9; two hits.
+        const std::vector<Dart> practice{{0, 118, 20, 3}, {0, 130, 20, 1}, {-9, 118, 20, 3}};
+        const ReviewTally p = reviewTally(t20, practice);
+        QCOMPARE(p.darts, 3);
+        QCOMPARE(p.hits, 2);
+        // 66.666..% is cut, not rounded; 7 units are 0.22524..".
+        QCOMPARE(reviewFigures(p, false), (ReviewFigures{"3", "2", "66.66%", "0.225\""}));
+        QCOMPARE(reviewFigures(p, true).average, QStringLiteral("0.572 cm"));
+
+        // Distances 10 and 18, one hit; with the practice darts 5 darts, 3
+        // hits and 49 units: 9.8 on average.
+        ReviewTally total = p;
+        total += reviewTally(t20, {{10, 118, 20, 3}, {0, 100, 20, 1}});
+        QCOMPARE(reviewFigures(total, false), (ReviewFigures{"5", "3", "60%", "0.315\""}));
+
+        QCOMPARE(reviewFigures({}, false), (ReviewFigures{"0", "0", "N/A", "N/A"}));
+        QCOMPARE(reviewFigures({7, 1, 0}, false).percentage, QStringLiteral("14.28%"));
+        QCOMPARE(reviewFigures({4, 4, 0}, false).percentage, QStringLiteral("100%"));
+        QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        QCOMPARE(reviewFigures({3, 1, 30}, true).percentage, QStringLiteral("33,33%"));
+    }
+
+    // Four darts (+-3, 0) and (0, +-1): variances 6 and 2/3 about the mean;
+    // turned, the axes stay and the angle follows.
+    void spreadAxesAndAngle_data()
+    {
+        QTest::addColumn<double>("turn");
+        QTest::addColumn<double>("angle");
+        QTest::newRow("along x") << 0.0 << 0.0;
+        QTest::newRow("30 degrees") << 30.0 << 30.0;
+        QTest::newRow("upright") << 90.0 << 90.0;
+        QTest::newRow("120 degrees") << 120.0 << 120.0;
+        QTest::newRow("-30 degrees") << -30.0 << 150.0;
+    }
+    void spreadAxesAndAngle()
+    {
+        QFETCH(double, turn);
+        QFETCH(double, angle);
+        const BoardPoint centre{10, -40};
+        const DartSpread spread = dartSpread(turned({{3, 0}, {-3, 0}, {0, 1}, {0, -1}}, turn, centre));
+        QVERIFY(spread.mean && near(spread.mean->x, 10) && near(spread.mean->y, -40));
+        QVERIFY(spread.ellipse);
+        const SpreadEllipse &e = *spread.ellipse;
+        QVERIFY(near(e.centre.x, 10) && near(e.centre.y, -40));
+        QVERIFY2(near(e.semiMajor, std::sqrt(2 * std::log(3.0)) * std::sqrt(6.0)), qPrintable(QString::number(e.semiMajor)));
+        QVERIFY(near(e.semiMinor, std::sqrt(2 * std::log(3.0)) * std::sqrt(2.0 / 3)));
+        QVERIFY2(near(e.angle, angle, 1e-7), qPrintable(QString::number(e.angle)));
+        // The far ends of the major axis lie on the ellipse, a little beyond not.
+        const BoardPoint tip = turned({{e.semiMajor * 0.999, 0}}, angle, centre)[0];
+        const BoardPoint beyond = turned({{e.semiMajor * 1.001, 0}}, angle, centre)[0];
+        QVERIFY(e.contains(tip) && !e.contains(beyond));
+    }
+
+    // A normal spread of 4000 seeded darts, 20 by 8 units turned 40
+    // degrees: about two thirds fall inside, and the axes come out near.
+    void spreadHoldsTwoThirds()
+    {
+        std::mt19937 random(20261122);
+        std::normal_distribution<double> along(0, 20);
+        std::normal_distribution<double> across(0, 8);
+        std::vector<BoardPoint> sample;
+        for (int i = 0; i < 4000; ++i)
+            sample.push_back({along(random), across(random)});
+        sample = turned(sample, 40, {-30, 100});
+        const SpreadEllipse e = *dartSpread(sample).ellipse;
+        const double k = std::sqrt(2 * std::log(3.0));
+        QVERIFY2(near(e.semiMajor, 20 * k, 0.05 * 20 * k), qPrintable(QString::number(e.semiMajor)));
+        QVERIFY2(near(e.semiMinor, 8 * k, 0.05 * 8 * k), qPrintable(QString::number(e.semiMinor)));
+        QVERIFY2(near(e.angle, 40, 2), qPrintable(QString::number(e.angle)));
+        const auto inside = std::count_if(sample.begin(), sample.end(), [&](BoardPoint p) { return e.contains(p); });
+        QVERIFY2(inside > 0.64 * 4000 && inside < 0.69 * 4000, qPrintable(QString::number(inside)));
+    }
+
+    // No darts: nothing; one dart: its spot and no ellipse; darts on one spot
+    // or on one line give an ellipse of no size or no width, never a NaN.
+    void spreadOfFewOrDegenerateDarts()
+    {
+        QVERIFY(!dartSpread({}).mean && !dartSpread({}).ellipse);
+        const DartSpread one = dartSpread({{5, 7}});
+        QVERIFY(one.mean && *one.mean == (BoardPoint{5, 7}) && !one.ellipse);
+
+        const SpreadEllipse spot = *dartSpread({{5, 7}, {5, 7}, {5, 7}}).ellipse;
+        QCOMPARE(spot.semiMajor, 0.0);
+        QCOMPARE(spot.semiMinor, 0.0);
+        QVERIFY(spot.contains({5, 7}) && !spot.contains({5, 7.01}));
+
+        // Along the diagonal 0, sqrt 2, 2 sqrt 2, 3 sqrt 2: variance 10/3.
+        const SpreadEllipse line = *dartSpread({{0, 0}, {1, 1}, {2, 2}, {3, 3}}).ellipse;
+        QVERIFY(near(line.semiMajor, std::sqrt(2 * std::log(3.0)) * std::sqrt(10.0 / 3)));
+        QVERIFY(std::isfinite(line.semiMinor) && line.semiMinor < 1e-6);
+        QVERIFY(near(line.angle, 45, 1e-7));
+        // Half its length is 2.706: the first dart lies within, beyond it not.
+        QVERIFY(line.contains({1.5, 1.5}) && line.contains({0, 0}));
+        QVERIFY(!line.contains({-0.5, -0.5}) && !line.contains({1.5, 1.6}));
+
+        // Two darts 4 apart: variance 8 along the line between them.
+        const SpreadEllipse two = *dartSpread({{0, 0}, {4, 0}}).ellipse;
+        QVERIFY(near(two.semiMajor, std::sqrt(2 * std::log(3.0)) * std::sqrt(8.0)));
+        QCOMPARE(two.semiMinor, 0.0);
+        QCOMPARE(two.angle, 0.0);
+    }
+
+    // The store's darts of an area: the player's practice sets aimed at the
+    // target, set by set in id order and each set's darts in id order,
+    // whoever wrote the dart; the player's game darts aimed at it, in the
+    // order they were recorded.
+    void storeReadsTheDartsOfAnArea()
+    {
+        QTemporaryDir dir;
+        StatsStore store;
+        QVERIFY(store.open(dir.filePath(QStringLiteral("tavrix.db"))));
+        const qint64 ann = *store.insertPlayer(QStringLiteral("Ann"));
+        const qint64 bob = *store.insertPlayer(QStringLiteral("Bob"));
+        const qint64 first = *store.insertStatTarget(ann, 20, 3);
+        const qint64 any20 = *store.insertStatTarget(ann, 20, 1);
+        const qint64 bobs = *store.insertStatTarget(bob, 20, 3);
+        const qint64 second = *store.insertStatTarget(ann, 20, 3);
+        // Written out of order: the second set's first dart comes first.
+        const std::pair<qint64, Dart> throws[] = {
+            {second, {1, 2, 20, 3}}, {first, {3, 4, 20, 1}},  {any20, {5, 6, 20, 1}},
+            {bobs, {7, 8, 20, 3}},   {second, {9, 10, 5, 1}}, {first, {11, 12, 0, NoMatch}}};
+        for (const auto &[target, d] : throws)
+            QVERIFY(store.insertStatThrow({ann, target, 0, d.x, d.y, 1, d.score, d.ring}));
+        // Bob's dart on Ann's set belongs to the set.
+        QVERIFY(store.insertStatThrow({bob, first, 2, 13.5, -14.25, 1, 25, 1}));
+
+        const qint64 game = *store.insertGame({ann, GameType::X01_501, SkillLevel::Master, QStringLiteral("Computer")});
+        const GameDart gameDarts[] = {{game, ann, 1, 0, 20, 21, 1, 20, 3, 20, 3},
+                                      {game, ann, 1, 1, 22, 23, 1, 5, 1, 20, 1},
+                                      {game, bob, 1, 2, 24, 25, 1, 20, 3, 20, 3},
+                                      {game, ann, 2, 0, 26, 27, 1, 25, 2, 25, 1},
+                                      {game, ann, 2, 1, 28, 29, 1, 1, 3, 20, 3}};
+        for (const GameDart &d : gameDarts)
+            QVERIFY(store.insertGameDart(d));
+
+        const std::optional<StatsStore::AreaDarts> t20 = store.areaDarts(ann, 20, 3);
+        QVERIFY(t20);
+        QCOMPARE(t20->practice, (std::vector<Dart>{{3, 4, 20, 1}, {11, 12, 0, NoMatch}, {13.5, -14.25, 25, 1},
+                                                   {1, 2, 20, 3}, {9, 10, 5, 1}}));
+        QCOMPARE(t20->game, (std::vector<Dart>{{20, 21, 20, 3}, {28, 29, 1, 3}}));
+
+        const std::optional<StatsStore::AreaDarts> bull = store.areaDarts(ann, 25, 1);
+        QVERIFY(bull && bull->practice.empty());
+        QCOMPARE(bull->game, (std::vector<Dart>{{26, 27, 25, 2}}));
+        QCOMPARE(store.areaDarts(bob, 20, 3)->practice, (std::vector<Dart>{{7, 8, 20, 3}}));
+
+        store.close();
+        QVERIFY(!store.areaDarts(ann, 20, 3));
+        QVERIFY(!store.lastError().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestReview)
+#include "tst_review.moc"
