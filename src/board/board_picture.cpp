@@ -87,18 +87,25 @@ QPointF BoardPicture::pictureFromBoard(BoardPoint point)
     return {boardCenter + point.x, boardCenter - point.y};
 }
 
-void BoardPicture::addPlot(BoardPoint at, const QColor &color)
+void BoardPicture::setPlots(std::vector<PlotSet> sets)
 {
-    plots_.append({at, color});
+    plots_ = std::move(sets);
+    renderPlots();
     update();
 }
 
 void BoardPicture::clearPlots()
 {
-    if (plots_.isEmpty())
+    if (plots_.empty())
         return;
     plots_.clear();
+    plotLayer_ = QImage();
     update();
+}
+
+void BoardPicture::renderPlots()
+{
+    plotLayer_ = plots_.empty() ? QImage() : renderPlotLayer(plots_, side, devicePixelRatioF());
 }
 
 void BoardPicture::paintEvent(QPaintEvent *)
@@ -143,10 +150,11 @@ void BoardPicture::paintEvent(QPaintEvent *)
                          QString::number(number));
     }
 
-    painter.setPen(QPen(Qt::black, 1));
-    for (const Plot &plot : std::as_const(plots_)) {
-        painter.setBrush(plot.color);
-        painter.drawEllipse(pictureFromBoard(plot.at), 2.5, 2.5);
+    if (!plots_.empty()) {
+        // The screen may have changed under the window since the plot was drawn.
+        if (plotLayer_.devicePixelRatio() != devicePixelRatioF())
+            renderPlots();
+        painter.drawImage(QPointF(0, 0), plotLayer_);
     }
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "board/board_geometry.h"
+#include "board/plot_layer.h"
 
 #include <QColor>
-#include <QList>
 #include <QWidget>
 
 namespace tavrix {
@@ -23,14 +23,11 @@ public:
 
     explicit BoardPicture(QWidget *parent = nullptr);
 
-    // Dots drawn over the board (the review plots); cleared on a mode switch.
-    struct Plot {
-        BoardPoint at;
-        QColor color;
-    };
-    void addPlot(BoardPoint at, const QColor &color);
+    // Darts plotted over the board (review); cleared on a mode switch. The
+    // plot is drawn once, here, and only copied by each paint.
+    void setPlots(std::vector<PlotSet> sets);
     void clearPlots();
-    const QList<Plot> &plots() const { return plots_; }
+    const std::vector<PlotSet> &plots() const { return plots_; }
 
     // Picture pixel of a board position.
     static QPointF pictureFromBoard(BoardPoint point);
@@ -39,7 +36,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QList<Plot> plots_;
+    void renderPlots();
+
+    std::vector<PlotSet> plots_;
+    QImage plotLayer_;
 };
 
 } // namespace tavrix

@@ -4,6 +4,7 @@
 
 #include "board/board_input.h"
 #include "board/board_picture.h"
+#include "board/plot_layer.h"
 
 #include <QImage>
 #include <QLabel>
@@ -122,6 +123,39 @@ private slots:
             QCOMPARE(bedColor(RingTriple, here), bedColor(RingDouble, here));
         }
         QVERIFY(bedColor(RingBull, 25) != bedColor(RingOuterBull, 25));
+    }
+
+    // Plotted darts, at one and at two screen pixels per picture pixel:
+    // each dot in its colour on its point, the later set over the earlier,
+    // nothing between; a set's cross on its mean and its ellipse turned
+    // counter-clockwise on the board.
+    void plotLayer()
+    {
+        const QColor red(240, 0, 0);
+        const PlotSet black{Qt::black, {{0, 150}, {0.2, 150.1}, {100, 0}}, {}, {}};
+        const PlotSet reds{red, {{100, 0}, {-50, -50}}, BoardPoint{0, -100}, PlotEllipse{50, 20, 30}};
+        for (const qreal ratio : {1.0, 2.0}) {
+            const QImage layer = renderPlotLayer({black, reds}, BoardPicture::side, ratio);
+            QCOMPARE(layer.size(), QSize(520, 520) * ratio);
+            QCOMPARE(layer.devicePixelRatio(), ratio);
+            auto at = [&](BoardPoint p) {
+                const QPointF pixel = BoardPicture::pictureFromBoard(p) * ratio;
+                return layer.pixelColor(int(pixel.x()), int(pixel.y()));
+            };
+            QCOMPARE(at({0, 150}), QColor(Qt::black));
+            QCOMPARE(at({0.2, 150.1}), QColor(Qt::black));
+            QCOMPARE(at({100, 0}), red);
+            QCOMPARE(at({-50, -50}), red);
+            QCOMPARE(at({0, 100}).alpha(), 0);
+            QCOMPARE(at({0, 154}).alpha(), 0);
+            // The major axis points up and to the right, 30 degrees over the
+            // horizontal; its mirror image below stays clear.
+            const QColor tip = at({43.3, -100 + 25});
+            QVERIFY2(tip.alpha() > 0, qPrintable(tip.name(QColor::HexArgb)));
+            QCOMPARE(at({43.3, -100 - 25}).alpha(), 0);
+            const QColor cross = at({0, -100});
+            QVERIFY2(cross.red() > 150 && cross.green() < 120, qPrintable(cross.name(QColor::HexArgb)));
+        }
     }
 };
 
