@@ -2,7 +2,6 @@
 
 #include "board/board_picture.h"
 #include "dialogs/alert_box.h"
-#include "dialogs/fitting_label.h"
 #include "dialogs/messages.h"
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
@@ -15,6 +14,7 @@
 #include "practice/practice_controller.h"
 #include "practice/practice_frame.h"
 #include "review/review_controller.h"
+#include "review/review_frame.h"
 #include "review/skill_factors_frame.h"
 #include "session/session.h"
 #include "sound/sounds.h"
@@ -42,13 +42,6 @@ QLabel *namedLabel(const char *name, QWidget *parent, const QString &text = {})
     label->setObjectName(QString::fromLatin1(name));
     label->setWordWrap(true);
     return label;
-}
-
-QGroupBox *modeFrame(const char *name, const char *caption, QWidget *parent)
-{
-    auto *frame = new QGroupBox(QString::fromLatin1(caption), parent);
-    frame->setObjectName(QString::fromLatin1(name));
-    return frame;
 }
 
 QFont greetingFont(const QWidget *widget)
@@ -137,33 +130,18 @@ void Darts::buildFrames()
     gameFrame_ = new GameFrame(central);
     playFrame_ = gameFrame_;
     practiceFrame_ = new PracticeFrame(central);
-    reviewFrame_ = modeFrame("ReviewModeFrame", "Review Mode", central);
+    reviewFrame_ = new ReviewFrame(central);
 
     greetingLabels_.append(gameFrame_->playerNameText);
     nameLabels_ = {gameFrame_->player2Text, gameFrame_->player2Text01};
     skillOptions_ = gameFrame_->fraSkill;
     btnStartGame_ = gameFrame_->btnStartGame;
 
-    auto *review = new QVBoxLayout(reviewFrame_);
-    auto *reviewGreeting = new FittingLabel(reviewFrame_);
-    reviewGreeting->setObjectName(QStringLiteral("playerNameText_review"));
-    greetingLabels_.append(reviewGreeting);
-    review->addWidget(greetingLabels_.last());
-    for (const char *text : {"Select scoring area to view by clicking on the corresponding section "
-                             "of the dartboard image.",
-                             "Black pips mark darts thrown during practice.",
-                             "Red pips mark darts thrown during game play."}) {
-        auto *label = new QLabel(QString::fromLatin1(text), reviewFrame_);
-        label->setWordWrap(true);
-        review->addWidget(label);
-    }
-    skillFactors_ = new SkillFactorsFrame(reviewFrame_);
-    review->addWidget(skillFactors_);
-    review->addStretch();
+    greetingLabels_.append(reviewFrame_->greeting());
 
     for (QLabel *label : std::as_const(greetingLabels_))
         label->setFont(greetingFont(label));
-    for (QGroupBox *frame : {playFrame_, static_cast<QGroupBox *>(practiceFrame_), reviewFrame_})
+    for (QGroupBox *frame : std::initializer_list<QGroupBox *>{playFrame_, practiceFrame_, reviewFrame_})
         frameColumn->addWidget(frame);
     columns->addLayout(frameColumn, 1);
     setCentralWidget(central);
@@ -181,7 +159,10 @@ void Darts::buildFrames()
     connect(practice_, &PracticeController::reenterRequested, this, [this] { switchMode(Mode::Practice); });
     // Enter opens and confirms practice sets, but never quits a sequence.
     keys->addEnterButton(practiceFrame_->goButton(), [this] { return practice_->goCaptionIsSafe(); });
-    review_ = new ReviewController(*boardInput_, this);
+    review_ = new ReviewController({session_, program_.store(), program_.messages(), *boardInput_, *reviewFrame_,
+                                    this},
+                                   this);
+    connect(review_, &ReviewController::areaChosen, this, &Darts::doPlot);
 }
 
 void Darts::formLoad()
@@ -200,7 +181,7 @@ void Darts::switchMode(Mode mode)
     picture_->clearPlots();
     hidePips();
     picture_->setEnabled(false);
-    for (QGroupBox *frame : {playFrame_, static_cast<QGroupBox *>(practiceFrame_), reviewFrame_}) {
+    for (QGroupBox *frame : std::initializer_list<QGroupBox *>{playFrame_, practiceFrame_, reviewFrame_}) {
         frame->hide();
         frame->setEnabled(false);
     }
@@ -232,8 +213,7 @@ void Darts::switchMode(Mode mode)
         reviewFrame_->show();
         reviewFrame_->setEnabled(true);
         countTargetThrows();
-        buildYouProfile();
-        skillFactors_->showProfile(skill_, session_.useCms);
+        showReviewProfile();
         break;
     }
 }
@@ -261,6 +241,18 @@ void Darts::buildYouProfile()
     if (!buildSkillProfile(skill_, SkillLevel::You, 0.0, program_.store(), session_.currentPlayerId))
         program_.messages().error(this, QString::fromLatin1(applicationTitle),
                                   program_.store().lastError());
+}
+
+void Darts::showReviewProfile()
+{
+    buildYouProfile();
+    reviewFrame_->skillFactors()->showProfile(skill_, session_.useCms);
+}
+
+void Darts::doPlot(int ringCode, int segmentCode)
+{
+    if (review_->doPlot(ringCode, segmentCode))
+        showReviewProfile();
 }
 
 void Darts::countTargetThrows()

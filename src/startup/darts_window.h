@@ -24,7 +24,7 @@ class PlayController;
 class PracticeController;
 class PracticeFrame;
 class ReviewController;
-class SkillFactorsFrame;
+class ReviewFrame;
 class SkillOptions;
 class MyAlertBox;
 class NewUserDialog;
@@ -62,6 +62,9 @@ public:
     // Rebuilds the player's own ("You") profile, refreshing its sample
     // count; a database failure is reported and the old figures stay.
     void buildYouProfile();
+    // Review: plots the darts aimed at the clicked area (ring and segment
+    // code) with their figures, then refreshes the skill factors.
+    void doPlot(int ringCode, int segmentCode);
     // Counts the player's darts aimed at each scoring area.
     void countTargetThrows();
     // Chooses the game options of the last run again.
@@ -102,6 +105,8 @@ private:
     bool mayLeaveGame();
 
     void checkModeEntry(Mode mode);
+    // The "You" profile rebuilt and shown in the review frame.
+    void showReviewProfile();
 
     Program &program_;
     Session &session_;
@@ -116,14 +121,13 @@ private:
     PlayController *play_ = nullptr;
     PracticeController *practice_ = nullptr;
     ReviewController *review_ = nullptr;
-    QGroupBox *reviewFrame_ = nullptr;
+    ReviewFrame *reviewFrame_ = nullptr;
     QLabel *scoreHoverText_ = nullptr;
     QList<QLabel *> statsLabels_;
     QList<QLabel *> nameLabels_;
     QList<QLabel *> greetingLabels_;
     QPushButton *btnStartGame_ = nullptr;
     SkillOptions *skillOptions_ = nullptr;
-    SkillFactorsFrame *skillFactors_ = nullptr;
     GameChoices *gameChoices_ = nullptr;
 
     QAction *modePractice_ = nullptr;
