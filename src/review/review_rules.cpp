@@ -1,5 +1,7 @@
 #include "review/review_rules.h"
 
+#include "practice/practice_rules.h"
+
 #include <cmath>
 
 namespace tavrix {
@@ -64,10 +66,8 @@ ReviewFigures reviewFigures(const ReviewTally &tally, bool useCms)
     const QString none = QStringLiteral("N/A");
     if (tally.darts <= 0)
         return {QStringLiteral("0"), QString::number(tally.hits), none, none};
-    // Whole hundredths of a percent in integers: exactly cut, never rounded.
-    const qint64 hundredths = 10000 * tally.hits / tally.darts;
     return {QString::number(tally.darts), QString::number(tally.hits),
-            truncatedText(double(hundredths) / 100, 100) + QLatin1Char('%'),
+            hitPercentText(tally.hits, tally.darts) + QLatin1Char('%'),
             distanceText(tally.distanceSum / double(tally.darts), useCms)};
 }
 
