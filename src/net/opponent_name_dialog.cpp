@@ -1,6 +1,7 @@
 #include "net/opponent_name_dialog.h"
 
 #include "dialogs/placement.h"
+#include "net/net_link.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -74,6 +75,13 @@ OpponentNameDialog::OpponentNameDialog(QWidget *mainWindow)
     networkControls_ = {clientServer_, beClient_, beServer_, clientPort_, clientHost_, hostLabel,
                         clientPortLabel, serverPort_, clientSettings_, serverSettings_};
 
+    // Says what is wrong with a port before the dialog lets go of it.
+    portProblem_ = named(new QLabel(this), "lblPortProblem");
+    portProblem_->setWordWrap(true);
+    portProblem_->setStyleSheet(QStringLiteral("color: #b00000;"));
+    portProblem_->hide();
+    layout->addWidget(portProblem_);
+
     auto *buttons = new QDialogButtonBox(this);
     QPushButton *ok = named(buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole), "OKButton");
     ok->setDefault(true);
@@ -123,6 +131,18 @@ void OpponentNameDialog::roleClicked()
 
 void OpponentNameDialog::accept()
 {
+    if (check1_->isChecked()) {
+        QLineEdit *port = beServer_->isChecked() ? serverPort_ : clientPort_;
+        const PortChoice choice = parsePort(port->text());
+        portProblem_->setText(choice.problem);
+        portProblem_->setVisible(!choice.port);
+        if (!choice.port) {
+            port->setFocus();
+            port->selectAll();
+            return;
+        }
+    }
+    portProblem_->hide();
     if (!check1_->isChecked())
         opponentName_ = text1_->text();
     cancelled_ = false;

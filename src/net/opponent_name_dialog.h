@@ -54,6 +54,7 @@ private:
     QLineEdit *clientPort_ = nullptr;
     QLineEdit *serverPort_ = nullptr;
     QList<QWidget *> networkControls_;
+    QLabel *portProblem_ = nullptr;
 };
 
 } // namespace tavrix
