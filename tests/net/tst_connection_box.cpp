@@ -1,0 +1,92 @@
+// "Establishing Network Connection" over 127.0.0.1: the client's eleven
+// attempts with the address read again each time, the time-out and "Close",
+// the server's wait until its caller comes, a port that is taken, Cancel.
+
+#include "../support/test_home.h"
+#include "net/connection_box.h"
+#include "net/net_link.h"
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTcpServer>
+
+using namespace tavrix;
+
+class TestConnectionBox : public QObject {
+    Q_OBJECT
+
+    // A port nobody listens on now.
+    static quint16 freePort()
+    {
+        QTcpServer probe;
+        probe.listen(QHostAddress::LocalHost, 0);
+        return probe.serverPort();
+    }
+
+private slots:
+    void clientAttemptsThenTimesOut()
+    {
+        NetLink link;
+        QString host = QStringLiteral("127.0.0.1");
+        const QString port = QString::number(freePort());
+        MyCancelBox box(link, [&] { return std::pair{host, port}; }, nullptr);
+        QSignalSpy allowed(&box, &MyCancelBox::startAllowed);
+        auto *label = findControl<QLabel>(&box, "Label1");
+        box.clientConnect(QStringLiteral("Bob"), host, port);
+        QVERIFY(box.isVisible());
+        QCOMPARE(label->text(), QStringLiteral("Connecting to Bob at host 127.0.0.1 on port %1 (attempt #1)").arg(port));
+        QCOMPARE(box.socketTimer()->interval(), 6000);
+        host = QStringLiteral("localhost");
+        for (int tick = 0; tick < 10; ++tick)
+            box.socketTimerTick();
+        QCOMPARE(label->text(), QStringLiteral("Connecting to Bob at host localhost on port %1 (attempt #11)").arg(port));
+        QVERIFY(box.socketTimer()->isActive());
+        QCOMPARE(allowed.count(), 0);
+        box.socketTimerTick();
+        QCOMPARE(label->text(), QStringLiteral("Connection attempt timed out."));
+        QCOMPARE(findControl<QPushButton>(&box, "CancelButton")->text(), QStringLiteral("Close"));
+        QVERIFY(!box.socketTimer()->isActive() && box.isVisible());
+        QCOMPARE(allowed.count(), 1);
+        QCOMPARE(link.state(), NetLink::State::Closed);
+        findControl<QPushButton>(&box, "CancelButton")->click();
+        QVERIFY(!box.isVisible());
+    }
+
+    // The server waits 60 s with the previous opponent's name; its caller
+    // closes the box through the greeting; a second wait on a taken port
+    // says so at once; Cancel stops the wait.
+    void serverWaits()
+    {
+        NetLink link;
+        MyCancelBox box(link, [] { return std::pair{QString(), QString()}; }, nullptr);
+        QSignalSpy allowed(&box, &MyCancelBox::startAllowed);
+        auto *label = findControl<QLabel>(&box, "Label1");
+        const QString port = QString::number(freePort());
+        box.serverListen(QString(), port);
+        QCOMPARE(label->text(), QStringLiteral("Waiting for connection from  on port %1").arg(port));
+        QCOMPARE(box.socketTimer()->interval(), 60000);
+        NetLink caller;
+        QSignalSpy up(&link, &NetLink::connected);
+        caller.connectTo(QStringLiteral("127.0.0.1"), port.toUShort());
+        QTRY_COMPARE(up.count(), 1);
+        box.connectionEstablished();
+        QVERIFY(!box.isVisible() && !box.socketTimer()->isActive());
+
+        QTcpServer holder;
+        QVERIFY(holder.listen(QHostAddress::Any, 0));
+        box.serverListen(QStringLiteral("Bob"), QString::number(holder.serverPort()));
+        QVERIFY(label->text().contains(QLatin1String("is in use by another program")));
+        QCOMPARE(allowed.count(), 1);
+        QVERIFY(!box.socketTimer()->isActive());
+
+        box.serverListen(QStringLiteral("Bob"), port);
+        QCOMPARE(link.state(), NetLink::State::Listening);
+        findControl<QPushButton>(&box, "CancelButton")->click();
+        QCOMPARE(link.state(), NetLink::State::Closed);
+        QVERIFY(!box.isVisible());
+        QCOMPARE(allowed.count(), 2);
+    }
+};
+
+QTEST_MAIN(TestConnectionBox)
+#include "tst_connection_box.moc"
