@@ -151,10 +151,10 @@ NetMessage decodeGame(const FieldReader &read, const QStringList &fields)
 
 NetMessage decodeSet(const FieldReader &read, const QStringList &fields)
 {
-    if (fields.size() % 2 != 0)
-        return read.ignored(IgnoreReason::MissingField);
     if (fields.size() > 6)
         return read.ignored(IgnoreReason::TooManyFields);
+    if (fields.size() % 2 != 0)
+        return read.ignored(IgnoreReason::MissingField);
     SetMessage m;
     for (qsizetype i = 0; i < fields.size(); i += 2) {
         PicturePos dart;
@@ -165,6 +165,23 @@ NetMessage decodeSet(const FieldReader &read, const QStringList &fields)
         m.darts << dart;
     }
     return m;
+}
+
+// No command reads more than six fields; a seventh tells SET it has too many.
+// Splitting no further keeps a frame of millions of "|" from becoming
+// millions of strings.
+QStringList leadingFields(QStringView text)
+{
+    constexpr qsizetype enough = 7;
+    QStringList fields;
+    for (qsizetype from = 0; fields.size() < enough;) {
+        const qsizetype bar = text.indexOf(u'|', from);
+        fields << text.sliced(from, (bar < 0 ? text.size() : bar) - from).toString();
+        if (bar < 0)
+            break;
+        from = bar + 1;
+    }
+    return fields;
 }
 
 } // namespace
@@ -183,7 +200,7 @@ NetMessage decodeFrame(const QByteArray &frameBytes)
     const QString text = QString::fromUtf8(frameBytes); // bad bytes become U+FFFD
     const QString command = text.left(3);
     // The fourth character is the separator, skipped whatever it is.
-    const QStringList fields = text.size() >= 5 ? text.sliced(4).split(u'|') : QStringList();
+    const QStringList fields = text.size() >= 5 ? leadingFields(QStringView(text).sliced(4)) : QStringList();
     const FieldReader read(command, fields);
 
     if (command == u"HEL") {

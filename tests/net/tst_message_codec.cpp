@@ -149,6 +149,9 @@ private slots:
         QTest::newRow("set odd") << QByteArray("SET|1|2|3") << IgnoreReason::MissingField;
         QTest::newRow("set four darts") << QByteArray("SET|1|2|3|4|5|6|7|8") << IgnoreReason::TooManyFields;
         QTest::newRow("set huge") << QByteArray("SET|1|2|3|4|5|-4000.5") << IgnoreReason::OutOfRange;
+        QTest::newRow("set seven fields") << QByteArray("SET|1|2|3|4|5|6|7") << IgnoreReason::TooManyFields;
+        QTest::newRow("set of bars") << QByteArray(3 << 20, '|').replace(0, 3, "SET")
+                                     << IgnoreReason::TooManyFields;
         QTest::newRow("empty chat") << QByteArray("REM|") << IgnoreReason::MissingField;
         QTest::newRow("empty frame") << QByteArray() << IgnoreReason::UnknownCommand;
         QTest::newRow("bad utf-8") << QByteArray("\xff\xfe\xc3|1|2") << IgnoreReason::UnknownCommand;
