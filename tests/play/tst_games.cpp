@@ -216,6 +216,17 @@ private slots:
         messages_.answers = {true};
         action("mnuModePractice")->trigger();
         expectFitsSmallScreen("practice");
+        // The widest read-outs a set can show, in centimetres, during a
+        // count-down.
+        for (int i = 0; i < 3; ++i) {
+            control<QLabel>(qPrintable(QStringLiteral("rdisttext_%1").arg(i)))->setText(QStringLiteral("24.873 cm"));
+            control<QLabel>(qPrintable(QStringLiteral("angleText_%1").arg(i)))->setText(QStringLiteral("359.9 deg."));
+            control<QLabel>(qPrintable(QStringLiteral("scoreText_%1").arg(i)))->setText(QStringLiteral("Missed board"));
+        }
+        control<QLabel>("AvgDistAnyText")->setText(QStringLiteral("24.873 cm"));
+        control<QLabel>("GeneralText")->setText(QStringLiteral("Adjust Darts and \"Confirm\""));
+        control<QPushButton>("goButton")->setText(QStringLiteral("Quit\nCount\nDown"));
+        expectFitsSmallScreen("a practice set");
         action("mnuModeReview")->trigger();
         expectFitsSmallScreen("review");
     }
