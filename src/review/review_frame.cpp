@@ -84,6 +84,15 @@ void ReviewFrame::setCaption(int index, const QString &caption)
     figureFrames_[index]->setTitle(caption);
 }
 
+void ReviewFrame::clearFigures()
+{
+    for (int index = 0; index < 3; ++index) {
+        setCaption(index, QStringLiteral("Scoring Area"));
+        for (QLabel *value : values_[index])
+            value->clear();
+    }
+}
+
 void ReviewFrame::showFigures(int index, const ReviewFigures &figures)
 {
     const QString texts[] = {figures.darts, figures.hits, figures.percentage, figures.average};

@@ -28,6 +28,8 @@ public:
     SkillFactorsFrame *skillFactors() const { return skillFactors_; }
 
     void setCaption(int index, const QString &caption);
+    // No area chosen: the frames' captions and figures as at first.
+    void clearFigures();
     void showFigures(int index, const ReviewFigures &figures);
 
 private:

@@ -210,6 +210,8 @@ void Darts::switchMode(Mode mode)
     case Mode::Review:
         boardInput_->setController(review_);
         picture_->setEnabled(true);
+        // The figures of an area go with its plot, which the switch cleared.
+        reviewFrame_->clearFigures();
         reviewFrame_->show();
         reviewFrame_->setEnabled(true);
         countTargetThrows();

@@ -92,8 +92,11 @@ private slots:
         action("mnuModePlay")->trigger();
         QVERIFY(plots().isEmpty());
 
-        // Back in review, a read that fails is reported and empties the figures.
+        // Back in review no area is chosen yet; a read that fails is
+        // reported and empties the figures.
         action("mnuModeReview")->trigger();
+        QCOMPARE(captions()[2], QStringLiteral("Scoring Area"));
+        QCOMPARE(figures(0), (QStringList{"", "", "", ""}));
         program_->store().close();
         clickAt(aimPoint(2, 20));
         QCOMPARE(messages_.shown.size(), 1);
