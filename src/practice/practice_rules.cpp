@@ -9,16 +9,6 @@ namespace {
 // The bull area, where practice stores the ring code as the score.
 constexpr double bullAreaRadius = 19.0;
 
-QString ringWord(int ring)
-{
-    switch (ring) {
-    case 1: return QStringLiteral("Any");
-    case 2: return QStringLiteral("Double");
-    case 3: return QStringLiteral("Triple");
-    default: return {};
-    }
-}
-
 QString bullText()
 {
     return QStringLiteral("25 or Bull");
@@ -36,6 +26,16 @@ QString averageOrNa(double sum, qint64 count, bool useCms)
 }
 
 } // namespace
+
+QString targetRingWord(int ring)
+{
+    switch (ring) {
+    case 1: return QStringLiteral("Any");
+    case 2: return QStringLiteral("Double");
+    case 3: return QStringLiteral("Triple");
+    default: return {};
+    }
+}
 
 PracticeScore practiceScore(double radius, double angle)
 {
@@ -98,7 +98,7 @@ OpenedSet openPracticeSet(PracticeState &state, int ringChoice, int scoreChoice,
     state.targetValue = value;
     state.targetRing = ring;
     state.target = value == 25 ? BoardPoint{} : aimPoint(ring, value);
-    opened.targetText = ringWord(ring) + QStringLiteral(" ") + (bull ? bullText() : QString::number(value));
+    opened.targetText = targetRingWord(ring) + QStringLiteral(" ") + (bull ? bullText() : QString::number(value));
     return opened;
 }
 

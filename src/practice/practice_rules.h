@@ -30,6 +30,10 @@ PracticeScore practiceScore(double radius, double angle);
 // among them) needs the number alone, a double or treble also the ring.
 bool practiceHit(int targetValue, int targetRing, int score, int ring);
 
+// The word for a target's ring: 1 "Any", 2 "Double", 3 "Triple"; empty for
+// any other.
+QString targetRingWord(int ring);
+
 // Item data of the two target lists.
 inline constexpr int randomChoice = 0;
 inline constexpr int countDownChoice = -1;

@@ -18,11 +18,10 @@ std::optional<ReviewArea> reviewArea(int ringCode, int segmentCode)
     }
     if (ringCode < RingSingle || ringCode > RingTriple || segmentCode < 1 || segmentCode > 20)
         return std::nullopt;
-    static const char *const ringWords[] = {"Any", "Double", "Triple"};
     area.number = segmentCode;
     area.ring = ringCode;
     area.name = QString::number(segmentCode);
-    area.ringWord = QLatin1String(ringWords[ringCode - 1]);
+    area.ringWord = targetRingWord(ringCode);
     area.aim = aimPoint(ringCode, segmentCode);
     return area;
 }
