@@ -33,26 +33,6 @@ private slots:
         QCOMPARE(scoreAt(0, 7.000005), (PracticeScore{-999, 0}));
     }
 
-    // Chosen targets, and the bull which ignores the ring list.
-    void chosenTargets()
-    {
-        PracticeState state;
-        QRandomGenerator random(1);
-        OpenedSet set = openPracticeSet(state, 2, 17, random);
-        QCOMPARE(set.targetText, QStringLiteral("Double 17"));
-        QVERIFY(!set.alert);
-        QCOMPARE(state.target, aimPoint(2, 17));
-        set = openPracticeSet(state, 3, bullChoice, random);
-        QCOMPARE(set.targetText, QStringLiteral("25 or Bull"));
-        QCOMPARE(state.targetValue, 25);
-        QCOMPARE(state.targetRing, 1);
-        QCOMPARE(state.target, (BoardPoint{0, 0}));
-        set = openPracticeSet(state, 3, 20, random);
-        QCOMPARE(set.targetText, QStringLiteral("Triple 20"));
-        QCOMPARE(state.target.y, 118.0);
-        QVERIFY(std::abs(state.target.x) < 1e-9);
-    }
-
     // "-- Random --" in both lists: every number and ring turns up, the bull
     // about one set in 21, always as ring 1.
     void randomTargets()
