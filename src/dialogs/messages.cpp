@@ -32,4 +32,10 @@ void SystemMessages::alert(const QString &message, const QString &title)
         notice(nullptr, title, message);
 }
 
+void SystemMessages::hideAlert()
+{
+    if (alertBox_)
+        alertBox_->hide();
+}
+
 } // namespace tavrix

@@ -25,6 +25,8 @@ public:
     virtual void error(QWidget *parent, const QString &title, const QString &text) = 0;
     // A game event to acknowledge, in the program's own alert box.
     virtual void alert(const QString &message, const QString &title) = 0;
+    // Takes an alert off the screen, as though acknowledged.
+    virtual void hideAlert() {}
 };
 
 // The real thing: the system's message boxes and the alert box.
@@ -34,6 +36,7 @@ public:
     bool askYesNo(QWidget *parent, const QString &title, const QString &text) override;
     void error(QWidget *parent, const QString &title, const QString &text) override;
     void alert(const QString &message, const QString &title) override;
+    void hideAlert() override;
 
     // The alert box to use; until one is set alerts show as notices.
     void setAlertBox(MyAlertBox *box) { alertBox_ = box; }

@@ -26,6 +26,11 @@ void GameSession::setThrowers(Thrower *player1, Thrower *player2)
 void GameSession::chooseOptions(const GameOptions &options)
 {
     previousCodes_ = codes_;
+    reviseOptions(options);
+}
+
+void GameSession::reviseOptions(const GameOptions &options)
+{
     options_ = options;
     codes_ = {code(options.type), code(options.skill), code(options.opponent)};
 }
@@ -87,6 +92,13 @@ QString GameSession::messageName(int player) const
     if (vsComputer())
         return player == 1 ? QStringLiteral("I") : QStringLiteral("You");
     return options_.names[player - 1];
+}
+
+QString GameSession::alertName(int player) const
+{
+    if (overNetwork() && player == 2)
+        return QStringLiteral("You");
+    return messageName(player);
 }
 
 bool GameSession::canConfirm() const
@@ -170,7 +182,10 @@ void GameSession::confirmCork()
     const double d2 = std::hypot(cork_[1]->x, cork_[1]->y);
     // Equal shown distances: the computer throws first against the local
     // player, the local player against a person at this board.
-    thrower_ = corkFirstThrower(d1, d2, session_.useCms, vsComputer() ? 1 : 2);
+    if (overNetwork())
+        thrower_ = networkCorkFirstThrower(d1, d2, options_.netRole == NetRole::Client ? 2 : 1);
+    else
+        thrower_ = corkFirstThrower(d1, d2, session_.useCms, vsComputer() ? 1 : 2);
     phase_ = GamePhase::CorkResult;
     emit corkDecided();
 }

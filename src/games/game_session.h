@@ -34,6 +34,9 @@ enum class GamePhase {
     GameOver,
 };
 
+// Which end of a network connection this copy is, in a game over the network.
+enum class NetRole { None, Server, Client };
+
 struct GameOptions {
     GameType type = GameType::X01_501;
     OpponentKind opponent = OpponentKind::Computer;
@@ -45,6 +48,8 @@ struct GameOptions {
     bool keepStats = false;
     // Player 1 and player 2 as the score boards name them.
     std::array<QString, 2> names;
+    // Played against another copy of the program: player 1 is its player.
+    NetRole netRole = NetRole::None;
 };
 
 // What a confirmed set did, in the order it is to be shown.
@@ -78,6 +83,10 @@ public:
     // The options of a game about to start, chosen on "Start Game" whether
     // or not the game then starts.
     void chooseOptions(const GameOptions &options);
+    // Other options for the game about to start without a new "Start Game"
+    // (a network peer chose them): the options compared for clearing the
+    // tallies stay those before the last "Start Game".
+    void reviseOptions(const GameOptions &options);
     // The game goes ahead: the tallies of the present opponent are cleared
     // when its type, skill or opponent differ from the options chosen before.
     void prepare();
@@ -117,8 +126,12 @@ public:
     int currentThrower() const { return thrower_; }
     bool throwerMarksHere() const;
     bool vsComputer() const { return options_.opponent == OpponentKind::Computer; }
+    bool overNetwork() const { return options_.netRole != NetRole::None; }
     // How messages name a player: "I" and "You" against the computer.
     QString messageName(int player) const;
+    // How the alerts of doubling in and winning name a player: as messages
+    // do, but the local player is "You" over the network too.
+    QString alertName(int player) const;
     // Whether the main button may be clicked now.
     bool canConfirm() const;
 

@@ -20,6 +20,15 @@ int corkFirstThrower(double distance1, double distance2, bool useCms, int tieWin
     return tieWinner;
 }
 
+int networkCorkFirstThrower(double distance1, double distance2, int clientPlayer)
+{
+    if (distance1 < distance2)
+        return 1;
+    if (distance2 < distance1)
+        return 2;
+    return clientPlayer;
+}
+
 QString corkPrompt(const QString &name)
 {
     return QStringLiteral("\n") + name

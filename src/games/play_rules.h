@@ -29,6 +29,11 @@ namespace tavrix {
 // the bull as the distances are shown (truncated in the chosen unit); on
 // equal shown distances `tieWinner`.
 int corkFirstThrower(double distance1, double distance2, bool useCms, int tieWinner);
+// The same between two copies of the program over the network, which must
+// name the same player whatever unit each shows: the nearer dart at full
+// precision (the same verdict as the shown distances whenever those differ),
+// and on an exact tie `clientPlayer`, the player of the copy that called.
+int networkCorkFirstThrower(double distance1, double distance2, int clientPlayer);
 
 // "Name: Throw the cork. ..." for the player marking a cork dart.
 QString corkPrompt(const QString &name);

@@ -160,6 +160,27 @@ void PlacedDartsOpponent::placeCork(BoardPoint at)
     deliverCork();
 }
 
+void PlacedDartsOpponent::setDarts(const QList<BoardPoint> &darts)
+{
+    darts_ = darts.mid(0, 3);
+    dartsWaiting_ = true;
+    if (GameSession *game = turnGame_) {
+        turnGame_ = nullptr;
+        takeTurn(*game, turnPlayer_);
+    }
+}
+
+void PlacedDartsOpponent::takeTurn(GameSession &game, int player)
+{
+    if (!dartsWaiting_) {
+        turnGame_ = &game;
+        turnPlayer_ = player;
+        return;
+    }
+    dartsWaiting_ = false;
+    DartByDartOpponent::takeTurn(game, player);
+}
+
 void PlacedDartsOpponent::throwCork(GameSession &game, int)
 {
     corkGame_ = &game;
@@ -171,6 +192,9 @@ void PlacedDartsOpponent::stop()
     DartByDartOpponent::stop();
     corkGame_ = nullptr;
     cork_.reset();
+    turnGame_ = nullptr;
+    dartsWaiting_ = false;
+    darts_.clear();
 }
 
 void PlacedDartsOpponent::deliverCork()
@@ -182,7 +206,7 @@ void PlacedDartsOpponent::deliverCork()
     corkGame_ = nullptr;
     cork_.reset();
     game->placeDart(at);
-    sounds_.play(SoundCue::Splat, true);
+    sounds_.play(landingCue(at), true);
     game->confirmCork();
 }
 

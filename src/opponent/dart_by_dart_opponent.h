@@ -94,22 +94,25 @@ private:
     const SkillProfile &profile_;
 };
 
-// A player whose darts arrive already placed: a set of up to three darts is
-// handed over before its turn, and its cork dart whenever it comes.
+// A player whose darts arrive already placed (from another copy of the
+// program): its turn waits until the set of up to three darts is handed over,
+// and its cork dart is taken whenever it comes.
 class PlacedDartsOpponent : public DartByDartOpponent {
     Q_OBJECT
 
 public:
     using DartByDartOpponent::DartByDartOpponent;
 
-    // The darts of the next turn (fewer than three when the rest were
-    // withheld).
-    void setDarts(const QList<BoardPoint> &darts) { darts_ = darts.mid(0, 3); }
+    // The darts of this side's turn (fewer than three when the rest were
+    // withheld): revealed at once when the turn has started, else when it
+    // does.
+    void setDarts(const QList<BoardPoint> &darts);
     // The cork dart: placed and confirmed when the game awaits it, else kept
-    // until it does.
+    // until it does. It lands with the sound of where it landed.
     void placeCork(BoardPoint at);
 
     void throwCork(GameSession &game, int player) override;
+    void takeTurn(GameSession &game, int player) override;
     void stop() override;
 
 protected:
@@ -121,6 +124,11 @@ private:
     void deliverCork();
 
     QList<BoardPoint> darts_;
+    // Darts handed over for a turn not yet started.
+    bool dartsWaiting_ = false;
+    // A turn started before its darts came.
+    QPointer<GameSession> turnGame_;
+    int turnPlayer_ = 1;
     std::optional<BoardPoint> cork_;
     QPointer<GameSession> corkGame_;
 };

@@ -128,6 +128,12 @@ GameFrame::GameFrame(QWidget *parent)
     }
 
     layout->addStretch();
+    lblNetworkActive = new QLabel(QStringLiteral("Network Connection Active"), this);
+    lblNetworkActive->setObjectName(QStringLiteral("lblNetworkActive"));
+    lblNetworkActive->setAlignment(Qt::AlignCenter);
+    lblNetworkActive->setStyleSheet(QStringLiteral("color: #006400; font-weight: bold;"));
+    lblNetworkActive->hide();
+    layout->addWidget(lblNetworkActive);
     auto *buttons = new QHBoxLayout;
     btnStartGame = new QPushButton(QStringLiteral("Start Game"), this);
     btnStartGame->setObjectName(QStringLiteral("btnStartGame"));

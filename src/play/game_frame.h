@@ -70,6 +70,8 @@ public:
     // Each player's standing in large figures, during a game.
     ScoreGlance *scoreGlance = nullptr;
 
+    // "Network Connection Active", while another copy is connected.
+    QLabel *lblNetworkActive = nullptr;
     QPushButton *btnStartGame = nullptr;
     QPushButton *btnQuitGame = nullptr;
     // Takes back the last dart marked in a set.

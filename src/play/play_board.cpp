@@ -21,7 +21,13 @@ namespace tavrix {
 
 MarkerSet PlayController::markerSet(int player) const
 {
-    return player == 1 ? MarkerSet::Opponent : MarkerSet::Local;
+    // Both copies of a network game show the client's cork dart as an
+    // opponent's marker and the server's as a local one, so on the client
+    // the two swap until the first turn.
+    const GamePhase phase = game_.phase();
+    const bool cork = phase == GamePhase::CorkAwaited || phase == GamePhase::CorkPlaced || phase == GamePhase::CorkResult;
+    const bool swapped = cork && game_.options().netRole == NetRole::Client;
+    return (player == 1) != swapped ? MarkerSet::Opponent : MarkerSet::Local;
 }
 
 ThrowPhase PlayController::throwPhase() const

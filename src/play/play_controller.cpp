@@ -3,6 +3,8 @@
 #include "board/board_picture.h"
 #include "dialogs/messages.h"
 #include "games/checkout_chart.h"
+#include "net/net_game_rules.h"
+#include "net/network_game.h"
 #include "net/opponent_name_dialog.h"
 #include "opponent/dart_by_dart_opponent.h"
 #include "opponent/skill_options.h"
@@ -48,6 +50,8 @@ PlayController::PlayController(const Context &context, QObject *parent)
     saveRetryTimer_->setInterval(5000);
     connect(saveRetryTimer_, &QTimer::timeout, this, &PlayController::retrySaving);
     computer_ = new ComputerOpponent(c_.sounds, c_.chart, c_.session.random, c_.skill.profile, this);
+    peer_ = new PlacedDartsOpponent(c_.sounds, this);
+    connectNetwork();
 
     GameFrame &f = c_.frame;
     connect(f.btnStartGame, &QPushButton::clicked, this, &PlayController::btnStartGameClicked);
@@ -192,7 +196,9 @@ void PlayController::refreshButton()
         caption = QStringLiteral("Start Game");
         break;
     case GamePhase::CorkAwaited:
-        if (game_.throwerMarksHere())
+        // Over the network the button waits for the other side's cork as
+        // "Confirm Dart".
+        if (game_.throwerMarksHere() || game_.overNetwork())
             caption = QStringLiteral("Confirm Dart");
         break;
     case GamePhase::CorkPlaced:
@@ -206,7 +212,8 @@ void PlayController::refreshButton()
         break;
     }
     c_.frame.btnStartGame->setText(caption);
-    c_.frame.btnStartGame->setEnabled(game_.canConfirm());
+    const bool waiting = peerLeft_ || peerOkAwaited() || (game_.overNetwork() && net_->flags.localPlayAgain);
+    c_.frame.btnStartGame->setEnabled(game_.canConfirm() && !waiting);
     c_.frame.btnUndoDart->setEnabled(game_.canUndoDart());
 }
 
@@ -220,6 +227,8 @@ void PlayController::btnStartGameClicked()
         break;
     case GamePhase::CorkPlaced:
         c_.frame.btnStartGame->setEnabled(false);
+        if (game_.overNetwork())
+            sendCork();
         game_.confirmCork();
         break;
     case GamePhase::CorkResult:
@@ -236,10 +245,15 @@ void PlayController::startGame(bool playAgain)
     GameFrame &f = c_.frame;
     c_.board.hidePips();
     f.btnStartGame->setEnabled(false);
+    const bool networkAgain = playAgain && game_.overNetwork();
     GameOptions options;
     options.type = static_cast<GameType>(selected(f.opGame));
     options.skill = static_cast<SkillLevel>(selected(f.fraSkill->options()));
     options.opponent = static_cast<OpponentKind>(selected(f.opOpponent));
+    // Playing again over the network stays a game over the network while
+    // this side waits for the other's consent.
+    if (networkAgain)
+        options.netRole = game_.options().netRole;
     game_.chooseOptions(options);
 
     if (options.opponent == OpponentKind::Computer) {
@@ -249,29 +263,69 @@ void PlayController::startGame(bool playAgain)
         continueStartGame(2);
         return;
     }
-    if (!playAgain) {
+    if (networkAgain) {
+        NetworkGame::Flags &flags = net_->flags;
+        if (!flags.remotePlayAgain) {
+            // Asked first: the game starts when the other side agrees.
+            f.gameText->setText(standByText());
+            flags.localPlayAgain = true;
+            net_->send(PlayAgainMessage{});
+            return;
+        }
+        flags.remotePlayAgain = false;
+        net_->send(PlayAgainMessage{});
+    } else if (!playAgain) {
         if (!opponentDialog_)
             opponentDialog_ = new OpponentNameDialog(c_.window);
         opponentDialog_->exec();
         if (opponentDialog_->cancelled()) {
             opponentName_.clear();
-        } else if (opponentDialog_->getChkNetworkPlay() == 1) {
-            c_.messages.notice(c_.window, QString::fromLatin1(applicationTitle),
-                               QStringLiteral("Games over the network are not available yet. "
-                                              "Untick \"Network Play\" to play at this board."));
-            opponentName_.clear();
         } else {
-            opponentName_ = opponentDialog_->opponentName();
+            const bool network = opponentDialog_->getChkNetworkPlay() == 1;
+            net_->choose(network, opponentDialog_->getOpBeServer() ? NetRole::Server : NetRole::Client);
+            if (!network) {
+                opponentName_ = opponentDialog_->opponentName();
+            } else if (net_->established()) {
+                // Connected already: the other side restarts with these options.
+                net_->send(gameMessageOf(optionsOnFrame()));
+            } else {
+                startNetworkConnection();
+                return;
+            }
         }
     }
     if (opponentName_.trimmed().isEmpty()) {
         resetGame();
         return;
     }
+    startHumanGame();
+}
+
+void PlayController::startHumanGame()
+{
+    GameFrame &f = c_.frame;
     f.player1Text->setText(opponentName_);
     f.player1Text01->setText(f.player1Text->text());
-    game_.setThrowers(&personAtBoard_, &localPlayer_);
-    continueStartGame(1);
+    const bool network = net_->networkPlay();
+    game_.setThrowers(network ? static_cast<Thrower *>(peer_) : &personAtBoard_, &localPlayer_);
+    // Over the network the client's cork comes first on both copies.
+    continueStartGame(network && net_->role() == NetRole::Client ? 2 : 1);
+}
+
+GameOptions PlayController::optionsOnFrame() const
+{
+    const GameFrame &f = c_.frame;
+    GameOptions options = game_.options();
+    if (options.type == GameType::Cricket) {
+        options.keepStats = f.chkKeepCricketStats->isChecked();
+        options.simpleCricket = f.opCricketOptions[0]->isChecked();
+    } else {
+        options.keepStats = f.chkKeep01stats->isChecked();
+        options.doubleIn = f.chkDoubleIn->isChecked();
+        options.doubleOut = f.chkDoubleOut->isChecked();
+    }
+    options.netRole = options.opponent == OpponentKind::Human && net_->networkPlay() ? net_->role() : NetRole::None;
+    return options;
 }
 
 void PlayController::continueStartGame(int firstCorkThrower)
@@ -288,6 +342,11 @@ void PlayController::continueStartGame(int firstCorkThrower)
         frame->setEnabled(false);
     }
     f.gameText->show();
+    // A game still running (the other copy chose new options) ends here.
+    game_.reset();
+    peerLeft_ = false;
+    net_->flags.remoteBullOk = false;
+    net_->flags.localBullOk = false;
     game_.prepare();
     setGameStats();
     f.btnQuitGame->setEnabled(true);
@@ -302,17 +361,12 @@ void PlayController::continueStartGame(int firstCorkThrower)
         resetGame();
         return;
     }
+    options = optionsOnFrame();
     options.names = {f.player1Text->text(), f.player2Text->text()};
-    if (options.type == GameType::Cricket) {
-        options.keepStats = f.chkKeepCricketStats->isChecked();
-        options.simpleCricket = f.opCricketOptions[0]->isChecked();
+    if (options.type == GameType::Cricket)
         showCricketBoard();
-    } else {
-        options.keepStats = f.chkKeep01stats->isChecked();
-        options.doubleIn = f.chkDoubleIn->isChecked();
-        options.doubleOut = f.chkDoubleOut->isChecked();
+    else
         showX01Board(options.type == GameType::X01_301 ? 301 : 501);
-    }
     f.scoreGlance->show();
     f.scoreGlance->setEnabled(true);
     game_.start(options, *id, firstCorkThrower);
@@ -377,6 +431,8 @@ void PlayController::corkAwaited(int player)
 {
     syncBoard();
     if (!game_.throwerMarksHere()) {
+        if (game_.overNetwork())
+            c_.frame.gameText->setText(corkWaitText(opponentName_));
         refreshButton();
         return;
     }
@@ -399,10 +455,21 @@ void PlayController::corkDecided()
 void PlayController::okClicked()
 {
     if (game_.phase() == GamePhase::CorkResult) {
+        if (game_.overNetwork()) {
+            net_->flags.localBullOk = true;
+            net_->send(BullOkMessage{});
+            if (!net_->flags.remoteBullOk) {
+                awaitPeerOk();
+                return;
+            }
+        }
         nextTurn();
         return;
     }
     const SetOutcome outcome = game_.scoreSet();
+    // The other copy shows and scores this side's sets as they are confirmed.
+    if (game_.overNetwork() && outcome.player == 2)
+        sendSet();
     c_.frame.btnUndoDart->setEnabled(false);
     showOutcome(outcome);
     showGlance();
@@ -428,6 +495,8 @@ void PlayController::turnStarted(int player)
         c_.board.picture()->setEnabled(false);
         c_.board.hideHover();
         c_.board.hideMarkersFrom(markerSet(player), 0);
+        if (game_.overNetwork())
+            c_.frame.gameText->setText(turnWaitText(game_.options().names[player - 1]));
         return;
     }
     c_.frame.gameText->setText(game_.turnPromptText());
@@ -460,9 +529,11 @@ void PlayController::showOutcome(const SetOutcome &outcome)
     const QString name = game_.messageName(p);
     QRandomGenerator &random = c_.session.random;
     if (outcome.doubleIn == SetOutcome::DoubleIn::DoubledIn)
-        c_.messages.alert(name + QStringLiteral(" doubled in!"), alertTitle(AlertKind::DoubledIn, random));
+        c_.messages.alert(game_.alertName(p) + QStringLiteral(" doubled in!"),
+                          alertTitle(AlertKind::DoubledIn, random));
     else if (outcome.doubleIn == SetOutcome::DoubleIn::Missed)
-        c_.messages.alert(name + QStringLiteral(" didn't double in."), alertTitle(AlertKind::NotDoubledIn, random));
+        c_.messages.alert(game_.alertName(p) + QStringLiteral(" didn't double in."),
+                          alertTitle(AlertKind::NotDoubledIn, random));
     // The winning set is written with the end of the game.
     if (!outcome.won)
         record(outcome.rows);
@@ -478,7 +549,8 @@ void PlayController::showOutcome(const SetOutcome &outcome)
     }
     // Applause waits when the thrower stands at this board.
     if (outcome.applause)
-        c_.sounds.play(*outcome.applause, p == 2 || game_.options().opponent == OpponentKind::Human);
+        c_.sounds.play(*outcome.applause,
+                       p == 2 || (game_.options().opponent == OpponentKind::Human && !game_.overNetwork()));
     if (!outcome.columnLine.isEmpty()) {
         QLabel *column = p == 1 ? c_.frame.p1ScoreText : c_.frame.p2scoretext;
         column->setText(column->text() + outcome.columnLine);
@@ -490,7 +562,9 @@ void PlayController::endGame(const SetOutcome &outcome)
     const int p = outcome.player;
     GameFrame &f = c_.frame;
     c_.sounds.play(SoundCue::ApplauseWin, false);
-    c_.messages.alert(game_.messageName(p) + QStringLiteral(" won!"), QStringLiteral("Good Game!"));
+    // Not when the other side has already asked to play again.
+    if (!(game_.overNetwork() && net_->flags.remotePlayAgain))
+        c_.messages.alert(game_.alertName(p) + QStringLiteral(" won!"), QStringLiteral("Good Game!"));
     QLabel *column = p == 1 ? f.p1ScoreText : f.p2scoretext;
     column->setText(column->text() + QStringLiteral("\nWinner!"));
     if (p == 2)
@@ -502,7 +576,9 @@ void PlayController::endGame(const SetOutcome &outcome)
 
 void PlayController::GameOver()
 {
-    c_.frame.gameText->setText(game_.gameOverText());
+    c_.frame.gameText->setText(game_.overNetwork() && net_->flags.remotePlayAgain
+                                   ? playAgainConsentText(opponentName_)
+                                   : game_.gameOverText());
     showGlance();
     refreshButton();
     c_.frame.btnQuitGame->setEnabled(true);
@@ -515,6 +591,8 @@ void PlayController::btnQuitGameClicked()
     if (gameInProgress()
         && !c_.messages.askYesNo(c_.window, QStringLiteral("Quit Game?"), QStringLiteral("Quit game in progress?")))
         return;
+    if (net_->established())
+        net_->send(QuitMessage{});
     resetGame();
     c_.board.picture()->setEnabled(false);
 }
@@ -543,6 +621,8 @@ void PlayController::resetGame()
     f.fra01Options->setVisible(!cricket);
     f.fra01Options->setEnabled(!cricket);
     game_.reset();
+    net_->flags = {};
+    peerLeft_ = false;
     refreshButton();
     c_.board.hidePips();
     syncBoard();
@@ -562,7 +642,7 @@ void PlayController::setGameStats()
         record_ = *figures;
     else
         databaseFailed();
-    const QString opponent = recordOpponentName(options.opponent, options.skill, false,
+    const QString opponent = recordOpponentName(options.opponent, options.skill, game_.overNetwork(),
                                                 opponentName_, c_.session.currentPlayerName);
     const RecordTexts texts = gameRecordTexts(opponent, options.type, game_.tallies(), record_);
     c_.statsLabels[1]->setText(texts.thisRound);

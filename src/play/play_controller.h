@@ -8,6 +8,7 @@
 
 #include "board/board_input.h"
 #include "games/game_session.h"
+#include "net/message_codec.h"
 #include "opponent/local_player.h"
 #include "stats/game_recorder.h"
 
@@ -15,6 +16,7 @@
 
 #include <memory>
 
+class QAction;
 class QLabel;
 class QTimer;
 class QWidget;
@@ -23,6 +25,8 @@ namespace tavrix {
 
 class CheckoutChart;
 class ComputerOpponent;
+class NetworkGame;
+class PlacedDartsOpponent;
 class GameFrame;
 class Messages;
 class OpponentNameDialog;
@@ -58,6 +62,14 @@ public:
 
     void resetGame();
     void setGameOptFrames(int index);
+    // The connection to another copy of the program, its chat and its
+    // indicators.
+    NetworkGame *network() const { return net_; }
+    // "Network Connection Active" is on the frame; the two menu entries of
+    // the connection are the window's.
+    void setNetIndicators(QAction *closeNet, QAction *showChat);
+    // Play mode is left with the game in it ended: the other copy is told.
+    void leavePlay();
     // Writes what could not be written so far; false (after saying how many
     // darts are lost) when it still cannot be. For the end of the program.
     bool saveBeforeClosing();
@@ -76,6 +88,9 @@ private:
     void opSkillClicked(int index);
 
     void startGame(bool playAgain);
+    // The options chosen at "Start Game" with those read when the game
+    // starts: the game's own options, keeping statistics, the network end.
+    GameOptions optionsOnFrame() const;
     void continueStartGame(int firstCorkThrower);
     void showX01Board(int startScore);
     void showCricketBoard();
@@ -93,6 +108,25 @@ private:
     void showOutcome(const SetOutcome &outcome);
     void endGame(const SetOutcome &outcome);
     void GameOver();
+
+    // A game over the network.
+    void connectNetwork();
+    void startNetworkConnection();
+    void startHumanGame();
+    void sendCork();
+    void sendSet();
+    // This side clicked "Ok" after the cork; the other has not yet.
+    void awaitPeerOk();
+    bool peerOkAwaited() const;
+    void greeted(const QString &name);
+    void gameChosen(const GameMessage &message);
+    void corkArrived(PicturePos dart);
+    void peerOk();
+    void setArrived(const QList<PicturePos> &darts);
+    void playAgainAsked();
+    void peerQuit();
+    void peerGone();
+    void closeNetClicked();
 
     void refreshButton();
     // The last dart marked in the set goes, as though never thrown.
@@ -120,6 +154,11 @@ private:
     // A second person at this board plays player 1 the same way.
     LocalPlayer personAtBoard_;
     ComputerOpponent *computer_ = nullptr;
+    // The player at the other copy, over the network.
+    PlacedDartsOpponent *peer_ = nullptr;
+    NetworkGame *net_ = nullptr;
+    // The other copy left in the middle: only "Quit Game" goes on.
+    bool peerLeft_ = false;
     OpponentNameDialog *opponentDialog_ = nullptr;
     QString opponentName_;
     GameRecordFigures record_;

@@ -222,6 +222,8 @@ void Darts::switchMode(Mode mode)
 
 void Darts::resetGame()
 {
+    // A network game left this way is quit: the other copy is told.
+    play_->leavePlay();
     play_->resetGame();
     for (QLabel *label : std::as_const(statsLabels_)) {
         label->hide();

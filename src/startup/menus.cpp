@@ -79,8 +79,9 @@ void Darts::buildMenus()
     connect(soundEntry_, &QAction::triggered, this, &Darts::useSound);
     connect(namedAction(options, "mnuOptionResetStats", QStringLiteral("Reset Stats")),
             &QAction::triggered, this, &Darts::resetStats);
-    namedAction(options, "mnuCloseNet", QStringLiteral("Close Net Connection"))->setEnabled(false);
-    namedAction(options, "mnuShowChat", QStringLiteral("Show Chat Window"))->setEnabled(false);
+    QAction *closeNet = namedAction(options, "mnuCloseNet", QStringLiteral("Close Net Connection"));
+    QAction *showChat = namedAction(options, "mnuShowChat", QStringLiteral("Show Chat Window"));
+    play_->setNetIndicators(closeNet, showChat);
 
     QMenu *help = namedMenu(bar, "mnuHelp", QStringLiteral("Help"));
     QAction *helpEntry = namedAction(help, "mnuHelpHelp", QStringLiteral("Tavrix! Help"));

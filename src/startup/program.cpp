@@ -32,6 +32,18 @@ bool screenIsLargeEnough(QSize screen)
 
 namespace {
 
+int programsAlive = 0;
+int programsMade = 0;
+
+// Each program alive in the process has its own database connection (two
+// copies may run side by side in one test).
+QString storeConnectionName()
+{
+    const QString name = QString::fromLatin1(StatsStore::defaultConnectionName);
+    ++programsMade;
+    return programsAlive == 0 ? name : name + QStringLiteral("-%1").arg(programsMade);
+}
+
 QString rowCount(int rows)
 {
     return rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(rows);
@@ -70,7 +82,9 @@ Program::Program(Messages &messages, QString databasePath, SoundPlayer *soundPla
     })
     , messages_(messages)
     , databasePath_(std::move(databasePath))
+    , store_(storeConnectionName())
 {
+    ++programsAlive;
     if (!soundPlayer) {
         ownSoundPlayer_ = std::make_unique<QtSoundPlayer>();
         soundPlayer = ownSoundPlayer_.get();
@@ -78,7 +92,10 @@ Program::Program(Messages &messages, QString databasePath, SoundPlayer *soundPla
     sounds_ = std::make_unique<Sounds>(*soundPlayer, Sounds::defaultFolder());
 }
 
-Program::~Program() = default;
+Program::~Program()
+{
+    --programsAlive;
+}
 
 bool Program::Main()
 {

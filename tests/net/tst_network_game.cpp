@@ -1,0 +1,411 @@
+// Two copies of the program in one process, each with its own home and
+// database, playing each other over 127.0.0.1: the greeting and the game
+// options, the cork and its tie, turns shown and scored on both sides, the
+// win and its records, "Play Again", chat, quitting, and a peer that leaves or
+// misbehaves at any point without breaking the copy left behind.
+
+#include "../support/board_points.h"
+#include "../support/fake_messages.h"
+#include "../support/sound_log.h"
+#include "../support/sql_rows.h"
+#include "../support/test_home.h"
+#include "board/board_picture.h"
+#include "board/dart_marker.h"
+#include "games/play_rules.h"
+#include "net/chat_dialog.h"
+#include "net/connection_box.h"
+#include "net/network_game.h"
+#include "play/play_controller.h"
+#include "startup/darts_window.h"
+#include "startup/program.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+using namespace tavrix;
+
+namespace {
+
+quint16 freePort()
+{
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    return probe.serverPort();
+}
+
+// One copy of the program with its own player, home and messages.
+struct Copy {
+    std::unique_ptr<TestHome> home;
+    FakeMessages messages;
+    SoundLog sounds;
+    std::unique_ptr<Program> program;
+
+    explicit Copy(const QString &player)
+        : home(std::make_unique<TestHome>(QStringList{player}))
+    {
+        program = std::make_unique<Program>(messages, home->dbPath, &sounds);
+        if (!program->Main())
+            qFatal("the program did not start");
+        // The other side's darts show without the pause between them.
+        for (QTimer *timer : window()->findChildren<QTimer *>(QStringLiteral("ThrowTimer")))
+            timer->setInterval(0);
+    }
+    Darts *window() const { return program->window(); }
+    template <typename T>
+    T *control(const char *name) const { return findControl<T>(window(), name); }
+    QPushButton *button() const { return control<QPushButton>("btnStartGame"); }
+    QString gameText() const { return control<QLabel>("gameText")->text(); }
+    const GameSession &game() const { return window()->playController()->game(); }
+    NetworkGame &net() const { return *window()->playController()->network(); }
+    QList<QVariantList> rows(const QString &sql) const { return sqlRows(program->store().connection(), sql); }
+
+    bool press(const QString &caption)
+    {
+        if (button()->text() != caption || !button()->isEnabled()) {
+            qWarning() << "button reads" << button()->text() << "enabled" << button()->isEnabled()
+                       << "not" << caption;
+            return false;
+        }
+        button()->click();
+        return true;
+    }
+    void throwAt(BoardPoint point)
+    {
+        QTest::mouseClick(control<BoardPicture>("Picture1"), Qt::LeftButton, {},
+                          BoardPicture::pictureFromBoard(point).toPoint());
+    }
+    void throwDarts(const QStringList &codes)
+    {
+        for (const QString &code : codes)
+            throwAt(at(code));
+    }
+    // Starts a game against a human with network play, as server or client.
+    void startNetworkGame(bool server, quint16 port)
+    {
+        control<QRadioButton>("opOpponent_1")->click();
+        QTimer::singleShot(0, [server, port] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            QVERIFY(dialog && dialog->objectName() == QLatin1String("OpponentNameDialog"));
+            auto *check = dialog->findChild<QCheckBox *>(QStringLiteral("Check1"));
+            if (!check->isChecked())
+                check->click();
+            dialog->findChild<QRadioButton *>(QLatin1String(server ? "opBeServer" : "opBeClient"))->click();
+            dialog->findChild<QLineEdit *>(QStringLiteral("txtClientHost"))->setText(QStringLiteral("127.0.0.1"));
+            for (const char *name : {"txtClientPort", "txtServerPort"})
+                dialog->findChild<QLineEdit *>(QString::fromLatin1(name))->setText(QString::number(port));
+            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
+        });
+        QVERIFY(press(QStringLiteral("Start Game")));
+    }
+    QStringList shown(const QString &kind) const
+    {
+        QStringList list;
+        for (const FakeMessages::Shown &s : messages.shown) {
+            if (s.kind == kind)
+                list << s.title + QStringLiteral(" / ") + s.text;
+        }
+        return list;
+    }
+};
+
+} // namespace
+
+class TestNetworkGame : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<Copy> ann_; // the server
+    std::unique_ptr<Copy> bob_; // the client
+
+    // Ann waits, Bob calls; both games stand at the cork.
+    void connectBoth()
+    {
+        ann_ = std::make_unique<Copy>(QStringLiteral("Ann"));
+        bob_ = std::make_unique<Copy>(QStringLiteral("Bob"));
+        const quint16 port = freePort();
+        ann_->startNetworkGame(true, port);
+        auto *annBox = ann_->net().cancelBox();
+        QVERIFY(annBox->isVisible());
+        QCOMPARE(findControl<QLabel>(annBox, "Label1")->text(),
+                 QStringLiteral("Waiting for connection from  on port %1").arg(port));
+        bob_->startNetworkGame(false, port);
+        QTRY_VERIFY(ann_->net().established() && bob_->net().established());
+        QTRY_COMPARE(bob_->game().options().type, GameType::X01_501);
+        QVERIFY(!annBox->isVisible() && !bob_->net().cancelBox()->isVisible());
+        for (Copy *copy : {ann_.get(), bob_.get()}) {
+            QVERIFY(copy->control<QLabel>("lblNetworkActive")->isVisible());
+            QVERIFY(copy->control<QAction>("mnuShowChat")->isEnabled());
+            QVERIFY(copy->control<QAction>("mnuCloseNet")->isEnabled());
+        }
+    }
+    // Bob's cork, then Ann's: whoever is nearer throws first.
+    void cork(BoardPoint bob, BoardPoint ann)
+    {
+        QCOMPARE(ann_->gameText(), QStringLiteral("\n\nWaiting for Bob to throw the cork..."));
+        QCOMPARE(ann_->button()->text(), QStringLiteral("Confirm Dart"));
+        QVERIFY(!ann_->button()->isEnabled());
+        bob_->throwAt(bob);
+        QVERIFY(bob_->press(QStringLiteral("Confirm Dart")));
+        QCOMPARE(bob_->gameText(), QStringLiteral("\n\nWaiting for Ann to throw the cork..."));
+        QTRY_COMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
+        QTRY_VERIFY(ann_->game().currentThrower() == 2);
+        ann_->throwAt(ann);
+        QVERIFY(ann_->press(QStringLiteral("Confirm Dart")));
+        QTRY_COMPARE(bob_->game().phase(), GamePhase::CorkResult);
+        // Both copies show the client's cork as CPips(0) and the server's as Pips(0).
+        for (Copy *copy : {ann_.get(), bob_.get()}) {
+            QVERIFY(copy->control<QWidget>("CPips_0")->isVisibleTo(copy->control<QWidget>("Picture1")));
+            QCOMPARE(BoardInput::markerPoint(copy->control<DartMarker>("CPips_0")), onMarkerGrid(bob, flightMarkerSide));
+            QCOMPARE(BoardInput::markerPoint(copy->control<DartMarker>("Pips_0")), onMarkerGrid(ann, flightMarkerSide));
+        }
+    }
+    // Both click "Ok" on the cork result; Ann first, who waits for Bob.
+    void bothOk()
+    {
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QCOMPARE(ann_->gameText(), QStringLiteral("\nWaiting for Bob to click \"Ok\"..."));
+        QVERIFY(!ann_->button()->isEnabled());
+        QVERIFY(bob_->press(QStringLiteral("Ok")));
+        QTRY_COMPARE(ann_->game().phase(), GamePhase::Turn);
+    }
+    // `thrower` marks a set and confirms it; the other copy reveals it and
+    // its user confirms it too.
+    void playSet(Copy &thrower, Copy &watcher, const QStringList &codes)
+    {
+        const QString name = thrower.program->session().currentPlayerName;
+        QCOMPARE(watcher.gameText(), QStringLiteral("\nWaiting for ") + name + QStringLiteral(" to throw..."));
+        thrower.throwDarts(codes);
+        QVERIFY(thrower.press(QStringLiteral("Ok")));
+        QTRY_VERIFY(watcher.button()->isEnabled());
+        QVERIFY(watcher.gameText().startsWith(QStringLiteral("\n") + name + QStringLiteral(" threw: ")));
+        QVERIFY(watcher.press(QStringLiteral("Ok")));
+    }
+
+private slots:
+    void init()
+    {
+        ann_.reset();
+        bob_.reset();
+    }
+    void cleanup()
+    {
+        bob_.reset();
+        ann_.reset();
+    }
+
+    // A whole 501: the cork tied to the last bit goes to the client's player
+    // on both copies; each copy scores both players' sets, shows the same win
+    // and writes its own row; "Play Again" asked by one and granted by the
+    // other; a chat line each way; then Bob quits and Ann is told.
+    void wholeGameOverTheNetwork()
+    {
+        connectBoth();
+        // The client starts once on the greeting and again with the server's options.
+        QCOMPARE(bob_->rows(QStringLiteral("select opponent, result from games")).size(), 2);
+        QCOMPARE(ann_->control<QLabel>("Player1Text")->text(), QStringLiteral("Bob"));
+        QCOMPARE(bob_->control<QLabel>("Player1Text")->text(), QStringLiteral("Ann"));
+        // Mirror images: the same distance from the bull to the last bit.
+        cork({40, 31}, {-40, 31});
+        const QString corkText = QStringLiteral("\nAnn's dart: 1.628\"\nBob's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")");
+        QCOMPARE(bob_->gameText(), corkText);
+        QCOMPARE(ann_->gameText(), QStringLiteral("\nBob's dart: 1.628\"\nAnn's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")"));
+        QVERIFY(bob_->press(QStringLiteral("Ok")));
+        QCOMPARE(bob_->gameText(), QStringLiteral("\nWaiting for Ann to click \"Ok\"..."));
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QTRY_COMPARE(bob_->game().phase(), GamePhase::Turn);
+
+        playSet(*bob_, *ann_, {"S1", "S1", "S1"});
+        playSet(*ann_, *bob_, {"T20", "T20", "T20"});
+        playSet(*bob_, *ann_, {"S1", "M"});
+        playSet(*ann_, *bob_, {"T20", "T20", "T20"});
+        playSet(*bob_, *ann_, {"M"});
+        QCOMPARE(ann_->control<QLabel>("p1ScoreText")->text(), QStringLiteral("501\n498\n497*"));
+        QCOMPARE(bob_->control<QLabel>("p2scoretext")->text(), ann_->control<QLabel>("p1ScoreText")->text());
+        // Ann checks out 141 with double 12.
+        ann_->throwDarts({"T20", "T19", "D12"});
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QTRY_VERIFY(bob_->button()->isEnabled());
+        QVERIFY(bob_->press(QStringLiteral("Ok")));
+        const QString won = QStringLiteral("\nAnn won that one.\n\nClick \"Play Again\" to play the same game, or "
+                                           "\"Quit Game\" to change options.");
+        QCOMPARE(ann_->gameText(), won);
+        QCOMPARE(bob_->gameText(), won);
+        QVERIFY(ann_->shown(QStringLiteral("alert")).contains(QStringLiteral("Good Game! / You won!")));
+        QVERIFY(bob_->shown(QStringLiteral("alert")).contains(QStringLiteral("Good Game! / Ann won!")));
+        QCOMPARE(ann_->rows(QStringLiteral("select opponent, result, throws, points, bestset, outset from games")),
+                 (QList<QVariantList>{{QStringLiteral("Bob"), QStringLiteral("W"), 9, 501, 180, 141}}));
+        QCOMPARE(bob_->rows(QStringLiteral("select opponent, result, throws, points from games order by id")).last(),
+                 (QVariantList{QStringLiteral("Ann"), QStringLiteral("L"), 6, 4}));
+        QVERIFY(ann_->control<QLabel>("ostatsText")->text().contains(QStringLiteral("e-Bob")));
+
+        // Play Again: Ann asks and stands by; Bob is asked and consents.
+        QVERIFY(ann_->press(QStringLiteral("Play Again")));
+        QCOMPARE(ann_->gameText(), QStringLiteral("\n\nStand By..."));
+        QVERIFY(!ann_->button()->isEnabled());
+        QTRY_COMPARE(bob_->gameText(), QStringLiteral("\nAnn wants to play again.\n\nClick \"Play Again\" to consent."));
+        QVERIFY(bob_->press(QStringLiteral("Play Again")));
+        QTRY_COMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
+        QCOMPARE(bob_->game().phase(), GamePhase::CorkAwaited);
+        QCOMPARE(ann_->rows(QStringLiteral("select count(*) from games")).first().first(), 2);
+
+        // A chat line each way: the "|" cuts the line on the way.
+        QVERIFY(ann_->control<QAction>("mnuShowChat")->isEnabled());
+        auto *annChat = ann_->net().chat();
+        findControl<QLineEdit>(annChat, "txtMessage")->setText(QStringLiteral("Good darts|really"));
+        findControl<QPushButton>(annChat, "OKButton")->click();
+        QTRY_COMPARE(bob_->net().chat()->transcript(), QStringLiteral("Ann: Good darts\r\n"));
+        QVERIFY(bob_->net().chat()->isVisible());
+        findControl<QLineEdit>(bob_->net().chat(), "txtMessage")->setText(QStringLiteral("Thanks, Ann"));
+        findControl<QPushButton>(bob_->net().chat(), "OKButton")->click();
+        QTRY_COMPARE(annChat->transcript(), QStringLiteral("Ann: Good darts|really\r\nBob: Thanks, Ann\r\n"));
+
+        // Bob quits the new game; Ann is told and set up for the next one.
+        bob_->control<QPushButton>("btnQuitGame")->click();
+        QTRY_COMPARE(ann_->game().phase(), GamePhase::Idle);
+        QCOMPARE(ann_->shown(QStringLiteral("notice")).last(),
+                 QStringLiteral("Bob quit! / \r\nBob quit the game abruptly.\r\n\r\nSet up another game, or use chat to sync up."));
+        QVERIFY(ann_->net().established() && ann_->button()->isEnabled());
+    }
+
+    // A port taken by another program is said at once; a client with no
+    // server times out after its eleventh attempt. Either way "Close" gives
+    // "Start Game" back.
+    void connectionTroubleGivesStartBack()
+    {
+        ann_ = std::make_unique<Copy>(QStringLiteral("Ann"));
+        QTcpServer squatter;
+        QVERIFY(squatter.listen(QHostAddress::Any, 0));
+        ann_->startNetworkGame(true, squatter.serverPort());
+        MyCancelBox *box = ann_->net().cancelBox();
+        QVERIFY(findControl<QLabel>(box, "Label1")->text().startsWith(
+            QStringLiteral("Port %1 is in use by another program.").arg(squatter.serverPort())));
+        QVERIFY(ann_->button()->isEnabled());
+        findControl<QPushButton>(box, "CancelButton")->click();
+        QVERIFY(!box->isVisible());
+
+        bob_ = std::make_unique<Copy>(QStringLiteral("Bob"));
+        bob_->startNetworkGame(false, freePort());
+        box = bob_->net().cancelBox();
+        QVERIFY(!bob_->button()->isEnabled());
+        for (int tick = 0; tick < 11; ++tick)
+            box->socketTimerTick();
+        QCOMPARE(findControl<QLabel>(box, "Label1")->text(), QStringLiteral("Connection attempt timed out."));
+        QVERIFY(bob_->button()->isEnabled());
+        findControl<QPushButton>(box, "CancelButton")->click();
+        QVERIFY(bob_->button()->isEnabled() && bob_->button()->text() == QLatin1String("Start Game"));
+    }
+
+    // A peer that is no copy of Tavrix: fields missing or not numbers, a
+    // position far off the picture, bytes that are not UTF-8, a megabyte
+    // before a terminator, unknown commands: all ignored, and the messages
+    // after them still count. An empty set is an empty turn. A stream that
+    // never ends a message ends the connection with a message.
+    void misbehavingPeerIsSurvived()
+    {
+        ann_ = std::make_unique<Copy>(QStringLiteral("Ann"));
+        const quint16 port = freePort();
+        ann_->startNetworkGame(true, port);
+        QTcpSocket peer;
+        peer.connectToHost(QHostAddress::LocalHost, port);
+        QVERIFY(peer.waitForConnected(5000));
+        QByteArray heard;
+        connect(&peer, &QTcpSocket::readyRead, this, [&] { heard += peer.readAll(); });
+        peer.write("HEL  Mallory \x03");
+        QTRY_VERIFY(heard.contains("GAM 501|0|1\x03"));
+        QVERIFY(heard.startsWith("HEL Ann\x03"));
+        QTRY_COMPARE(ann_->gameText(), QStringLiteral("\n\nWaiting for Mallory to throw the cork..."));
+
+        peer.write("BUL|abc|5\x03BUL|1\x03BUL|99999|5\x03\xff\xfe\x80\x03XYZ\x03BYE\x03");
+        peer.write(QByteArray(1 << 20, 'x') + "\x03");
+        peer.write("BUL|230|30\x03");
+        QTRY_COMPARE(ann_->game().currentThrower(), 2);
+        QCOMPARE(*ann_->game().corkDart(1), (BoardPoint{0, 200}));
+        ann_->throwAt(at("B"));
+        QVERIFY(ann_->press(QStringLiteral("Confirm Dart")));
+        QTRY_VERIFY(heard.endsWith("BUL|230|230\x03"));
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QTRY_VERIFY(heard.endsWith("BOK\x03"));
+        peer.write("BOK\x03");
+        QTRY_COMPARE(ann_->game().phase(), GamePhase::Turn);
+        ann_->throwDarts({"T20", "M"});
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QTRY_VERIFY(heard.endsWith("\x03") && heard.contains("SET|"));
+        peer.write("SET\x03REM|hi there|and more\x03REM\x03");
+        QTRY_VERIFY(ann_->button()->isEnabled());
+        QCOMPARE(ann_->gameText(), QStringLiteral("\nMallory threw:  for 0 points. (dart(s) withheld)\n\n(Click \"Ok\" to continue)"));
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QCOMPARE(ann_->control<QLabel>("p1ScoreText")->text(), QStringLiteral("501*"));
+        QCOMPARE(ann_->net().chat()->transcript(), QStringLiteral("Mallory: hi there\r\n"));
+
+        // Five megabytes and no terminator.
+        peer.write(QByteArray(5 << 20, 'y'));
+        QTRY_COMPARE(ann_->gameText(), QStringLiteral("Mallory disconnected.  Click \"Quit Game\"."));
+        QCOMPARE(ann_->shown(QStringLiteral("error")).last(),
+                 QStringLiteral("Tavrix! / Mallory's copy of Tavrix sent more than 4 MiB without ending a message, "
+                                "so Tavrix closed the connection."));
+        QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState);
+        ann_->control<QPushButton>("btnQuitGame")->click();
+        QVERIFY(ann_->button()->isEnabled() && ann_->button()->text() == QLatin1String("Start Game"));
+    }
+
+    // The other copy leaves during the cork, during a turn and while "Play
+    // Again" is being agreed: the copy left behind says so, offers only "Quit
+    // Game", and after it plays on (here against the computer).
+    void peerLeavesAtAnyPoint_data()
+    {
+        QTest::addColumn<int>("when");
+        QTest::newRow("cork") << 0;
+        QTest::newRow("turn") << 1;
+        QTest::newRow("play again") << 2;
+    }
+    void peerLeavesAtAnyPoint()
+    {
+        QFETCH(int, when);
+        connectBoth();
+        if (when == 0) {
+            bob_->throwAt(at("S3"));
+            QVERIFY(bob_->press(QStringLiteral("Confirm Dart")));
+            QTRY_VERIFY(ann_->game().currentThrower() == 2);
+            // Bob closes the connection from the menu.
+            bob_->control<QAction>("mnuCloseNet")->trigger();
+            QCOMPARE(bob_->game().phase(), GamePhase::Idle);
+        } else {
+            cork(at("S3"), at("B"));
+            bothOk();
+            if (when == 1) {
+                ann_->throwDarts({"T20"});
+                // Bob's program ends.
+                bob_.reset();
+            } else {
+                playSet(*ann_, *bob_, {"T20", "T20", "T20"});
+                playSet(*bob_, *ann_, {"S1"});
+                playSet(*ann_, *bob_, {"T20", "T20", "T20"});
+                playSet(*bob_, *ann_, {"S1"});
+                ann_->throwDarts({"T20", "T19", "D12"});
+                QVERIFY(ann_->press(QStringLiteral("Ok")));
+                QTRY_VERIFY(bob_->button()->isEnabled());
+                QVERIFY(bob_->press(QStringLiteral("Ok")));
+                QVERIFY(ann_->press(QStringLiteral("Play Again")));
+                QCOMPARE(ann_->gameText(), QStringLiteral("\n\nStand By..."));
+                bob_->control<QAction>("mnuCloseNet")->trigger();
+            }
+        }
+        QTRY_COMPARE(ann_->gameText(), QStringLiteral("Bob disconnected.  Click \"Quit Game\"."));
+        QVERIFY(!ann_->button()->isEnabled());
+        QVERIFY(!ann_->control<QLabel>("lblNetworkActive")->isVisible());
+        QVERIFY(!ann_->control<QAction>("mnuShowChat")->isEnabled());
+        ann_->control<QPushButton>("btnQuitGame")->click();
+        QCOMPARE(ann_->game().phase(), GamePhase::Idle);
+        ann_->control<QRadioButton>("opOpponent_0")->click();
+        QVERIFY(ann_->press(QStringLiteral("Start Game")));
+        QCOMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
+    }
+};
+
+QTEST_MAIN(TestNetworkGame)
+#include "tst_network_game.moc"
