@@ -199,6 +199,9 @@ void PlayController::playAgainAsked()
 
 void PlayController::peerQuit()
 {
+    // A game at this board, not with the other copy, goes on.
+    if (gameInProgress() && !game_.overNetwork())
+        return;
     const NetRole role = net_->role();
     resetGame();
     c_.board.picture()->setEnabled(false);

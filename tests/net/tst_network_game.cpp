@@ -272,6 +272,17 @@ private slots:
         QVERIFY(ann_->net().established() && ann_->button()->isEnabled());
     }
 
+    // The nearer dart goes first even when both show the same distance; only
+    // an exact tie goes to the client's player, on whichever side it is.
+    void networkCorkIsDecidedAlike()
+    {
+        QCOMPARE(shownDistance(10.0001, false), shownDistance(10.0002, false));
+        QCOMPARE(networkCorkFirstThrower(10.0001, 10.0002, 2), 1);
+        QCOMPARE(networkCorkFirstThrower(10.0002, 10.0001, 1), 2);
+        QCOMPARE(networkCorkFirstThrower(10.0, 10.0, 1), 1);
+        QCOMPARE(networkCorkFirstThrower(10.0, 10.0, 2), 2);
+    }
+
     // A port taken by another program is said at once; a client with no
     // server times out after its eleventh attempt. Either way "Close" gives
     // "Start Game" back.
