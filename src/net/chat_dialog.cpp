@@ -1,6 +1,7 @@
 #include "net/chat_dialog.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -39,6 +40,21 @@ ChatDialog::ChatDialog(std::function<bool(const QString &)> send, QWidget *mainW
     resize(360, 240);
     connect(ok, &QPushButton::clicked, this, &ChatDialog::sendClicked);
     connect(txtMessage_, &QLineEdit::returnPressed, this, &ChatDialog::sendClicked);
+    // Enter in the line sends it, although the main window, of which this is
+    // a tool window, takes Enter as a shortcut for its own main button.
+    txtMessage_->installEventFilter(this);
+}
+
+bool ChatDialog::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == txtMessage_ && event->type() == QEvent::ShortcutOverride) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            event->accept();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void ChatDialog::displayMessage(const QString &name, const QString &text)

@@ -27,6 +27,9 @@ public:
     void displayMessage(const QString &name, const QString &text);
     const QString &transcript() const { return transcript_; }
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void sendClicked();
 

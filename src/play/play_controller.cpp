@@ -642,7 +642,9 @@ void PlayController::setGameStats()
         record_ = *figures;
     else
         databaseFailed();
-    const QString opponent = recordOpponentName(options.opponent, options.skill, game_.overNetwork(),
+    // Before the game starts its options do not yet say it is played over the network.
+    const bool network = options.opponent == OpponentKind::Human && net_->networkPlay();
+    const QString opponent = recordOpponentName(options.opponent, options.skill, network,
                                                 opponentName_, c_.session.currentPlayerName);
     const RecordTexts texts = gameRecordTexts(opponent, options.type, game_.tallies(), record_);
     c_.statsLabels[1]->setText(texts.thisRound);
