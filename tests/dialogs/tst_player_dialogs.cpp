@@ -59,13 +59,6 @@ class TestPlayerDialogs : public QObject {
     Session session_;
     FakeMessages messages_;
 
-    QStringList texts() const
-    {
-        QStringList texts;
-        for (const auto &shown : messages_.shown)
-            texts.append(shown.text);
-        return texts;
-    }
     void addPlayerNumbered(qint64 id, const QString &name)
     {
         QVERIFY(OtherConnection(dir_.filePath(QStringLiteral("t.db")))
@@ -93,7 +86,7 @@ private slots:
         NewUserDialog dialog(store_, session_, messages_, nullptr);
         type(&dialog, "NameText", QStringLiteral("Bo\n"));
         in(&dialog, "OKButton")->click();
-        QCOMPARE(texts(), QStringList{badCharacters});
+        QCOMPARE(messages_.texts(), QStringList{badCharacters});
         QCOMPARE(store_.playerCount(), std::optional<int>(1));
         QCOMPARE(session_.currentPlayerId, qint64(0));
 
@@ -177,7 +170,7 @@ private slots:
         dialog.dockShow();
 
         const QString question = QStringLiteral("Delete player Al \"Ace\" and all statistics?");
-        QCOMPARE(texts(), QStringList({QStringLiteral("Player \"Al \"Ace\"\" added."), inUse,
+        QCOMPARE(messages_.texts(), QStringList({QStringLiteral("Player \"Al \"Ace\"\" added."), inUse,
                                        QStringLiteral("Changed name to \"It's me\"."), question, question}));
         QCOMPARE(messages_.shown[3].title, QStringLiteral("DeleteAl \"Ace\"?"));
         QCOMPARE(sqlRows(store_.connection(), QStringLiteral("SELECT (SELECT count(*) FROM statstargets) + (SELECT"
