@@ -164,14 +164,23 @@ private slots:
         QTEST(row.outSet, "outSet");
     }
 
-    // Alert titles come from their own list, one draw each.
+    // Each alert draws its title from its own list, every title in turn.
     void alertTitles()
     {
         QRandomGenerator random(1);
-        const QStringList busts{"Too bad", "Rats!", "NOOO!!!", "Oh well...", "Ugh."};
-        QVERIFY(busts.contains(alertTitle(AlertKind::Bust, random)));
-        QVERIFY(QStringList({"Hooray!", "Great!", "Faaan-tastic!", "Game on!", "Yes!"})
-                    .contains(alertTitle(AlertKind::DoubledIn, random)));
+        const std::pair<AlertKind, QStringList> lists[] = {
+            {AlertKind::DoubledIn, {"Hooray!", "Great!", "Faaan-tastic!", "Game on!", "Yes!"}},
+            {AlertKind::NotDoubledIn, {"Too bad...", "Nuts!", "Doh!", "Oh well...", "Ha-ha!"}},
+            {AlertKind::Bust, {"Too bad", "Rats!", "NOOO!!!", "Oh well...", "Ugh."}}};
+        for (auto [kind, titles] : lists) {
+            QStringList drawn;
+            for (int i = 0; i < 100; ++i)
+                drawn << alertTitle(kind, random);
+            drawn.removeDuplicates();
+            drawn.sort();
+            titles.sort();
+            QCOMPARE(drawn, titles);
+        }
     }
 
     // The large figures before a first dart, and for Simple Cricket; a slot
