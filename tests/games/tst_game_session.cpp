@@ -19,7 +19,9 @@ struct ScriptedOpponent : Thrower {
     BoardPoint cork;
     QList<QStringList> sets;
     int stops = 0;
-    bool marksAtThisBoard() const override { return false; }
+    // A person marking at this board rather than a player elsewhere.
+    bool marksHere = false;
+    bool marksAtThisBoard() const override { return marksHere; }
     void throwCork(GameSession &game, int) override
     {
         game.placeDart(cork);
@@ -85,8 +87,10 @@ private slots:
     }
 
     // A whole 501, double out: the cork, sets that score, a bust that keeps
-    // the score, the finish on a double; the rows of Ann's darts and of the
-    // game; the averages; the tallies, kept while the options stay.
+    // the score, the finish on a double; the averages; the sets numbered for
+    // Ann only; the tallies, kept while the options stay. (The game's row,
+    // its darts' rows and the texts at its end are read from the window in
+    // tst_games.)
     void aScriptedOpponentPlaysA501()
     {
         bob_.cork = {0, 50};
@@ -123,22 +127,12 @@ private slots:
         QCOMPARE(game_->remaining(2), 141);
         confirm();
         annThrows({"T20", "T19", "D12"}, QStringLiteral("D12"));
-        const SetOutcome win = confirm();
-
-        QVERIFY(win.won);
+        QVERIFY(confirm().won);
         QCOMPARE(column, (QStringList{"\n321", "\n498", "\n141", "*", "*", "\n483", "won"}));
-        QCOMPARE(game_->phase(), GamePhase::GameOver);
-        QCOMPARE(game_->gameOverText(), QStringLiteral("\nAnn won that one.\n\nClick \"Play Again\" to play the "
-                                                        "same game, or \"Quit Game\" to change options."));
-        QCOMPARE(win.result.result, QStringLiteral("W"));
-        QCOMPARE((QList<int>{win.result.throws, win.result.points, win.result.bestSet, win.result.outSet}),
-                 (QList<int>{12, 501, 180, 141}));
         const LocalTallies &tallies = game_->tallies();
         QCOMPARE((QList<int>{tallies.localWins, tallies.localBestOut, tallies.localBestLeg}), (QList<int>{1, 141, 12}));
-        // Three-dart averages: Ann's finish counts in full, Bob's misses count as darts.
-        QCOMPARE((QList<int>{game_->dartsThrown(2), game_->pointsScored(2), game_->dartsThrown(1),
-                             game_->pointsScored(1)}),
-                 (QList<int>{12, 501, 9, 18}));
+        // Three-dart averages: Ann's bust counts as darts, her finish in
+        // full; Bob's misses count as darts.
         QCOMPARE(game_->threeDartAverage(2), std::optional(125.25));
         QCOMPARE(game_->threeDartAverage(1), std::optional(6.0));
 
@@ -147,12 +141,8 @@ private slots:
         for (const GameDart &dart : std::as_const(rows))
             sets << dart.setSeq;
         QCOMPARE(sets, (QList<int>{1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}));
-        const GameDart last = rows.last();
-        QCOMPARE((QList<int>{last.gameId == 7, last.playerId == 3, last.dartSeq, last.score, last.ring,
-                             last.targetScore, last.targetRing}),
-                 (QList<int>{1, 1, 2, 12, 2, 12, 2}));
         // Aimed at the double's centre, it stands on the nearest whole pixel.
-        QVERIFY(last.dist < 0.71);
+        QVERIFY(rows.last().dist < 0.71);
 
         // The tallies stay for the same options and go with other ones.
         start(options(GameType::X01_501, true));
@@ -203,69 +193,10 @@ private slots:
         }
     }
 
-    // Taking darts back leaves the set as though they had never been thrown:
-    // its live text, advice and darts, and only the darts kept are scored and
-    // recorded. Nothing goes back from a cork, a scored set or the opponent.
-    void undoingDarts()
-    {
-        struct State {
-            QString text;
-            std::optional<BoardPoint> advice;
-            QList<DartScore> darts;
-            bool operator==(const State &) const = default;
-        };
-        auto state = [&] { return State{game_->liveText(), game_->advice(), game_->placedScores()}; };
-        // Marks the darts, then takes them all back, one state at a time.
-        auto markAndUndo = [&](const QStringList &darts) {
-            QList<State> before;
-            for (const QString &dart : darts) {
-                before.prepend(state());
-                game_->placeDart(at(dart));
-            }
-            for (const State &expected : std::as_const(before)) {
-                QVERIFY(game_->canUndoDart());
-                const int undone = game_->undoDart();
-                QCOMPARE(undone, game_->dartsPlaced());
-                QVERIFY(state() == expected);
-            }
-            QCOMPARE(game_->dartsPlaced(), 0);
-            QVERIFY(!game_->canConfirm());
-            QCOMPARE(game_->liveText(), game_->turnPromptText());
-            QCOMPARE(game_->undoDart(), -1);
-        };
-
-        bob_.cork = {0, 50};
-        bob_.sets = {{"S1", "S1"}};
-        start(options(GameType::X01_301, true));
-        game_->placeDart({0, 10});
-        QCOMPARE(game_->undoDart(), -1);
-        game_->confirmCork();
-        game_->nextTurn();
-        // Double in: the advice is D20 until D10, then the route from 281.
-        markAndUndo({"S20", "D10", "T20"});
-        // A set of three confirmed with two: only they are scored and recorded.
-        annThrows({"T20", "D10", "T19"});
-        game_->undoDart();
-        const SetOutcome outcome = game_->scoreSet();
-        QCOMPARE(game_->remaining(2), 281);
-        QCOMPARE(outcome.rows.size(), 2);
-        QCOMPARE((QList<int>{outcome.rows[1].dartSeq, outcome.rows[1].score, outcome.rows[1].ring}),
-                 (QList<int>{1, 10, 2}));
-        QCOMPARE(game_->undoDart(), -1);
-        game_->nextTurn();
-        QVERIFY(!game_->canUndoDart()); // Bob's darts
-        QCOMPARE(game_->undoDart(), -1);
-        QCOMPARE(game_->dartsPlaced(), 2);
-
-        // Simple Cricket: the advice is the bull until the outer bull closes it.
-        GameOptions cricket = options(GameType::Cricket);
-        cricket.simpleCricket = true;
-        start(cricket, BoardPoint{0, 0});
-        markAndUndo({"B", "OB", "T20"});
-    }
-
-    // Darts are taken only when one is awaited: not before the game, not
-    // past three, not after the side has reported; corrections move them.
+    // Darts are taken only when one is awaited: not before the game, not a
+    // second cork dart, not once the side throwing has reported. (The
+    // window's clicks at such moments, a fourth dart and moved darts are
+    // played in tst_board_input.)
     void dartsOnlyWhenAwaited()
     {
         QCOMPARE(game_->placeDart({0, 0}), -1);
@@ -274,20 +205,33 @@ private slots:
         start(options(GameType::X01_501));
         game_->placeDart({0, 10});
         QCOMPARE(game_->placeDart({0, 20}), -1);
-        game_->moveDart(0, {0, 30});
-        QCOMPARE(*game_->corkDart(2), (BoardPoint{0, 30}));
         game_->confirmCork();
         game_->nextTurn();
-        annThrows({"S1", "S1", "S1"});
-        QCOMPARE(game_->placeDart(at("S1")), -1);
-        game_->moveDart(1, at("T20"));
-        QCOMPARE(game_->placedScores(), (QList<DartScore>{{1, 1}, {3, 20}, {1, 1}}));
+        annThrows({"S1"});
         game_->scoreSet();
         game_->nextTurn();
         QCOMPARE(game_->placeDart(at("S1")), -1); // Bob has reported
-        game_->reset();
-        QCOMPARE(game_->phase(), GamePhase::Idle);
-        QCOMPARE(bob_.stops, 1);
+    }
+
+    // A set confirmed after a dart was taken back scores and records only the
+    // darts kept; nothing goes back once it is scored, though the next side
+    // marks at this board too. (Taking darts back dart by dart, with the live
+    // text and the advice, and never from a cork or the computer, is played
+    // from the keyboard in tst_games.)
+    void aSetConfirmedAfterAnUndo()
+    {
+        bob_.cork = {0, 50};
+        bob_.marksHere = true;
+        start(options(GameType::X01_301, true), BoardPoint{0, 10});
+        // Double in: the treble before the double does not count.
+        annThrows({"T20", "D10", "T19"});
+        QCOMPARE(game_->undoDart(), 2);
+        const SetOutcome outcome = game_->scoreSet();
+        QCOMPARE(game_->remaining(2), 281);
+        QCOMPARE(outcome.rows.size(), 2);
+        QCOMPARE((QList<int>{outcome.rows[1].dartSeq, outcome.rows[1].score, outcome.rows[1].ring}),
+                 (QList<int>{1, 10, 2}));
+        QCOMPARE(game_->undoDart(), -1);
     }
 };
 

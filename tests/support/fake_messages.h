@@ -41,4 +41,13 @@ struct FakeMessages : tavrix::Messages {
             list.append(s.title);
         return list;
     }
+    // The texts shown, of one kind ("notice", "error", ...) or of every kind.
+    QStringList texts(const QString &kind = {}) const
+    {
+        QStringList list;
+        for (const Shown &s : shown)
+            if (kind.isEmpty() || s.kind == kind)
+                list.append(s.text);
+        return list;
+    }
 };
