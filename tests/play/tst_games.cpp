@@ -8,7 +8,6 @@
 #include "play/score_glance.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QLayout>
 #include <QPushButton>
 #include <QTest>
@@ -116,10 +115,9 @@ private slots:
 
         auto locker = std::make_unique<OtherConnection>(home_->dbPath);
         QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
-        QElapsedTimer waited;
-        waited.start();
+        // The window waits only a moment for a held file, not for its holder.
+        QCOMPARE(rows(QStringLiteral("PRAGMA busy_timeout"))[0][0].toInt(), 300);
         playSet({"T20", "T20", "T20"});
-        QVERIFY(waited.elapsed() < 2500);
         playSet({"M", "M", "M"});
         playSet({"T20", "T19", "D12"});
 
