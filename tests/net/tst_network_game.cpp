@@ -273,6 +273,18 @@ private slots:
         QCOMPARE(ann_->shown(QStringLiteral("notice")).last(),
                  QStringLiteral("Bob quit! / \r\nBob quit the game abruptly.\r\n\r\nSet up another game, or use chat to sync up."));
         QVERIFY(ann_->net().established() && ann_->button()->isEnabled());
+
+        // Ann sets up Simple Cricket over the standing connection: no new
+        // connection, and Bob's copy follows with her options.
+        ann_->control<QRadioButton>("opGame_0")->click();
+        ann_->control<QRadioButton>("opCricketOptions_0")->click();
+        ann_->startNetworkGame(true, 1);
+        QVERIFY(!ann_->net().cancelBox()->isVisible());
+        QCOMPARE(ann_->game().options().type, GameType::Cricket);
+        QTRY_COMPARE(bob_->game().options().type, GameType::Cricket);
+        QVERIFY(bob_->game().options().simpleCricket);
+        QVERIFY(bob_->control<QRadioButton>("opCricketOptions_0")->isChecked());
+        QCOMPARE(bob_->game().phase(), GamePhase::CorkAwaited);
     }
 
     // The nearer dart goes first even when both show the same distance; only
