@@ -1,5 +1,7 @@
 #include "sound/sounds.h"
 
+#include "session/program_files.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
@@ -91,9 +93,9 @@ Sounds::Sounds(SoundPlayer &player, QString folder)
 
 QString Sounds::defaultFolder()
 {
-    const QString beside = QCoreApplication::applicationDirPath() + QStringLiteral("/resources");
-    if (QFileInfo::exists(beside + QStringLiteral("/splat.wav")))
-        return beside;
+    const QString folder = programFilesFolder(ProgramFiles::Sounds);
+    if (!folder.isEmpty())
+        return folder;
     return QStringLiteral(TAVRIX_SOURCE_RESOURCES);
 }
 
