@@ -6,6 +6,7 @@
 // wherever it was built or installed.
 
 #include <QString>
+#include <QStringList>
 
 namespace tavrix {
 
@@ -16,5 +17,8 @@ enum class ProgramFiles { Sounds, Help };
 QString programFilesFolder(ProgramFiles kind);
 // The same, looked up from the folder a program lies in.
 QString programFilesFolder(ProgramFiles kind, const QString &programFolder);
+// The places looked in, in order, for a program in `programFolder`: what a
+// message names when the files are not found.
+QStringList programFilesPlaces(ProgramFiles kind, const QString &programFolder);
 
 } // namespace tavrix
