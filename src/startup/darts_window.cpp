@@ -2,6 +2,7 @@
 
 #include "board/board_picture.h"
 #include "dialogs/alert_box.h"
+#include "dialogs/help_viewer.h"
 #include "dialogs/messages.h"
 #include "dialogs/new_user_dialog.h"
 #include "dialogs/user_edit_dialog.h"
@@ -306,7 +307,7 @@ MyAlertBox *Darts::alertBox()
 void Darts::unloadWindows()
 {
     for (QWidget *dialog : std::initializer_list<QWidget *>{newUserDialog_, userEditDialog_,
-                                                            userSelectDialog_, alertBox_}) {
+                                                            userSelectDialog_, alertBox_, helpViewer_}) {
         if (dialog)
             dialog->hide();
     }

@@ -20,6 +20,7 @@ namespace tavrix {
 class BoardPicture;
 class GameChoices;
 class GameFrame;
+class HelpViewer;
 class PlayController;
 class PracticeController;
 class PracticeFrame;
@@ -79,6 +80,10 @@ public:
     // Hides every dialog and closes the window: the last step of shutdown.
     void unloadWindows();
 
+    // The folder of the help pages; by default the one that travels with the
+    // program (programFilesFolder). Read when the help is first shown.
+    void setHelpFolder(const QString &folder) { helpFolder_ = folder; }
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
@@ -98,6 +103,9 @@ private:
     void useSound(bool on);
     void resetStats();
     void showHelp();
+    // The help window at `page`, or a message naming where the pages were
+    // looked for.
+    void showHelpPage(const QString &page);
     void showAbout();
     // After the current player may have changed.
     void refreshAfterPlayerChange();
@@ -141,6 +149,8 @@ private:
     UserSelectDialog *userSelectDialog_ = nullptr;
     UserEditDialog *userEditDialog_ = nullptr;
     MyAlertBox *alertBox_ = nullptr;
+    HelpViewer *helpViewer_ = nullptr;
+    QString helpFolder_;
 };
 
 // The 1-based position of the first checked button of an option group, 0

@@ -2,16 +2,20 @@
 
 #include "startup/darts_window.h"
 
+#include "dialogs/help_pages.h"
+#include "dialogs/help_viewer.h"
 #include "dialogs/messages.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
 #include "play/play_controller.h"
+#include "session/program_files.h"
 #include "session/session.h"
 #include "startup/program.h"
 #include "startup/settings.h"
 #include "sound/sounds.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -20,6 +24,17 @@
 namespace tavrix {
 
 namespace {
+
+// The help page of each mode, which F1 opens.
+QString modeHelpPage(Mode mode)
+{
+    switch (mode) {
+    case Mode::Practice: return QStringLiteral("practice.html");
+    case Mode::Review: return QStringLiteral("review.html");
+    case Mode::Play: break;
+    }
+    return QStringLiteral("play.html");
+}
 
 QMenu *namedMenu(QMenuBar *bar, const char *name, const QString &caption)
 {
@@ -85,8 +100,16 @@ void Darts::buildMenus()
 
     QMenu *help = namedMenu(bar, "mnuHelp", QStringLiteral("Help"));
     QAction *helpEntry = namedAction(help, "mnuHelpHelp", QStringLiteral("Tavrix! Help"));
+    // The entry opens the contents; F1 in the window opens the page of the
+    // current mode. The entry shows F1 but takes it only while its menu is
+    // open, so that the two never compete for the key.
     helpEntry->setShortcut(QKeySequence::HelpContents);
+    helpEntry->setShortcutContext(Qt::WidgetShortcut);
     connect(helpEntry, &QAction::triggered, this, &Darts::showHelp);
+    auto *modeHelp = new QShortcut(QKeySequence::HelpContents, this);
+    modeHelp->setObjectName(QStringLiteral("modeHelpShortcut"));
+    modeHelp->setContext(Qt::WindowShortcut);
+    connect(modeHelp, &QShortcut::activated, this, [this] { showHelpPage(modeHelpPage(currentMode_)); });
     connect(namedAction(help, "mnuHelpAbout", QStringLiteral("About Tavrix!")),
             &QAction::triggered, this, &Darts::showAbout);
 
@@ -214,14 +237,24 @@ void Darts::resetStats()
 
 void Darts::showHelp()
 {
-    program_.messages().notice(
-        this, QStringLiteral("Tavrix! Help"),
-        QStringLiteral("Throw three darts at your board, then click on the picture where each "
-                       "one landed.\r\n\r\nPlay Mode: games of 501, 301 and Cricket.\r\n"
-                       "Practice Mode: aim at targets and keep your hit rates.\r\n"
-                       "Review Mode: click a scoring area to see where your darts aimed at it "
-                       "landed.\r\n\r\nOptions: change or add players, choose inches or "
-                       "centimetres, reset your statistics."));
+    showHelpPage(QString::fromLatin1(helpContentsPage));
+}
+
+void Darts::showHelpPage(const QString &page)
+{
+    if (!helpViewer_) {
+        const QString folder = helpFolder_.isEmpty() ? programFilesFolder(ProgramFiles::Help) : helpFolder_;
+        QList<HelpPage> pages = loadHelpPages(folder);
+        if (pages.isEmpty()) {
+            const QStringList places =
+                folder.isEmpty() ? programFilesPlaces(ProgramFiles::Help, QCoreApplication::applicationDirPath())
+                                 : QStringList{folder};
+            program_.messages().error(this, QStringLiteral("Tavrix! Help"), helpMissingMessage(places));
+            return;
+        }
+        helpViewer_ = new HelpViewer(folder, std::move(pages), this);
+    }
+    helpViewer_->showPage(page);
 }
 
 void Darts::showAbout()

@@ -1,0 +1,215 @@
+// The help: every page is reached from the contents and every link lands;
+// what the pages quote is what the program shows; F1 opens the page of the
+// mode; without pages the user is told where they were looked for.
+
+#include "../support/program_test.h"
+#include "dialogs/help_viewer.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRegularExpression>
+#include <QTextBrowser>
+
+namespace {
+
+const QString builtHelp = QStringLiteral(TAVRIX_BUILT_HELP);
+
+QString fileText(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QStringList matches(const QString &pattern, const QString &text)
+{
+    QStringList found;
+    for (auto it = QRegularExpression(pattern, QRegularExpression::DotMatchesEverythingOption).globalMatch(text);
+         it.hasNext();)
+        found.append(it.next().captured(1));
+    return found;
+}
+
+// Text as a reader sees it: no tags, the entities the pages use, blanks collapsed.
+QString readable(QString html)
+{
+    html.replace(QRegularExpression(QStringLiteral("<[^>]*>")), QStringLiteral(" "));
+    return html.replace(QStringLiteral("&quot;"), QStringLiteral("\"")).replace(QStringLiteral("&amp;"), QStringLiteral("&")).simplified();
+}
+
+QString unquoted(const QString &text)
+{
+    return text.size() > 1 && text.startsWith('"') && text.endsWith('"') ? text.mid(1, text.size() - 2) : text;
+}
+
+} // namespace
+
+class TestHelp : public ProgramTest {
+    Q_OBJECT
+
+    tavrix::HelpViewer *viewer() const { return window()->findChild<tavrix::HelpViewer *>(QStringLiteral("HelpViewer")); }
+    template <typename T>
+    T *inViewer(const char *name) const { return viewer()->findChild<T *>(QString::fromLatin1(name)); }
+    void key(Qt::Key key)
+    {
+        window()->activateWindow();
+        [&] { QTRY_COMPARE(QApplication::activeWindow(), window()); }();
+        QTest::keyClick(window(), key);
+    }
+    // Every caption, title and objectName the windows show now, as the pages would quote them.
+    void collectCaptions(QSet<QString> &captions) const
+    {
+        QList<QObject *> objects = window()->findChildren<QObject *>();
+        for (QObject *object : std::as_const(objects << window())) {
+            QStringList texts{object->objectName()};
+            if (auto *action = qobject_cast<QAction *>(object))
+                texts << action->text();
+            if (auto *button = qobject_cast<QAbstractButton *>(object))
+                texts << button->text();
+            if (auto *label = qobject_cast<QLabel *>(object))
+                texts << label->text();
+            if (auto *frame = qobject_cast<QGroupBox *>(object))
+                texts << frame->title();
+            if (auto *list = qobject_cast<QComboBox *>(object))
+                for (int i = 0; i < list->count(); ++i)
+                    texts << list->itemText(i);
+            if (auto *widget = qobject_cast<QWidget *>(object); widget && widget->isWindow())
+                texts << widget->windowTitle();
+            for (const QString &text : std::as_const(texts))
+                captions << text.simplified() << unquoted(text.simplified());
+        }
+    }
+
+private slots:
+    void init()
+    {
+        startProgram();
+        window()->setHelpFolder(builtHelp);
+    }
+    void cleanup() { program_.reset(); }
+
+    void theBuildCopyIsWholeAndEveryLinkLands()
+    {
+        const QDir source(QStringLiteral(TAVRIX_SOURCE_HELP));
+        const QStringList pages = source.entryList({QStringLiteral("*.html")}, QDir::Files);
+        QCOMPARE(QDir(builtHelp).entryList(QDir::Files), source.entryList(QDir::Files));
+        QSet<QString> reached{QStringLiteral("index.html")};
+        for (QStringList toRead{QStringLiteral("index.html")}; !toRead.isEmpty();) {
+            const QString page = toRead.takeFirst();
+            const QString html = fileText(builtHelp + '/' + page);
+            QCOMPARE(html, fileText(source.filePath(page)));
+            // Whole in itself: a title for the contents, no scripts, nothing fetched.
+            QVERIFY2(html.contains(QRegularExpression(QStringLiteral("<title>.+</title>"))), qPrintable(page));
+            QVERIFY2(!html.contains(QRegularExpression(QStringLiteral("<script|\\bsrc\\s*="))), qPrintable(page));
+            for (const QString &link : matches(QStringLiteral("href=\"([^\"]*)\""), html)) {
+                const QString target = link.startsWith('#') ? page : link.section('#', 0, 0);
+                const QString anchor = link.section('#', 1);
+                QVERIFY2(!link.contains(':') && pages.contains(target)
+                             && (anchor.isEmpty() || fileText(source.filePath(target)).contains(QStringLiteral("id=\"%1\"").arg(anchor))),
+                         qPrintable(page + QStringLiteral(" -> ") + link));
+                if (!reached.contains(target))
+                    toRead.append(target), reached.insert(target);
+            }
+        }
+        QCOMPARE(QSet<QString>(pages.begin(), pages.end()), reached);
+    }
+
+    // Quoted texts are captions, titles or names of controls; texts the
+    // program says stand in class "said", commands in code.
+    void quotedCaptionsAreThoseOfTheProgram()
+    {
+        QSet<QString> captions;
+        action("mnuHelpHelp")->trigger();
+        window()->newUserDialog(), window()->userSelectDialog(), window()->userEditDialog(), window()->alertBox();
+        collectCaptions(captions);
+        startAgainst(QStringLiteral("Bob")); // "Confirm Dart"
+        collectCaptions(captions);
+        corkAnnFirst(); // "Ok"
+        collectCaptions(captions);
+        for (const char *set : {"T20 T20 T20", "M M M", "T20 T20 T20", "M M M", "T20 T19 D12"})
+            playSet(QString::fromLatin1(set).split(' '));
+        collectCaptions(captions); // "Play Again"
+        action("mnuModePractice")->trigger();
+        for (int sequence : {1, 2, 0}) { // count down, count up, a single set
+            control<QComboBox>("ScoreDrop")->setCurrentIndex(sequence);
+            control<QPushButton>("goButton")->click();
+            collectCaptions(captions);
+            if (sequence)
+                control<QPushButton>("goButton")->click();
+        }
+        QStringList quoted, strangers;
+        for (const QString &page : QDir(builtHelp).entryList({QStringLiteral("*.html")})) {
+            QString body = fileText(builtHelp + '/' + page).section(QStringLiteral("<body>"), 1);
+            body.remove(QRegularExpression(QStringLiteral("<code>.*?</code>|<span class=\"said\">.*?</span>"),
+                                           QRegularExpression::DotMatchesEverythingOption));
+            for (const QString &ui : matches(QStringLiteral("<span class=\"ui\">(.*?)</span>"), body))
+                quoted << page + '|' + unquoted(readable(ui));
+            body.remove(QRegularExpression(QStringLiteral("<span class=\"ui\">.*?</span>")));
+            for (const QString &text : matches(QStringLiteral("\"([^\"]*)\""), readable(body)))
+                quoted << page + '|' + text;
+        }
+        for (const QString &text : std::as_const(quoted))
+            if (!captions.contains(text.section('|', 1).simplified()))
+                strangers << text;
+        QVERIFY2(strangers.isEmpty(), qPrintable(strangers.join('\n')));
+        QVERIFY(quoted.size() > 100);
+    }
+
+    // Without pages the message names where they were looked for; F1 opens
+    // the page of the mode, the menu the contents; the viewer goes back and
+    // forth and finds the pages that hold every word typed.
+    void theViewerOpensAtTheRightPageOrSaysWhereItLooked()
+    {
+        QTemporaryDir empty;
+        window()->setHelpFolder(empty.path());
+        key(Qt::Key_F1);
+        window()->setHelpFolder({}); // as found beside the program, where the tests have none
+        action("mnuHelpHelp")->trigger();
+        QCOMPARE(messages_.titles(), QStringList(2, QStringLiteral("Tavrix! Help")));
+        QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(empty.path())));
+        QVERIFY(messages_.shown[1].text.contains(QCoreApplication::applicationDirPath() + QStringLiteral("/help")));
+        QVERIFY(messages_.shown[1].text.contains(QStringLiteral("share/tavrix/help")));
+        QCOMPARE(viewer(), nullptr);
+
+        window()->setHelpFolder(builtHelp);
+        const std::pair<const char *, QString> modes[] = {{"mnuModePractice", QStringLiteral("practice.html")},
+                                                          {"mnuModeReview", QStringLiteral("review.html")},
+                                                          {"mnuModePlay", QStringLiteral("play.html")}};
+        for (const auto &[entry, page] : modes) {
+            action(entry)->trigger();
+            key(Qt::Key_F1);
+            QVERIFY(viewer() && viewer()->isVisible());
+            QCOMPARE(viewer()->currentPage(), page);
+        }
+        action("mnuHelpHelp")->trigger();
+        QCOMPARE(viewer()->currentPage(), QStringLiteral("index.html"));
+        auto *contents = inViewer<QListWidget>("helpContents");
+        QCOMPARE(contents->count(), QDir(builtHelp).entryList({QStringLiteral("*.html")}).size());
+        QCOMPARE(contents->currentItem()->text(), QStringLiteral("Contents"));
+        contents->setCurrentItem(contents->findItems(QStringLiteral("Cricket"), Qt::MatchExactly).value(0));
+        QCOMPARE(viewer()->currentPage(), QStringLiteral("cricket.html"));
+        QVERIFY(inViewer<QPushButton>("helpBack")->isEnabled() && !inViewer<QPushButton>("helpForward")->isEnabled());
+        inViewer<QPushButton>("helpBack")->click();
+        QCOMPARE(viewer()->currentPage(), QStringLiteral("index.html"));
+        inViewer<QPushButton>("helpForward")->click();
+        QCOMPARE(viewer()->currentPage(), QStringLiteral("cricket.html"));
+
+        auto *search = inViewer<QLineEdit>("helpSearch");
+        auto *results = inViewer<QListWidget>("helpResults");
+        search->setText(QStringLiteral("FIREWALL port"));
+        QCOMPARE(results->item(0)->text(), QStringLiteral("Network play"));
+        search->setText(QStringLiteral("firewall zebra"));
+        QVERIFY(results->count() == 1 && results->item(0)->flags() == Qt::NoItemFlags);
+        search->setText(QStringLiteral("tie cork"));
+        viewer()->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), viewer());
+        QTest::keyClick(search, Qt::Key_Return);
+        QCOMPARE(viewer()->currentPage(), QStringLiteral("cork.html"));
+        QCOMPARE(inViewer<QTextBrowser>("helpPage")->textCursor().selectedText(), QStringLiteral("tie"));
+    }
+};
+
+QTEST_MAIN(TestHelp)
+#include "tst_help.moc"
