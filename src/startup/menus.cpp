@@ -2,6 +2,7 @@
 
 #include "startup/darts_window.h"
 
+#include "dialogs/about_dialog.h"
 #include "dialogs/messages.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
@@ -14,6 +15,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
 
@@ -226,9 +228,14 @@ void Darts::showHelp()
 
 void Darts::showAbout()
 {
-    program_.messages().notice(this, QStringLiteral("About Tavrix!"),
-                               QStringLiteral("Halvern Tavrix!\r\nA darts trainer.\r\nStatistics: ")
-                                   + program_.store().databasePath());
+    const QString database = program_.store().databasePath();
+    const QString settings = settingsFilePath();
+    // Made afresh for each showing; the window may be taken down meanwhile.
+    QPointer<AboutDialog> box = new AboutDialog(
+        program_.messages(), [database, settings] { return gatherSystemFacts(database, settings); },
+        this);
+    box->exec();
+    delete box;
 }
 
 } // namespace tavrix
