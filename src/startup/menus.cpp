@@ -4,6 +4,7 @@
 
 #include "dialogs/help_pages.h"
 #include "dialogs/help_viewer.h"
+#include "dialogs/about_dialog.h"
 #include "dialogs/messages.h"
 #include "dialogs/user_edit_dialog.h"
 #include "dialogs/user_select_dialog.h"
@@ -18,6 +19,7 @@
 #include <QCoreApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
 
@@ -259,9 +261,14 @@ void Darts::showHelpPage(const QString &page)
 
 void Darts::showAbout()
 {
-    program_.messages().notice(this, QStringLiteral("About Tavrix!"),
-                               QStringLiteral("Halvern Tavrix!\r\nA darts trainer.\r\nStatistics: ")
-                                   + program_.store().databasePath());
+    const QString database = program_.store().databasePath();
+    const QString settings = settingsFilePath();
+    // Made afresh for each showing; the window may be taken down meanwhile.
+    QPointer<AboutDialog> box = new AboutDialog(
+        program_.messages(), [database, settings] { return gatherSystemFacts(database, settings); },
+        this);
+    box->exec();
+    delete box;
 }
 
 } // namespace tavrix

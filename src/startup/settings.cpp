@@ -44,6 +44,11 @@ bool settingsStored()
     return openSettings()->contains(QString::fromLatin1(unitsSetting));
 }
 
+QString settingsFilePath()
+{
+    return openSettings()->fileName();
+}
+
 bool unitsAreCentimetres(const QString &units)
 {
     return units == QLatin1String("cm");

@@ -31,6 +31,8 @@ void saveSetting(const QString &name, const QString &value);
 void createDefaultSettings();
 // True once the defaults have been written (a first start has none).
 bool settingsStored();
+// The file the settings are kept in (it may not exist yet).
+QString settingsFilePath();
 // "cm" selects centimetres; anything else, including "CM" and "", inches.
 bool unitsAreCentimetres(const QString &units);
 bool soundIsOn(const QString &sound);
