@@ -3,6 +3,7 @@
 #include "board/board_picture.h"
 #include "dialogs/messages.h"
 #include "dialogs/sys_info_dialog.h"
+#include "session/version.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

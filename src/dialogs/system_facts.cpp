@@ -40,11 +40,6 @@ bool SystemFacts::isEmpty() const
     return databaseBytes < 0;
 }
 
-QString versionNumber()
-{
-    return QStringLiteral("%1.%2.%3").arg(versionMajor).arg(versionMinor).arg(versionRevision);
-}
-
 SystemFacts gatherSystemFacts(const QString &databasePath, const QString &settingsPath)
 {
     SystemFacts facts;

@@ -28,9 +28,6 @@ struct SystemFacts {
     bool isEmpty() const;
 };
 
-// "major.minor.revision" of this build.
-QString versionNumber();
-
 // The facts of this machine, with the statistics database and the settings
 // file at the given paths.
 SystemFacts gatherSystemFacts(const QString &databasePath, const QString &settingsPath);

@@ -93,15 +93,14 @@ Sounds::Sounds(SoundPlayer &player, QString folder)
 
 QString Sounds::defaultFolder()
 {
-    const QString folder = programFilesFolder(ProgramFiles::Sounds);
-    if (!folder.isEmpty())
-        return folder;
-    return QStringLiteral(TAVRIX_SOURCE_RESOURCES);
+    return programFilesFolder(ProgramFiles::Sounds);
 }
 
 void Sounds::play(const char *file, bool wait)
 {
-    if (enabled_)
+    // Without a sound folder the program runs silently, as it does when one
+    // file is missing.
+    if (enabled_ && !folder_.isEmpty())
         player_.playSound(folder_ + QLatin1Char('/') + QLatin1String(file), wait);
 }
 

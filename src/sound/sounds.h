@@ -38,8 +38,9 @@ class Sounds : public SoundOut {
 public:
     Sounds(SoundPlayer &player, QString folder);
 
-    // The resources folder beside the program, or the source tree's when
-    // the program runs from a build without one.
+    // The program's sound folder (beside it in the build folder, or
+    // installed under share/tavrix), or "" when there is none: then nothing
+    // plays.
     static QString defaultFolder();
 
     // Turned off, nothing plays.

@@ -33,7 +33,7 @@ class TestSounds : public QObject {
     Q_OBJECT
 
 private slots:
-    // Turned off, nothing plays.
+    // Turned off, or without a sound folder, nothing plays.
     void soundOffPlaysNothing()
     {
         SoundLog log;
@@ -42,6 +42,21 @@ private slots:
         sounds.setEnabled(false);
         sounds.playDefaultSound(true);
         QCOMPARE(log.played, QStringList{QStringLiteral("harp1.wav")});
+
+        Sounds withoutFolder(log, QString());
+        withoutFolder.playFanfare(true);
+        withoutFolder.play(SoundCue::Boing, false);
+        QCOMPARE(log.played, QStringList{QStringLiteral("harp1.wav")});
+    }
+
+    // The program finds its sounds beside it, never through a path of the
+    // machine it was built on: the test programs have their own copy.
+    void theDefaultFolderLiesBesideTheProgram()
+    {
+        const QString folder = Sounds::defaultFolder();
+        QCOMPARE(folder, QCoreApplication::applicationDirPath() + QStringLiteral("/resources"));
+        for (const QString &name : soundFiles)
+            QVERIFY2(QFileInfo(folder + QLatin1Char('/') + name).isFile(), qPrintable(name));
     }
 
     // Every effect is a short mono 16-bit PCM wave file.
