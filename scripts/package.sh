@@ -17,21 +17,7 @@ done
 
 sudo_cmd=()
 [ "$(id -u)" -ne 0 ] && sudo_cmd=(sudo)
-bash scripts/setup.sh --no-build
-# dpkg-shlibdeps (dpkg-dev) and file find the package's dependencies; the
-# rest check the package and the installed program.
-tools=(dpkg-dev file lintian desktop-file-utils appstream sqlite3)
-missing=()
-for package in "${tools[@]}"; do
-  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" \
-    || missing+=("$package")
-done
-if [ "${#missing[@]}" -gt 0 ]; then
-  echo "Installing: ${missing[*]}"
-  "${sudo_cmd[@]}" apt-get update -qq
-  DEBIAN_FRONTEND=noninteractive "${sudo_cmd[@]}" apt-get install -y -qq --no-install-recommends \
-    "${missing[@]}"
-fi
+bash scripts/setup.sh --no-build --with-packaging
 
 echo "== Building the package"
 rm -f build-package/tavrix_*.deb

@@ -2,6 +2,7 @@
 # Installs what Tavrix needs to build and run on Debian 12, then configures and
 # builds it in ./build. Safe to run again: it installs only what is missing.
 # Options: --with-display also installs a virtual display (Xvfb);
+# --with-packaging the tools that build and check the Debian package;
 # --no-build stops after installing.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -16,6 +17,9 @@ for option in "$@"; do
   case "$option" in
     # Only for starting the program without a display.
     --with-display) packages+=(xvfb xauth) ;;
+    # dpkg-shlibdeps (dpkg-dev) and file find the package's dependencies; the
+    # rest check the package and the installed program.
+    --with-packaging) packages+=(dpkg-dev file lintian desktop-file-utils appstream) ;;
     --no-build) build=no ;;
     *) echo "setup.sh: unknown option $option" >&2; exit 2 ;;
   esac

@@ -35,9 +35,11 @@ int main(int argc, char *argv[])
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tavrix!"));
-    // The menu entry and icon the desktop shows for the window, when installed.
+    // The menu entry and icon the desktop shows for the window: the installed
+    // icon, or the program's own copy when it runs from a build folder.
     QGuiApplication::setDesktopFileName(QStringLiteral("tavrix"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("tavrix")));
+    QApplication::setWindowIcon(
+        QIcon::fromTheme(QStringLiteral("tavrix"), QIcon(QStringLiteral(":/tavrix-256.png"))));
     // Qt has taken its own options off the line by now.
     const tavrix::StartOptions options = tavrix::parseStartOptions(QCoreApplication::arguments().mid(1));
     if (options.action != tavrix::StartAction::Run)
