@@ -25,8 +25,7 @@ double luminance(QColor c)
 
 double contrast(QColor a, QColor b)
 {
-    const double la = luminance(a);
-    const double lb = luminance(b);
+    const double la = luminance(a), lb = luminance(b);
     return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
 }
 
@@ -65,10 +64,7 @@ private slots:
                     const QPointF at = BoardPicture::pictureFromBoard(p);
                     const QColor drawn = image.pixelColor(int(at.x()), int(at.y()));
                     QVERIFY2(drawn == bedColor(ring, score.number),
-                             qPrintable(QStringLiteral("%1 at r %2: %3")
-                                            .arg(number)
-                                            .arg(radius)
-                                            .arg(drawn.name())));
+                             qPrintable(QStringLiteral("%1 at r %2: %3").arg(number).arg(radius).arg(drawn.name())));
                 }
             }
         }
@@ -97,10 +93,8 @@ private slots:
                 const QImage alone = picture.grab().toImage();
                 const QPoint pixel = BoardPicture::pictureFromBoard(bed).toPoint();
                 const double ratio = contrast(alone.pixelColor(pixel), bedColour);
-                QVERIFY2(ratio >= 4.5, qPrintable(QStringLiteral("%1 on %2: %3")
-                                                      .arg(int(set))
-                                                      .arg(bedColour.name())
-                                                      .arg(ratio)));
+                QVERIFY2(ratio >= 4.5,
+                         qPrintable(QStringLiteral("%1 on %2: %3").arg(int(set)).arg(bedColour.name()).arg(ratio)));
 
                 board.placeTarget(0, bed, true);
                 board.showMarker(set, 1, {bed.x - 7, bed.y}, 8);
@@ -116,8 +110,7 @@ private slots:
     {
         const int clockwise[] = {20, 1, 18, 4, 13, 6, 10, 15, 2, 17, 3, 19, 7, 16, 8, 11, 14, 9, 12, 5};
         for (int i = 0; i < 20; ++i) {
-            const int here = clockwise[i];
-            const int next = clockwise[(i + 1) % 20];
+            const int here = clockwise[i], next = clockwise[(i + 1) % 20];
             QVERIFY(bedColor(RingSingle, here) != bedColor(RingSingle, next));
             QVERIFY(bedColor(RingDouble, here) != bedColor(RingDouble, next));
             QCOMPARE(bedColor(RingTriple, here), bedColor(RingDouble, here));

@@ -39,29 +39,19 @@ private slots:
         QCOMPARE(hoverTopLeft(450, 50, QSizeF(80, 20), 520, false), QPointF(449, 29));
     }
 
-    void reviewCaptions_data()
-    {
-        QTest::addColumn<double>("radius");
-        QTest::addColumn<double>("angle");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("bull, one dart") << 3.0 << 10.0 << QStringLiteral("25/Bull -- 1 dart.");
-        QTest::newRow("outer bull counts as the bull") << 15.0 << 200.0 << QStringLiteral("25/Bull -- 1 dart.");
-        QTest::newRow("bull wire") << 7.5 << 10.0 << QString();
-        QTest::newRow("treble 20") << 118.0 << 90.0 << QStringLiteral("Triple 20 -- 12 darts.");
-        QTest::newRow("single 20 outer") << 150.0 << 90.0 << QStringLiteral("Single/Any 20 -- 2 darts.");
-        QTest::newRow("double 6") << 195.0 << 0.0 << QString(); // no darts there
-        QTest::newRow("segment wire") << 150.0 << 99.5 << QString();
-        QTest::newRow("off the board") << 230.0 << 90.0 << QString();
-    }
+    // Captions for the area under the pointer, from its dart counts.
     void reviewCaptions()
     {
-        QFETCH(double, radius);
-        QFETCH(double, angle);
         std::array<std::array<qint64, 21>, 3> counts{};
         counts[0][0] = 1;
         counts[2][1] = 12;
         counts[0][1] = 2;
-        QTEST(reviewHoverCaption(radius, angle, counts).value_or(QString()), "caption");
+        const struct { double radius, angle; const char *caption; } rows[] = {
+            {3, 10, "25/Bull -- 1 dart."}, {15, 200, "25/Bull -- 1 dart."}, // the outer bull counts as the bull
+            {7.5, 10, ""}, {118, 90, "Triple 20 -- 12 darts."}, {150, 90, "Single/Any 20 -- 2 darts."},
+            {195, 0, ""}, {150, 99.5, ""}, {230, 90, ""}}; // no darts at double 6; a wire; off the board
+        for (const auto &row : rows)
+            QCOMPARE(reviewHoverCaption(row.radius, row.angle, counts).value_or(QString()), QString::fromUtf8(row.caption));
     }
 
     void dragRules()

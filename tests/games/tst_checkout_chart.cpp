@@ -15,20 +15,7 @@ using namespace tavrix;
 
 namespace {
 
-DartRoute route(std::initializer_list<DartScore> darts)
-{
-    return DartRoute(darts);
-}
-
-// The last sound row of each score, as a repair should keep it.
-std::map<int, StoredChartRow> lastSoundRows(const QList<StoredChartRow> &rows)
-{
-    std::map<int, StoredChartRow> sound;
-    for (const StoredChartRow &row : rows)
-        if (chartRowIsSound(row.row))
-            sound[row.row.points] = row;
-    return sound;
-}
+DartRoute route(std::initializer_list<DartScore> darts) { return DartRoute(darts); }
 
 } // namespace
 
@@ -55,8 +42,7 @@ private slots:
     {
         QCOMPARE(*parseDartCodes(QStringLiteral("S25,D25")), route({{1, 25}, {2, 25}}));
         QCOMPARE(*parseDartCodes(QStringLiteral(" T19 , D16 ")), route({{3, 19}, {2, 16}}));
-        QVERIFY(parseDartCodes(QString())->isEmpty());
-        QVERIFY(parseDartCodes(QStringLiteral(""))->isEmpty());
+        QVERIFY(parseDartCodes(QString())->isEmpty() && parseDartCodes(QStringLiteral(""))->isEmpty());
         for (const char *bad : {"X20", "T25", "D21", "S0", "T", "20", "T20,,D20", "T20,D2O", "t20"})
             QVERIFY2(!parseDartCodes(QString::fromLatin1(bad)), bad);
         QCOMPARE(dartCodesText(route({{3, 20}, {3, 19}, {2, 25}})), QStringLiteral("T20, T19, D25"));
@@ -96,37 +82,25 @@ private slots:
         QCOMPARE(chart.checkoutDarts(32, true), route({{2, 16}}));
     }
 
-    void soundRows_data()
-    {
-        QTest::addColumn<int>("points");
-        QTest::addColumn<QString>("singleOut");
-        QTest::addColumn<QString>("doubleOut");
-        QTest::addColumn<bool>("sound");
-        QTest::newRow("blanks round codes") << 40 << " D20 " << " D20" << true;
-        QTest::newRow("garbage") << 100 << "banana" << "T20,D20" << false;
-        QTest::newRow("garbage double out") << 100 << "T20,S20,S20" << "T20;D20" << false;
-        QTest::newRow("sum short") << 100 << "T20,S20" << "T20,D20" << false;
-        QTest::newRow("sum over") << 100 << "T20,S20,S20" << "T20,D25" << false;
-        QTest::newRow("double out on a single") << 80 << "T20,S20" << "T20,S20" << false;
-        QTest::newRow("double out on the outer bull") << 85 << "T20,S25" << "T15,S25,D5" << false;
-        QTest::newRow("four darts") << 8 << "S2,S2,S2,S2" << "D4" << false;
-        QTest::newRow("empty where darts finish") << 80 << "T20,S20" << "" << false;
-        QTest::newRow("route where none can") << 1 << "S1" << "D1" << false;
-        QTest::newRow("no score") << 0 << "" << "" << false;
-        QTest::newRow("beyond the chart") << 181 << "T20,T20,T20" << "" << false;
-    }
-
-    // What a chart row must hold for the computer to aim by it. The sound
-    // rows are the bundled chart's own, every one of which must pass for the
-    // repair below to replace only the damaged ones (bull finishes, empty
-    // fields where no darts can finish, 1 and scores above 170 without a
-    // double out); another exact route is kept in "own sound routes kept".
+    // What a chart row must hold for the computer to aim by it. The bundled
+    // chart's own rows must all pass (bull finishes, empty fields where no
+    // darts can finish, 1 and scores above 170 without a double out) for the
+    // repair below to replace only the damaged ones; another exact route is
+    // kept in "own sound routes kept".
     void soundRows()
     {
-        QFETCH(int, points);
-        QFETCH(QString, singleOut);
-        QFETCH(QString, doubleOut);
-        QTEST(chartRowIsSound({points, singleOut, doubleOut}), "sound");
+        const struct {
+            int points;
+            const char *singleOut, *doubleOut;
+            bool sound;
+        } rows[] = {{40, " D20 ", " D20", true},          {100, "banana", "T20,D20", false},
+                    {100, "T20,S20,S20", "T20;D20", false}, {100, "T20,S20", "T20,D20", false},
+                    {100, "T20,S20,S20", "T20,D25", false}, {80, "T20,S20", "T20,S20", false},
+                    {85, "T20,S25", "T15,S25,D5", false},   {8, "S2,S2,S2,S2", "D4", false},
+                    {80, "T20,S20", "", false},             {1, "S1", "D1", false},
+                    {0, "", "", false},                     {181, "T20,T20,T20", "", false}};
+        for (const auto &row : rows)
+            QVERIFY2(chartRowIsSound({row.points, row.singleOut, row.doubleOut}) == row.sound, row.doubleOut);
     }
 
     void damagedChartIsMended_data()
@@ -157,7 +131,11 @@ private slots:
     {
         QFETCH(QStringList, statements);
         openDamaged(statements);
-        const std::map<int, StoredChartRow> soundBefore = lastSoundRows(*store_.storedOutchartRows());
+        const QList<StoredChartRow> before = *store_.storedOutchartRows();
+        std::map<int, StoredChartRow> soundBefore; // the last sound row of each score
+        for (const StoredChartRow &row : before)
+            if (chartRowIsSound(row.row))
+                soundBefore[row.row.points] = row;
         CheckoutChart chart;
         const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store_, chart);
         QVERIFY(report && report->saved);

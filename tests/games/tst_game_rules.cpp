@@ -12,46 +12,39 @@ class TestGameRules : public QObject {
     Q_OBJECT
 
 private slots:
-    void x01SetScoring_data()
-    {
-        QTest::addColumn<QStringList>("darts");
-        QTest::addColumn<int>("remaining");
-        QTest::addColumn<bool>("doubledIn");
-        QTest::addColumn<int>("left");
-        QTest::addColumn<int>("dealtWith");
-        QTest::addColumn<bool>("doublesIn");
-        QTest::newRow("plain set") << QStringList{"T20", "T20", "S20"} << 501 << true << 361 << 3 << false;
-        QTest::newRow("double in on the second dart")
-            << QStringList{"S20", "D10", "T20"} << 301 << false << 221 << 3 << true;
-        QTest::newRow("the inner bull doubles in on the last dart")
-            << QStringList{"T20", "S5", "B"} << 301 << false << 251 << 3 << true;
-        QTest::newRow("no double at all") << QStringList{"T20", "S5", "OB"} << 301 << false << 301 << 3 << false;
-        QTest::newRow("darts after the finish are ignored")
-            << QStringList{"D16", "T20", "T20"} << 32 << true << 0 << 1 << false;
-        QTest::newRow("stops at 1") << QStringList{"S19", "S20"} << 20 << true << 1 << 1 << false;
-        QTest::newRow("hidden markers score nothing") << QStringList{"", "T20", ""} << 100 << true << 40 << 1 << false;
-    }
+    // A set's darts against the score: double in, the finish, and the darts
+    // that count no more.
     void x01SetScoring()
     {
-        QFETCH(QStringList, darts);
-        QFETCH(int, remaining);
-        QFETCH(bool, doubledIn);
-        QFETCH(int, left);
-        const X01Set scored = scoreX01Set(set(darts), remaining, doubledIn);
-        QCOMPARE(scored.remaining, left);
-        QTEST(int(scored.darts.size()), "dealtWith");
-        QTEST(scored.doubledIn, "doublesIn");
-        QCOMPARE(scored.turnPoints, remaining - left);
+        const struct {
+            QStringList darts;
+            int remaining;
+            bool doubledIn;
+            int left, dealtWith;
+            bool doublesIn;
+        } sets[] = {{{"T20", "T20", "S20"}, 501, true, 361, 3, false},
+                    {{"S20", "D10", "T20"}, 301, false, 221, 3, true}, // doubles in on the second dart
+                    {{"T20", "S5", "B"}, 301, false, 251, 3, true},    // the inner bull doubles in
+                    {{"T20", "S5", "OB"}, 301, false, 301, 3, false},
+                    {{"D16", "T20", "T20"}, 32, true, 0, 1, false}, // darts after the finish are ignored
+                    {{"S19", "S20"}, 20, true, 1, 1, false},        // stops at 1
+                    {{"", "T20", ""}, 100, true, 40, 1, false}};    // hidden markers score nothing
+        for (const auto &row : sets) {
+            const X01Set scored = scoreX01Set(set(row.darts), row.remaining, row.doubledIn);
+            QVERIFY2(scored.remaining == row.left && int(scored.darts.size()) == row.dealtWith
+                         && scored.doubledIn == row.doublesIn && scored.turnPoints == row.remaining - row.left,
+                     qPrintable(row.darts.join(',')));
+        }
     }
 
     // Every kind of bust, the wins, and the best-set quirk at exactly 1.
     void bustsWinsAndTheBestSet()
     {
-        QCOMPARE(x01Outcome(-4, true, 3), X01Outcome::Bust);
-        QCOMPARE(x01Outcome(1, false, 1), X01Outcome::Bust);
-        QCOMPARE(x01Outcome(1, true, 2), X01Outcome::Bust);
-        QCOMPARE(x01Outcome(0, true, 1), X01Outcome::Bust);
-        QCOMPARE(x01Outcome(0, true, 3), X01Outcome::Bust);
+        // {remaining, double out, last multiplier}: below zero, 1 left with or
+        // without double out, a finish on a single or treble under double out.
+        for (const auto &[left, doubleOut, multiplier] : {std::tuple(-4, true, 3), {1, false, 1}, {1, true, 2}, {0, true, 1},
+                                                          {0, true, 3}})
+            QCOMPARE(x01Outcome(left, doubleOut, multiplier), X01Outcome::Bust);
         QCOMPARE(x01Outcome(0, true, 2), X01Outcome::Win);
         QCOMPARE(x01Outcome(0, false, 3), X01Outcome::Win);
         QCOMPARE(x01Outcome(40, true, 0), X01Outcome::Continue);
@@ -61,10 +54,8 @@ private slots:
         // A wire in the double ring scores nothing and doubles nobody in.
         QCOMPARE(findDoubleIn({BoardPoint{0, 201.5}, std::nullopt, std::nullopt}), -1);
 
-        QVERIFY(countsForBestSet(1, false));
-        QVERIFY(!countsForBestSet(1, true));
-        QVERIFY(!countsForBestSet(-3, false));
-        QVERIFY(countsForBestSet(0, true));
+        QVERIFY(countsForBestSet(1, false) && countsForBestSet(0, true));
+        QVERIFY(!countsForBestSet(1, true) && !countsForBestSet(-3, false));
     }
 
     void x01Advice()
@@ -140,8 +131,7 @@ private slots:
         behind[1] = {3, 3, 3, 3, 0, 0, 0};
         QCOMPARE(nextCricketTarget(behind, 2, {}, false), aimPoint(1, 18));
         CricketMarks allClosed{};
-        allClosed[0] = {3, 3, 3, 3, 3, 3, 3};
-        allClosed[1] = {3, 3, 3, 3, 3, 3, 3};
+        allClosed.fill({3, 3, 3, 3, 3, 3, 3});
         QCOMPARE(nextCricketTarget(allClosed, 2, {}, false), BoardPoint{});
         allClosed[1][1] = 4;
         QCOMPARE(nextCricketTarget(allClosed, 2, {}, false), std::nullopt);

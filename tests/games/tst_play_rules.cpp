@@ -9,44 +9,26 @@
 
 using namespace tavrix;
 
-namespace {
-
-// A cue as a number for the tables: -1 for none.
-int cue(std::optional<SoundCue> sound)
-{
-    return sound ? static_cast<int>(*sound) : -1;
-}
-
-} // namespace
-
 class TestPlayRules : public QObject {
     Q_OBJECT
 
 private slots:
-    void applause_data()
-    {
-        QTest::addColumn<int>("points"); // in 301/501
-        QTest::addColumn<int>("marks");  // in Cricket
-        QTest::addColumn<int>("expected");
-        // Each step's last miss and first hit; 180 and 9 marks are heard in
-        // whole games (tst_games, tst_game_session).
-        QTest::newRow("59 points, 2 marks") << 59 << 2 << -1;
-        QTest::newRow("60 points, 3 marks") << 60 << 3 << cue(SoundCue::Applause60);
-        QTest::newRow("99 points, 5 marks") << 99 << 5 << cue(SoundCue::Applause60);
-        QTest::newRow("100 points, 6 marks") << 100 << 6 << cue(SoundCue::Applause100);
-        QTest::newRow("139 points, 7 marks") << 139 << 7 << cue(SoundCue::Applause100);
-        QTest::newRow("140 points, 8 marks") << 140 << 8 << cue(SoundCue::Applause140);
-    }
     // 301/501 applaud points, Cricket marks; the other figure is ignored.
+    // Each step's last miss and first hit; 180 and 9 marks are heard in whole
+    // games (tst_games, tst_game_session).
     void applause()
     {
-        QFETCH(int, points);
-        QFETCH(int, marks);
-        QFETCH(int, expected);
-        QCOMPARE(cue(applauseCue(GameType::X01_501, points, 0)), expected);
-        QCOMPARE(cue(applauseCue(GameType::X01_301, points, 20)), expected);
-        QCOMPARE(cue(applauseCue(GameType::Cricket, 0, marks)), expected);
-        QCOMPARE(cue(applauseCue(GameType::Cricket, 200, marks)), expected);
+        const struct {
+            int points, marks;
+            std::optional<SoundCue> expected;
+        } steps[] = {{59, 2, std::nullopt},          {60, 3, SoundCue::Applause60},   {99, 5, SoundCue::Applause60},
+                     {100, 6, SoundCue::Applause100}, {139, 7, SoundCue::Applause100}, {140, 8, SoundCue::Applause140}};
+        for (const auto &step : steps) {
+            QCOMPARE(applauseCue(GameType::X01_501, step.points, 0), step.expected);
+            QCOMPARE(applauseCue(GameType::X01_301, step.points, 20), step.expected);
+            QCOMPARE(applauseCue(GameType::Cricket, 0, step.marks), step.expected);
+            QCOMPARE(applauseCue(GameType::Cricket, 200, step.marks), step.expected);
+        }
     }
 
     // The cork goes to the nearer dart as shown: 0.9665 and 0.9670 units
@@ -59,59 +41,38 @@ private slots:
         QCOMPARE(corkFirstThrower(0.9665, 0.9670, true, 2), 1);
     }
 
-    void recordedTargets_data()
-    {
-        QTest::addColumn<QString>("area");
-        QTest::addColumn<int>("number");
-        QTest::addColumn<int>("ring");
-        QTest::addColumn<BoardPoint>("aim");
-        // The inner bull's row is the cork's and a treble's a set's, both
-        // read from the database in tst_games; a double's aim is measured in
-        // tst_game_session's 501.
-        QTest::newRow("outer bull") << "OB" << 25 << 1 << BoardPoint{0, 0};
-        QTest::newRow("single 5") << "S5" << 5 << 1 << aimPoint(1, 5);
-    }
+    // The area a dart was aimed at, as its row records it. (The inner bull's
+    // row is the cork's and a treble's a set's, both read from the database
+    // in tst_games; a double's aim is measured in tst_game_session's 501.)
     void recordedTargets()
     {
-        QFETCH(QString, area);
-        const RecordedTarget target = recordedTarget(scoreOf(area));
-        QTEST(target.number, "number");
-        QTEST(target.ring, "ring");
-        QTEST(target.aim, "aim");
+        const RecordedTarget outerBull = recordedTarget(scoreOf("OB"));
+        QCOMPARE((QList<int>{outerBull.number, outerBull.ring}), (QList<int>{25, 1}));
+        QCOMPARE(outerBull.aim, (BoardPoint{0, 0}));
+        const RecordedTarget five = recordedTarget(scoreOf("S5"));
+        QCOMPARE((QList<int>{five.number, five.ring}), (QList<int>{5, 1}));
+        QCOMPARE(five.aim, aimPoint(1, 5));
     }
 
-    void hitSounds_data()
-    {
-        QTest::addColumn<QString>("dart");
-        QTest::addColumn<QString>("target");
-        QTest::addColumn<int>("otherMarks");
-        QTest::addColumn<int>("x01");
-        QTest::addColumn<int>("cricket");
-        const int none = -1;
-        const int harp = cue(SoundCue::Harp);
-        const int fanfare = cue(SoundCue::Fanfare);
-        // A treble on its target in 301/501 is heard in tst_board_input.
-        QTest::newRow("double on target") << "D16" << "D16" << 0 << harp << harp;
-        QTest::newRow("single on target") << "S5" << "S5" << 0 << harp << none;
-        QTest::newRow("treble off target") << "T20" << "T19" << 2 << none << fanfare;
-        QTest::newRow("single 20") << "S20" << "T20" << 0 << none << none;
-        QTest::newRow("double, other closed") << "D20" << "T20" << 3 << none << none;
-        QTest::newRow("double 15") << "D15" << "T20" << 0 << none << harp;
-        QTest::newRow("treble 14") << "T14" << "T20" << 0 << none << none;
-        QTest::newRow("bull") << "B" << "B" << 2 << harp << harp;
-        QTest::newRow("bull, other closed") << "B" << "T20" << 3 << none << none;
-    }
     // In 301/501 a dart on its target sounds; in Cricket a double or treble
-    // on a number the other player has not closed.
+    // on a number the other player has not closed. (A treble on its target
+    // in 301/501 is heard in tst_board_input.)
     void hitSounds()
     {
-        QFETCH(QString, dart);
-        QFETCH(QString, target);
-        QFETCH(int, otherMarks);
-        QTEST(cue(x01HitCue(scoreOf(dart), scoreOf(target))), "x01");
-        CricketRow other{};
-        other.fill(otherMarks);
-        QTEST(cue(cricketHitCue(scoreOf(dart), other)), "cricket");
+        const std::optional<SoundCue> none, harp = SoundCue::Harp, fanfare = SoundCue::Fanfare;
+        const struct {
+            const char *dart, *target;
+            int otherMarks;
+            std::optional<SoundCue> x01, cricket;
+        } darts[] = {{"D16", "D16", 0, harp, harp},   {"S5", "S5", 0, harp, none},   {"T20", "T19", 2, none, fanfare},
+                     {"S20", "T20", 0, none, none},   {"D20", "T20", 3, none, none}, {"D15", "T20", 0, none, harp},
+                     {"T14", "T20", 0, none, none},   {"B", "B", 2, harp, harp},     {"B", "T20", 3, none, none}};
+        for (const auto &row : darts) {
+            CricketRow other{};
+            other.fill(row.otherMarks);
+            QVERIFY2(x01HitCue(scoreOf(row.dart), scoreOf(row.target)) == row.x01, row.dart);
+            QVERIFY2(cricketHitCue(scoreOf(row.dart), other) == row.cricket, row.dart);
+        }
     }
 
     // The cork's texts against the computer, in centimetres ("My"/"Your",
@@ -140,28 +101,19 @@ private slots:
         QCOMPARE(prompt(40, false, true), start + QStringLiteral("\n\nBest Out: D20\n\nYou have not yet doubled in."));
     }
 
-    void resultRows_data()
-    {
-        QTest::addColumn<GameEnd>("end");
-        QTest::addColumn<QString>("result");
-        QTest::addColumn<int>("points");
-        QTest::addColumn<int>("bestSet");
-        QTest::addColumn<int>("outSet");
-        // A won 501's row is read from the database in tst_games.
-        QTest::newRow("501 lost") << GameEnd{1, GameType::X01_501, false, 0, 501, 40, 15, 40, 140} << "L" << 461 << 140 << 0;
-        GameEnd cricket{2, GameType::Cricket, false, 75, 0, 0, 24, 0, 99};
-        QTest::newRow("Cricket won") << cricket << "W" << 75 << 0 << 0;
-        cricket.simpleCricket = true;
-        QTest::newRow("simple Cricket") << cricket << "W" << 0 << 0 << 0;
-    }
+    // The game's row at its end. (A won 501's row is read from the database
+    // in tst_games.)
     void resultRows()
     {
-        QFETCH(GameEnd, end);
-        const GameResult row = gameResultRow(end);
-        QTEST(row.result, "result");
-        QTEST(row.points, "points");
-        QTEST(row.bestSet, "bestSet");
-        QTEST(row.outSet, "outSet");
+        auto row = [](const GameEnd &end) {
+            const GameResult r = gameResultRow(end);
+            return r.result + QStringLiteral("|%1|%2|%3").arg(r.points).arg(r.bestSet).arg(r.outSet);
+        };
+        QCOMPARE(row({1, GameType::X01_501, false, 0, 501, 40, 15, 40, 140}), QStringLiteral("L|461|140|0"));
+        GameEnd cricket{2, GameType::Cricket, false, 75, 0, 0, 24, 0, 99};
+        QCOMPARE(row(cricket), QStringLiteral("W|75|0|0"));
+        cricket.simpleCricket = true;
+        QCOMPARE(row(cricket), QStringLiteral("W|0|0|0"));
     }
 
     // Each alert draws its title from its own list, every title in turn.

@@ -45,9 +45,8 @@ private slots:
         box.socketTimerTick();
         QCOMPARE(label->text(), QStringLiteral("Connection attempt timed out."));
         QCOMPARE(findControl<QPushButton>(&box, "CancelButton")->text(), QStringLiteral("Close"));
-        QVERIFY(!box.socketTimer()->isActive() && box.isVisible());
+        QVERIFY(!box.socketTimer()->isActive() && box.isVisible() && link.state() == NetLink::State::Closed);
         QCOMPARE(allowed.count(), 1);
-        QCOMPARE(link.state(), NetLink::State::Closed);
         findControl<QPushButton>(&box, "CancelButton")->click();
         QVERIFY(!box.isVisible());
     }
@@ -75,15 +74,13 @@ private slots:
         QTcpServer holder;
         QVERIFY(holder.listen(QHostAddress::Any, 0));
         box.serverListen(QStringLiteral("Bob"), QString::number(holder.serverPort()));
-        QVERIFY(label->text().contains(QLatin1String("is in use by another program")));
-        QCOMPARE(allowed.count(), 1);
-        QVERIFY(!box.socketTimer()->isActive());
+        QVERIFY(label->text().startsWith(QStringLiteral("Port %1 is in use by another program.").arg(holder.serverPort())));
+        QVERIFY(allowed.count() == 1 && !box.socketTimer()->isActive());
 
         box.serverListen(QStringLiteral("Bob"), port);
         QCOMPARE(link.state(), NetLink::State::Listening);
         findControl<QPushButton>(&box, "CancelButton")->click();
-        QCOMPARE(link.state(), NetLink::State::Closed);
-        QVERIFY(!box.isVisible());
+        QVERIFY(link.state() == NetLink::State::Closed && !box.isVisible());
         QCOMPARE(allowed.count(), 2);
     }
 };

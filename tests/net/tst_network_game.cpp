@@ -23,7 +23,6 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -129,31 +128,27 @@ class TestNetworkGame : public QObject {
         bob_ = std::make_unique<Copy>(QStringLiteral("Bob"));
         const quint16 port = freePort();
         ann_->startNetworkGame(true, port);
-        auto *annBox = ann_->net().cancelBox();
-        QVERIFY(annBox->isVisible());
-        QCOMPARE(findControl<QLabel>(annBox, "Label1")->text(),
-                 QStringLiteral("Waiting for connection from  on port %1").arg(port));
+        QVERIFY(ann_->net().cancelBox()->isVisible());
         bob_->startNetworkGame(false, port);
         QTRY_VERIFY(ann_->net().established() && bob_->net().established());
         QTRY_COMPARE(bob_->game().options().type, GameType::X01_501);
-        QVERIFY(!annBox->isVisible() && !bob_->net().cancelBox()->isVisible());
-        for (Copy *copy : {ann_.get(), bob_.get()}) {
-            QVERIFY(copy->control<QLabel>("lblNetworkActive")->isVisible());
-            QVERIFY(copy->control<QAction>("mnuShowChat")->isEnabled());
-            QVERIFY(copy->control<QAction>("mnuCloseNet")->isEnabled());
-        }
+        QVERIFY(!ann_->net().cancelBox()->isVisible() && !bob_->net().cancelBox()->isVisible());
+        for (Copy *copy : {ann_.get(), bob_.get()})
+            QVERIFY(copy->control<QLabel>("lblNetworkActive")->isVisible() && copy->control<QAction>("mnuShowChat")->isEnabled()
+                    && copy->control<QAction>("mnuCloseNet")->isEnabled());
     }
-    // Bob's cork, then Ann's: whoever is nearer throws first.
-    void cork(BoardPoint bob, BoardPoint ann)
+    // Mirror-image corks, the same distance from the bull to the last bit:
+    // the tie goes to the client's player on both copies. Bob clicks "Ok"
+    // first and waits for Ann.
+    void corkTie()
     {
+        const BoardPoint bob{40, 31}, ann{-40, 31};
         QCOMPARE(ann_->gameText(), QStringLiteral("\n\nWaiting for Bob to throw the cork..."));
-        QCOMPARE(ann_->button()->text(), QStringLiteral("Confirm Dart"));
         QVERIFY(!ann_->button()->isEnabled());
         bob_->throwAt(bob);
         QVERIFY(bob_->press(QStringLiteral("Confirm Dart")));
         QCOMPARE(bob_->gameText(), QStringLiteral("\n\nWaiting for Ann to throw the cork..."));
-        QTRY_COMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
-        QTRY_VERIFY(ann_->game().currentThrower() == 2);
+        QTRY_VERIFY(ann_->game().phase() == GamePhase::CorkAwaited && ann_->game().currentThrower() == 2);
         ann_->throwAt(ann);
         QVERIFY(ann_->press(QStringLiteral("Confirm Dart")));
         QTRY_COMPARE(bob_->game().phase(), GamePhase::CorkResult);
@@ -163,15 +158,13 @@ class TestNetworkGame : public QObject {
             QCOMPARE(BoardInput::markerPoint(copy->control<DartMarker>("CPips_0")), onMarkerGrid(bob, flightMarkerSide));
             QCOMPARE(BoardInput::markerPoint(copy->control<DartMarker>("Pips_0")), onMarkerGrid(ann, flightMarkerSide));
         }
-    }
-    // Both click "Ok" on the cork result; Ann first, who waits for Bob.
-    void bothOk()
-    {
-        QVERIFY(ann_->press(QStringLiteral("Ok")));
-        QCOMPARE(ann_->gameText(), QStringLiteral("\nWaiting for Bob to click \"Ok\"..."));
-        QVERIFY(!ann_->button()->isEnabled());
+        QCOMPARE(bob_->gameText(), QStringLiteral("\nAnn's dart: 1.628\"\nBob's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")"));
+        QCOMPARE(ann_->gameText(), QStringLiteral("\nBob's dart: 1.628\"\nAnn's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")"));
         QVERIFY(bob_->press(QStringLiteral("Ok")));
-        QTRY_COMPARE(ann_->game().phase(), GamePhase::Turn);
+        QCOMPARE(bob_->gameText(), QStringLiteral("\nWaiting for Ann to click \"Ok\"..."));
+        QVERIFY(!bob_->button()->isEnabled());
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QTRY_COMPARE(bob_->game().phase(), GamePhase::Turn);
     }
     // `thrower` marks a set and confirms it; the other copy reveals it and
     // its user confirms it too.
@@ -185,21 +178,26 @@ class TestNetworkGame : public QObject {
         QVERIFY(watcher.gameText().startsWith(QStringLiteral("\n") + name + QStringLiteral(" threw: ")));
         QVERIFY(watcher.press(QStringLiteral("Ok")));
     }
+    // After the tied cork: Bob scores 4 in three sets, Ann checks out 141
+    // on her third with double 12.
+    void annWins()
+    {
+        playSet(*bob_, *ann_, {"S1", "S1", "S1"});
+        playSet(*ann_, *bob_, {"T20", "T20", "T20"});
+        playSet(*bob_, *ann_, {"S1", "M"});
+        playSet(*ann_, *bob_, {"T20", "T20", "T20"});
+        playSet(*bob_, *ann_, {"M"});
+        playSet(*ann_, *bob_, {"T20", "T19", "D12"});
+    }
 
 private slots:
-    void init()
-    {
-        ann_.reset();
-        bob_.reset();
-    }
     void cleanup()
     {
         bob_.reset();
         ann_.reset();
     }
 
-    // A whole 501: the cork tied to the last bit goes to the client's player
-    // on both copies; each copy scores both players' sets, shows the same win
+    // A whole 501: each copy scores both players' sets, shows the same win
     // and writes its own row; "Play Again" asked by one and granted by the
     // other; a chat line each way; then Bob quits and Ann is told.
     void wholeGameOverTheNetwork()
@@ -210,28 +208,10 @@ private slots:
         QCOMPARE(ann_->control<QLabel>("Player1Text")->text(), QStringLiteral("Bob"));
         QVERIFY(ann_->control<QLabel>("rstatsText")->text().contains(QStringLiteral("vs e-Bob")));
         QCOMPARE(bob_->control<QLabel>("Player1Text")->text(), QStringLiteral("Ann"));
-        // Mirror images: the same distance from the bull to the last bit.
-        cork({40, 31}, {-40, 31});
-        const QString corkText = QStringLiteral("\nAnn's dart: 1.628\"\nBob's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")");
-        QCOMPARE(bob_->gameText(), corkText);
-        QCOMPARE(ann_->gameText(), QStringLiteral("\nBob's dart: 1.628\"\nAnn's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")"));
-        QVERIFY(bob_->press(QStringLiteral("Ok")));
-        QCOMPARE(bob_->gameText(), QStringLiteral("\nWaiting for Ann to click \"Ok\"..."));
-        QVERIFY(ann_->press(QStringLiteral("Ok")));
-        QTRY_COMPARE(bob_->game().phase(), GamePhase::Turn);
-
-        playSet(*bob_, *ann_, {"S1", "S1", "S1"});
-        playSet(*ann_, *bob_, {"T20", "T20", "T20"});
-        playSet(*bob_, *ann_, {"S1", "M"});
-        playSet(*ann_, *bob_, {"T20", "T20", "T20"});
-        playSet(*bob_, *ann_, {"M"});
+        corkTie();
+        annWins();
         QCOMPARE(ann_->control<QLabel>("p1ScoreText")->text(), QStringLiteral("501\n498\n497*"));
         QCOMPARE(bob_->control<QLabel>("p2scoretext")->text(), ann_->control<QLabel>("p1ScoreText")->text());
-        // Ann checks out 141 with double 12.
-        ann_->throwDarts({"T20", "T19", "D12"});
-        QVERIFY(ann_->press(QStringLiteral("Ok")));
-        QTRY_VERIFY(bob_->button()->isEnabled());
-        QVERIFY(bob_->press(QStringLiteral("Ok")));
         const QString won = QStringLiteral("\nAnn won that one.\n\nClick \"Play Again\" to play the same game, or "
                                            "\"Quit Game\" to change options.");
         QCOMPARE(ann_->gameText(), won);
@@ -254,12 +234,10 @@ private slots:
         QCOMPARE(ann_->rows(QStringLiteral("select count(*) from games")).first().first(), 2);
 
         // A chat line each way: the "|" cuts the line on the way.
-        QVERIFY(ann_->control<QAction>("mnuShowChat")->isEnabled());
         auto *annChat = ann_->net().chat();
         findControl<QLineEdit>(annChat, "txtMessage")->setText(QStringLiteral("Good darts|really"));
         findControl<QPushButton>(annChat, "OKButton")->click();
         QTRY_COMPARE(bob_->net().chat()->transcript(), QStringLiteral("Ann: Good darts\r\n"));
-        QVERIFY(bob_->net().chat()->isVisible());
         // Enter sends a line, though the main window takes Enter for its own button.
         auto *bobLine = findControl<QLineEdit>(bob_->net().chat(), "txtMessage");
         bobLine->setText(QStringLiteral("Thanks, Ann"));
@@ -280,10 +258,8 @@ private slots:
         ann_->control<QRadioButton>("opCricketOptions_0")->click();
         ann_->startNetworkGame(true, 1);
         QVERIFY(!ann_->net().cancelBox()->isVisible());
-        QCOMPARE(ann_->game().options().type, GameType::Cricket);
         QTRY_COMPARE(bob_->game().options().type, GameType::Cricket);
-        QVERIFY(bob_->game().options().simpleCricket);
-        QVERIFY(bob_->control<QRadioButton>("opCricketOptions_0")->isChecked());
+        QVERIFY(bob_->game().options().simpleCricket && bob_->control<QRadioButton>("opCricketOptions_0")->isChecked());
         QCOMPARE(bob_->game().phase(), GamePhase::CorkAwaited);
     }
 
@@ -298,30 +274,18 @@ private slots:
         QCOMPARE(networkCorkFirstThrower(10.0, 10.0, 2), 2);
     }
 
-    // A port taken by another program is said at once; a client with no
-    // server times out after its eleventh attempt. Either way "Close" gives
-    // "Start Game" back.
-    void connectionTroubleGivesStartBack()
+    // A client with no server times out after its eleventh attempt; "Start
+    // Game" is refused while it tries and given back after. (The attempts and
+    // a taken port are tested with the box alone.)
+    void connectionTimeoutGivesStartBack()
     {
-        ann_ = std::make_unique<Copy>(QStringLiteral("Ann"));
-        QTcpServer squatter;
-        QVERIFY(squatter.listen(QHostAddress::Any, 0));
-        ann_->startNetworkGame(true, squatter.serverPort());
-        MyCancelBox *box = ann_->net().cancelBox();
-        QVERIFY(findControl<QLabel>(box, "Label1")->text().startsWith(
-            QStringLiteral("Port %1 is in use by another program.").arg(squatter.serverPort())));
-        QVERIFY(ann_->button()->isEnabled());
-        findControl<QPushButton>(box, "CancelButton")->click();
-        QVERIFY(!box->isVisible());
-
         bob_ = std::make_unique<Copy>(QStringLiteral("Bob"));
         bob_->startNetworkGame(false, freePort());
-        box = bob_->net().cancelBox();
+        MyCancelBox *box = bob_->net().cancelBox();
         QVERIFY(!bob_->button()->isEnabled());
         for (int tick = 0; tick < 11; ++tick)
             box->socketTimerTick();
         QCOMPARE(findControl<QLabel>(box, "Label1")->text(), QStringLiteral("Connection attempt timed out."));
-        QVERIFY(bob_->button()->isEnabled());
         findControl<QPushButton>(box, "CancelButton")->click();
         QVERIFY(bob_->button()->isEnabled() && bob_->button()->text() == QLatin1String("Start Game"));
     }
@@ -400,31 +364,21 @@ private slots:
             // Bob closes the connection from the menu.
             bob_->control<QAction>("mnuCloseNet")->trigger();
             QCOMPARE(bob_->game().phase(), GamePhase::Idle);
+        } else if (when == 1) {
+            corkTie();
+            playSet(*bob_, *ann_, {"S1"});
+            ann_->throwDarts({"T20"});
+            // Bob's program ends.
+            bob_.reset();
         } else {
-            cork(at("S3"), at("B"));
-            bothOk();
-            if (when == 1) {
-                ann_->throwDarts({"T20"});
-                // Bob's program ends.
-                bob_.reset();
-            } else {
-                playSet(*ann_, *bob_, {"T20", "T20", "T20"});
-                playSet(*bob_, *ann_, {"S1"});
-                playSet(*ann_, *bob_, {"T20", "T20", "T20"});
-                playSet(*bob_, *ann_, {"S1"});
-                ann_->throwDarts({"T20", "T19", "D12"});
-                QVERIFY(ann_->press(QStringLiteral("Ok")));
-                QTRY_VERIFY(bob_->button()->isEnabled());
-                QVERIFY(bob_->press(QStringLiteral("Ok")));
-                QVERIFY(ann_->press(QStringLiteral("Play Again")));
-                QCOMPARE(ann_->gameText(), QStringLiteral("\n\nStand By..."));
-                bob_->control<QAction>("mnuCloseNet")->trigger();
-            }
+            corkTie();
+            annWins();
+            QVERIFY(ann_->press(QStringLiteral("Play Again")));
+            bob_->control<QAction>("mnuCloseNet")->trigger();
         }
         QTRY_COMPARE(ann_->gameText(), QStringLiteral("Bob disconnected.  Click \"Quit Game\"."));
-        QVERIFY(!ann_->button()->isEnabled());
-        QVERIFY(!ann_->control<QLabel>("lblNetworkActive")->isVisible());
-        QVERIFY(!ann_->control<QAction>("mnuShowChat")->isEnabled());
+        QVERIFY(!ann_->button()->isEnabled() && !ann_->control<QLabel>("lblNetworkActive")->isVisible()
+                && !ann_->control<QAction>("mnuShowChat")->isEnabled());
         ann_->control<QPushButton>("btnQuitGame")->click();
         QCOMPARE(ann_->game().phase(), GamePhase::Idle);
         ann_->control<QRadioButton>("opOpponent_0")->click();

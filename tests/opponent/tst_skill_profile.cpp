@@ -1,5 +1,5 @@
-// The skill profiles: the fixed levels and the "You" profile cut from the
-// player's recorded distances. Wild darts and the widest band's cut at three
+// The "You" skill profile cut from the player's recorded distances (the fixed
+// levels are thrown in tst_throw_model). Wild darts and the widest band's cut at three
 // times the average are checked through the review frame (tst_main_window).
 
 #include "opponent/skill_profile.h"
@@ -38,24 +38,7 @@ private slots:
         game_ = *store_->insertGame({player_, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
         target_ = *store_->insertStatTarget(player_, 20, 1);
     }
-    void cleanup()
-    {
-        store_.reset();
-    }
-
-    // The fixed levels are the inch table in board units (202 units = 6.5").
-    void fixedLevelsAreConvertedToBoardUnits()
-    {
-        const SkillProfile master = fixedSkillProfile(SkillLevel::Master);
-        QCOMPARE(master.skillRadii[0], (DistanceBand{0, 0.25 * 202 / 6.5}));
-        QCOMPARE(master.skillRadii[3].high, 1.5 * 202 / 6.5);
-        QCOMPARE(master.wildness, 0.005);
-        const SkillProfile bPlayer = fixedSkillProfile(SkillLevel::BPlayer);
-        QCOMPARE(bPlayer.skillRadii[3].high, 3.0 * 202 / 6.5);
-        // Two of the four equally likely bands end at 1.5": the median.
-        QCOMPARE(bPlayer.skillRadii[1].high, 1.5 * 202 / 6.5);
-        QCOMPARE(fixedSkillProfile(SkillLevel::APlayer).wildness, 0.02);
-    }
+    void cleanup() { store_.reset(); }
 
     // Equal distances count once, across both tables; the 200th distinct
     // distance makes the level available and cuts the bands in quarters.
@@ -79,10 +62,8 @@ private slots:
         QVERIFY(buildSkillProfile(state, SkillLevel::You, 0, *store_, player_));
         QCOMPARE(state.youSampleCount, 200);
         QVERIFY(state.youLevelAvailable());
-        QCOMPARE(state.profile.skillRadii[0], (DistanceBand{0, 50}));
-        QCOMPARE(state.profile.skillRadii[1], (DistanceBand{51, 100}));
-        QCOMPARE(state.profile.skillRadii[2], (DistanceBand{101, 150}));
-        QCOMPARE(state.profile.skillRadii[3], (DistanceBand{151, 200}));
+        QCOMPARE(state.profile.skillRadii,
+                 (std::array<DistanceBand, 4>{{{0, 50}, {51, 100}, {101, 150}, {151, 200}}}));
         QCOMPARE(state.profile.wildness, 0.0);
 
         // Another player's darts change nothing.
@@ -92,35 +73,30 @@ private slots:
         QCOMPARE(state.youSampleCount, 200);
     }
 
-    void quartersOfDistances_data()
-    {
-        QTest::addColumn<QList<double>>("distances");
-        QTest::addColumn<bool>("hasNull");
-        QTest::addColumn<QList<double>>("expected"); // count, average, the eight bounds, wild
-        QTest::newRow("five") << QList<double>{5, 1, 4, 2, 3} << false
-                              << QList<double>{5, 3, 2, 3, 3, 3, 3, 4, 5, 0};
-        // An empty distance sorts first and takes a place among the closest.
-        QTest::newRow("with an empty one") << QList<double>{5, 1, 4, 2, 3} << true
-                                           << QList<double>{5, 3, 1, 2, 2, 3, 3, 4, 5, 0};
-        // Repeats count once; quarters that hold nothing read 0.
-        QTest::newRow("two distinct") << QList<double>{1, 2, 1} << false
-                                      << QList<double>{2, 1.5, 1, 0, 0, 0, 0, 2, 2, 0};
-        QTest::newRow("one far dart") << QList<double>{1, 2, 3, 4, 5, 6, 7, 100} << false
-                                      << QList<double>{8, 16, 2, 3, 4, 5, 6, 7, 100, 1};
-    }
-    // The quarters as the profile cuts them, from distances in any order.
+    // The quarters as the profile cuts them, from distances in any order:
+    // the count, the average, the eight bounds and the wild count. An empty
+    // distance sorts first and takes a place among the closest; repeats count
+    // once; quarters that hold nothing read 0; with fewer darts than asked
+    // for only the count is read.
     void quartersOfDistances()
     {
-        QFETCH(QList<double>, distances);
-        QFETCH(bool, hasNull);
-        QFETCH(QList<double>, expected);
-        const DistanceQuarters q = distanceQuartersOf({{distances.begin(), distances.end()}, hasNull}, 1);
-        QCOMPARE((QList<double>{double(q.sampleCount), q.average, q.tightestMax, q.secondMin, q.secondMax,
-                                q.thirdMin, q.thirdMax, q.widestMin, q.widestMax, double(q.wildCount)}),
-                 expected);
-        const DistanceQuarters few = distanceQuartersOf({{distances.begin(), distances.end()}, hasNull}, 100);
-        QCOMPARE(few.sampleCount, q.sampleCount);
-        QCOMPARE(few.widestMax, 0.0);
+        const struct {
+            QList<double> distances;
+            bool hasNull;
+            QList<double> expected;
+        } cases[] = {{{5, 1, 4, 2, 3}, false, {5, 3, 2, 3, 3, 3, 3, 4, 5, 0}},
+                     {{5, 1, 4, 2, 3}, true, {5, 3, 1, 2, 2, 3, 3, 4, 5, 0}},
+                     {{1, 2, 1}, false, {2, 1.5, 1, 0, 0, 0, 0, 2, 2, 0}},
+                     {{1, 2, 3, 4, 5, 6, 7, 100}, false, {8, 16, 2, 3, 4, 5, 6, 7, 100, 1}}};
+        for (const auto &c : cases) {
+            const DistanceQuarters q = distanceQuartersOf({{c.distances.begin(), c.distances.end()}, c.hasNull}, 1);
+            QCOMPARE((QList<double>{double(q.sampleCount), q.average, q.tightestMax, q.secondMin, q.secondMax,
+                                    q.thirdMin, q.thirdMax, q.widestMin, q.widestMax, double(q.wildCount)}),
+                     c.expected);
+            const DistanceQuarters few = distanceQuartersOf({{c.distances.begin(), c.distances.end()}, c.hasNull}, 100);
+            QCOMPARE(few.sampleCount, q.sampleCount);
+            QCOMPARE(few.widestMax, 0.0);
+        }
     }
 
     // The quarters are read once and kept until the database changes,
@@ -169,10 +145,8 @@ private slots:
 
         const std::optional<TargetCounts> counts = store_->targetCounts(player_);
         QVERIFY(counts);
-        QCOMPARE((*counts)[0][0], 3);
-        QCOMPARE((*counts)[2][20], 1);
-        QCOMPARE((*counts)[0][1], 1);
-        QCOMPARE((*counts)[2][1], 2);
+        QCOMPARE((QList<qint64>{(*counts)[0][0], (*counts)[2][20], (*counts)[0][1], (*counts)[2][1]}),
+                 (QList<qint64>{3, 1, 1, 2}));
         qint64 total = 0;
         for (const auto &ring : *counts)
             for (qint64 n : ring)

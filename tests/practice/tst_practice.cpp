@@ -36,10 +36,7 @@ class TestPractice : public ProgramTest {
             texts << text(name);
         return texts;
     }
-    QStringList measures() const
-    {
-        return {text("avgDistText"), text("geomDistText"), text("groupingDistText")};
-    }
+    QStringList measures() const { return {text("avgDistText"), text("geomDistText"), text("groupingDistText")}; }
 
     void pressEnter()
     {
@@ -73,7 +70,6 @@ private slots:
         QVERIFY(!control<QGroupBox>("Frame3")->isEnabled());
         QCOMPARE(rows(QStringLiteral("SELECT players_id, targetValue, targetRing FROM statstargets")),
                  (QList<QVariantList>{{1, 20, 2}}));
-        QCOMPARE(totals(), QStringList(7, na));
 
         throwDarts({"D20", "S20"});
         QCOMPARE(measures(), QStringList(3, QStringLiteral("??")));
@@ -89,7 +85,6 @@ private slots:
         clickGo(QStringLiteral("Confirm Darts"));
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Darts Confirmed."));
         QCOMPARE(messages_.shown.last().title, QStringLiteral("Thank You"));
-        QCOMPARE(go()->text(), QStringLiteral("Go"));
         QCOMPARE(text("GeneralText"), QStringLiteral("Click \"Go\" to begin"));
         QVERIFY(control<QComboBox>("ScoreDrop")->isEnabled());
         QVERIFY(!window()->boardInput()->pips()[0]->isVisible());
@@ -101,14 +96,6 @@ private slots:
         QCOMPARE(totals(), (QStringList{QStringLiteral("33.33%"), QStringLiteral("33.33"), QStringLiteral("0.965\""),
                                         QStringLiteral("0.965\""), na, QStringLiteral("33.33%"), na}));
         QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM practicesums")), (QList<QVariantList>{{1}}));
-
-        // A dart on the wire between the 20 and the 1 bounces out.
-        clickGo(QStringLiteral("Go"));
-        sounds_.played.clear();
-        throwDarts({"T20"});
-        QTest::mouseClick(control<BoardPicture>("Picture1"), Qt::LeftButton, {},
-                          BoardPicture::pictureFromBoard({23, 148}).toPoint());
-        QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "boing2.wav:wait"}));
     }
 
     // A count-down at trebles: the bull first, then 20 and 19, each set
@@ -143,7 +130,6 @@ private slots:
         QCOMPARE(text("PctTriplesHitText"), QStringLiteral("66.66%"));
 
         clickGo(quit);
-        QCOMPARE(go()->text(), QStringLiteral("Go"));
         QCOMPARE(text("GeneralText"), QStringLiteral("Click \"Go\" to begin"));
         QVERIFY(!control<BoardPicture>("Picture1")->isEnabled());
         QCOMPARE(rows(QStringLiteral("SELECT ta.targetValue, ta.targetRing, count(th.id) FROM statstargets ta"
@@ -172,7 +158,6 @@ private slots:
         QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
         clickGo(QStringLiteral("Go"));
         QCOMPARE(messages_.shown.last().kind, QStringLiteral("error"));
-        QCOMPARE(go()->text(), QStringLiteral("Go"));
         QVERIFY(control<QComboBox>("ScoreDrop")->isEnabled());
         locker.reset();
 
@@ -184,7 +169,6 @@ private slots:
         QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
         clickGo(QStringLiteral("Confirm Darts"));
         QCOMPARE(messages_.shown.last().kind, QStringLiteral("error"));
-        QCOMPARE(go()->text(), QStringLiteral("Confirm Darts"));
         QVERIFY(window()->boardInput()->pips()[2]->isVisible());
         locker.reset();
         clickGo(QStringLiteral("Confirm Darts"));

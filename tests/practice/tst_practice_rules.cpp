@@ -27,8 +27,6 @@ private slots:
         QCOMPARE(scoreAt(0, 7.5), (PracticeScore{1, 0}));
         QCOMPARE(scoreAt(0, 19.5), (PracticeScore{0, 20}));
         QCOMPARE(scoreAt(0, 118), (PracticeScore{3, 20}));
-        QCOMPARE(scoreAt(0, 196), (PracticeScore{2, 20}));
-        QCOMPARE(scoreAt(0, 150), (PracticeScore{1, 20}));
         QCOMPARE(scoreAt(0, 240), (PracticeScore{-999, 0}));
         QCOMPARE(scoreAt(0, 7.000005), (PracticeScore{-999, 0}));
     }
@@ -58,16 +56,14 @@ private slots:
 
     // A count-down asks for the bull, then 20 down to 1, and ends after 21
     // sets; a count-up asks for 1 up to 20, then the bull; quitting starts
-    // both afresh.
+    // both afresh. (A count-down's opening alert, first target and quit
+    // caption, and a single set's alert, are checked in tst_practice.)
     void sequences()
     {
         PracticeState state;
         QRandomGenerator random(5);
         OpenedSet set = openPracticeSet(state, 2, countDownChoice, random);
-        QCOMPARE(set.alert, (PracticeAlert{QStringLiteral("Starting countdown with bull"),
-                                           QStringLiteral("Starting Countdown")}));
-        QCOMPARE(set.targetText, QStringLiteral("Any 25 or Bull"));
-        QCOMPARE(quitSequenceCaption(state), QStringLiteral("Quit\nCount\nDown"));
+        QVERIFY(set.alert);
         QStringList texts;
         for (int i = 0; i < 20; ++i) {
             QVERIFY(!confirmPracticeSet(state));
@@ -101,11 +97,6 @@ private slots:
         quitPracticeSequences(state);
         QVERIFY(!state.sequenceActive());
         QCOMPARE(openPracticeSet(state, 1, countUpChoice, random).targetText, QStringLiteral("Any 1"));
-
-        PracticeState single;
-        openPracticeSet(single, 2, 20, random);
-        QCOMPARE(confirmPracticeSet(single),
-                 (PracticeAlert{QStringLiteral("Darts Confirmed."), QStringLiteral("Thank You")}));
     }
 };
 

@@ -11,45 +11,20 @@
 
 using namespace tavrix;
 
-Q_DECLARE_METATYPE(tavrix::StartAction)
-
 namespace {
 
 // Sets an environment variable for one scope and puts the old value back.
-class ScopedVariable {
-public:
-    ScopedVariable(const char *name, const QString &value)
-        : name_(name)
-        , had_(qEnvironmentVariableIsSet(name))
-        , old_(qgetenv(name))
+// A null value unsets it.
+struct ScopedVariable {
+    const char *name;
+    bool had = qEnvironmentVariableIsSet(name);
+    QByteArray old = qgetenv(name);
+    ScopedVariable(const char *n, const QString &value) : name(n)
     {
-        if (value.isNull())
-            qunsetenv(name);
-        else
-            qputenv(name, value.toLocal8Bit());
+        value.isNull() ? qunsetenv(name) : qputenv(name, value.toLocal8Bit());
     }
-    ~ScopedVariable()
-    {
-        if (had_)
-            qputenv(name_, old_);
-        else
-            qunsetenv(name_);
-    }
-
-private:
-    const char *name_;
-    bool had_;
-    QByteArray old_;
+    ~ScopedVariable() { had ? qputenv(name, old) : qunsetenv(name); }
 };
-
-bool makeFolders(const QDir &root, const QStringList &folders)
-{
-    for (const QString &folder : folders) {
-        if (!root.mkpath(folder))
-            return false;
-    }
-    return true;
-}
 
 } // namespace
 
@@ -57,40 +32,31 @@ class TestStartOptions : public QObject {
     Q_OBJECT
 
 private slots:
-    void optionsAreRead_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<StartAction>("action");
-        QTest::addColumn<bool>("fromMenu");
-        QTest::addColumn<QString>("problem");
-
-        QTest::newRow("none") << QStringList{} << StartAction::Run << false << QString();
-        QTest::newRow("menu") << QStringList{"--from-menu"} << StartAction::Run << true << QString();
-        QTest::newRow("version") << QStringList{"--version"} << StartAction::ShowVersion << false << QString();
-        QTest::newRow("paths from the menu, either order")
-            << QStringList{"--paths", "--from-menu"} << StartAction::ShowPaths << true << QString();
-        QTest::newRow("help") << QStringList{"--help"} << StartAction::ShowUsage << false << QString();
-        QTest::newRow("first printing option wins")
-            << QStringList{"--version", "--paths"} << StartAction::ShowVersion << false << QString();
-        // An unknown word refuses the line even after a known option.
-        QTest::newRow("unknown option") << QStringList{"--paths", "--bogus"} << StartAction::Refuse << false
-                                        << QString("unknown option --bogus");
-        QTest::newRow("option with a value") << QStringList{"--from-menu=yes"} << StartAction::Refuse << false
-                                             << QString("unknown option --from-menu=yes");
-        QTest::newRow("a file name") << QStringList{"games.db"} << StartAction::Refuse << false
-                                     << QString("unexpected argument games.db");
-    }
+    // Options in either order, the first printing one winning; an unknown
+    // word refuses the line even after a known option.
     void optionsAreRead()
     {
-        QFETCH(QStringList, arguments);
-        QFETCH(StartAction, action);
-        QFETCH(bool, fromMenu);
-        QFETCH(QString, problem);
-        const StartOptions options = parseStartOptions(arguments);
-        QCOMPARE(options.action, action);
-        if (action != StartAction::Refuse)
-            QCOMPARE(options.fromMenu, fromMenu);
-        QCOMPARE(options.problem, problem);
+        const struct {
+            QStringList arguments;
+            StartAction action;
+            bool fromMenu;
+            const char *problem;
+        } rows[] = {
+            {{}, StartAction::Run, false, ""},
+            {{"--from-menu"}, StartAction::Run, true, ""},
+            {{"--paths", "--from-menu"}, StartAction::ShowPaths, true, ""},
+            {{"--help"}, StartAction::ShowUsage, false, ""},
+            {{"--version", "--paths"}, StartAction::ShowVersion, false, ""},
+            {{"--paths", "--bogus"}, StartAction::Refuse, false, "unknown option --bogus"},
+            {{"--from-menu=yes"}, StartAction::Refuse, false, "unknown option --from-menu=yes"},
+            {{"games.db"}, StartAction::Refuse, false, "unexpected argument games.db"},
+        };
+        for (const auto &row : rows) {
+            const StartOptions options = parseStartOptions(row.arguments);
+            QVERIFY2(options.action == row.action && options.problem == QLatin1String(row.problem)
+                         && (row.action == StartAction::Refuse || options.fromMenu == row.fromMenu),
+                     qPrintable(row.arguments.join(' ')));
+        }
     }
 
     // The line is read before Qt starts: Qt's own options, with their
@@ -112,8 +78,8 @@ private slots:
     // data folder, from a terminal in the working folder as it always has.
     void databasePathFollowsHowTheProgramStarted()
     {
-        QCOMPARE(chooseDatabasePath(true, "/x/mine.db", "/home/a/.local/share", "/work"), QString("/x/mine.db"));
-        QCOMPARE(chooseDatabasePath(false, "/x/mine.db", "/home/a/.local/share", "/work"), QString("/x/mine.db"));
+        for (const bool fromMenu : {true, false})
+            QCOMPARE(chooseDatabasePath(fromMenu, "/x/mine.db", "/home/a/.local/share", "/work"), QString("/x/mine.db"));
         QCOMPARE(chooseDatabasePath(true, "", "/home/a/.local/share", "/work"),
                  QString("/home/a/.local/share/tavrix/tavrix.db"));
         QCOMPARE(chooseDatabasePath(false, "", "/home/a/.local/share", "/work"), QString("/work/tavrix.db"));
@@ -122,14 +88,11 @@ private slots:
         QTemporaryDir work;
         const QString before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(work.path()));
-        {
-            const ScopedVariable unset(StatsStore::pathVariable, QString());
+        for (const QString &variable : {QString(), work.filePath("other.db")}) {
+            const ScopedVariable scoped(StatsStore::pathVariable, variable);
             QCOMPARE(startDatabasePath(false, true), StatsStore::defaultDatabasePath());
-            QCOMPARE(QFileInfo(startDatabasePath(false, true)).absolutePath(), QDir::currentPath());
-        }
-        {
-            const ScopedVariable set(StatsStore::pathVariable, work.filePath("other.db"));
-            QCOMPARE(startDatabasePath(false, true), StatsStore::defaultDatabasePath());
+            if (variable.isNull())
+                QCOMPARE(QFileInfo(startDatabasePath(false, true)).absolutePath(), QDir::currentPath());
         }
         QVERIFY(QDir::setCurrent(before));
     }
@@ -151,14 +114,10 @@ private slots:
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
         }
         {
-            QFile blocker(home.filePath("plain-file"));
-            QVERIFY(blocker.open(QIODevice::WriteOnly));
-            blocker.close();
-            const ScopedVariable data("XDG_DATA_HOME", blocker.fileName());
-            const QString path = startDatabasePath(true, true);
-            QCOMPARE(path, home.filePath("plain-file/tavrix/tavrix.db"));
+            QVERIFY(QFile(home.filePath("plain-file")).open(QIODevice::WriteOnly));
+            const ScopedVariable data("XDG_DATA_HOME", home.filePath("plain-file"));
             StatsStore store(QStringLiteral("blocked-store"));
-            QVERIFY(!store.open(path));
+            QVERIFY(!store.open(startDatabasePath(true, true)));
             QVERIFY2(store.lastError().contains("does not exist")
                          && store.lastError().contains(home.filePath("plain-file/tavrix")),
                      qPrintable(store.lastError()));
@@ -167,20 +126,17 @@ private slots:
             const ScopedVariable data("XDG_DATA_HOME", home.filePath("data2"));
             const ScopedVariable set(StatsStore::pathVariable, home.filePath("missing/mine.db"));
             QCOMPARE(startDatabasePath(true, true), home.filePath("missing/mine.db"));
-            QVERIFY(!QFileInfo::exists(home.filePath("missing")));
-            QVERIFY(!QFileInfo::exists(home.filePath("data2")));
+            QVERIFY(!QFileInfo::exists(home.filePath("missing")) && !QFileInfo::exists(home.filePath("data2")));
         }
     }
 
     void printingOptionsSayWhatTheyShould()
     {
         const OptionOutput version = printedOption(parseStartOptions({"--version"}), "/nowhere");
-        QCOMPARE(version.text, QString("Tavrix " TAVRIX_EXPECTED_VERSION "\n"));
-        QCOMPARE(version.exitCode, 0);
+        QVERIFY(version.text == "Tavrix " TAVRIX_EXPECTED_VERSION "\n" && version.exitCode == 0);
 
         const OptionOutput refused = printedOption(parseStartOptions({"--bogus"}), "/nowhere");
-        QVERIFY(refused.toErrorStream);
-        QCOMPARE(refused.exitCode, 2);
+        QVERIFY(refused.toErrorStream && refused.exitCode == 2);
         QVERIFY(refused.text.startsWith("tavrix: unknown option --bogus\n"));
 
         const OptionOutput usage = printedOption(parseStartOptions({"-h"}), "/nowhere");
@@ -197,16 +153,16 @@ private slots:
         const QDir top(root.path());
         const ScopedVariable set(StatsStore::pathVariable, root.filePath("stats.db"));
 
-        QVERIFY(makeFolders(top, {"usr/bin", "usr/share/tavrix/sounds", "usr/share/tavrix/help"}));
+        for (const char *folder : {"usr/bin", "usr/share/tavrix/sounds", "usr/share/tavrix/help"})
+            QVERIFY(top.mkpath(folder));
         const OptionOutput installed = printedOption(parseStartOptions({"--paths"}), root.filePath("usr/bin"));
-        QCOMPARE(installed.exitCode, 0);
-        QVERIFY(!installed.toErrorStream);
+        QVERIFY(installed.exitCode == 0 && !installed.toErrorStream);
         QCOMPARE(installed.text, QString("Sounds:   %1\nHelp:     %2\nDatabase: %3\n")
                                      .arg(root.filePath("usr/share/tavrix/sounds"),
                                           root.filePath("usr/share/tavrix/help"), root.filePath("stats.db")));
 
         // The folder beside the program comes first.
-        QVERIFY(makeFolders(top, {"usr/bin/resources", "build/resources"}));
+        QVERIFY(top.mkpath("usr/bin/resources") && top.mkpath("build/resources"));
         QVERIFY(printedOption(parseStartOptions({"--paths"}), root.filePath("usr/bin"))
                     .text.startsWith("Sounds:   " + root.filePath("usr/bin/resources") + "\n"));
 
