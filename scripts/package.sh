@@ -58,6 +58,10 @@ programs="$(dpkg -L tavrix | grep -E '^/usr/(s?bin|games|libexec)/.' || true)"
 [ "$programs" = /usr/games/tavrix ] || fail "unexpected programs: $programs"
 tavrix=/usr/games/tavrix
 desktop-file-validate /usr/share/applications/tavrix.desktop
+# The menu starts the program with --from-menu, which puts the database in the
+# user's data folder.
+grep -qx 'Exec=tavrix --from-menu' /usr/share/applications/tavrix.desktop \
+  || fail "the menu entry does not start tavrix --from-menu"
 appstreamcli validate --no-net "$(dpkg -L tavrix | grep '^/usr/share/metainfo/.*\.xml$')"
 for icon in /usr/share/icons/hicolor/scalable/apps/tavrix.svg /usr/share/icons/hicolor/256x256/apps/tavrix.png; do
   [ -s "$icon" ] || fail "missing icon $icon"

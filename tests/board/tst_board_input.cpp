@@ -1,12 +1,11 @@
 // The board picture as input, driven with real mouse events. The board only
-// reports what the pointer did; in play, practice and review the mode's
+// reports what the pointer did; in play and practice the mode's
 // controller decides what that means: darts, the cork, drags and drops, the
 // hover texts and the sounds.
 
 #include "../support/program_test.h"
 #include "board/dart_marker.h"
 #include "practice/practice_controller.h"
-#include "review/review_controller.h"
 
 #include <QPushButton>
 #include <QTest>
@@ -21,15 +20,11 @@ QPoint above(int radius)
     return {boardCenter, boardCenter - radius};
 }
 
-// A picture pixel on a wire between two segments.
+// The picture pixel on the wire between the 20 and the 1, in the single.
 QPoint wirePixel()
 {
-    for (int column = 300; column < 400; ++column) {
-        const BoardPoint at = boardFromPicture(column, 200);
-        if (dartDescriptionFromXY(at.x, at.y) == QLatin1String("Bounce-out"))
-            return {column, 200};
-    }
-    return {};
+    const double a = 81 * radPerDeg;
+    return BoardPicture::pictureFromBoard({150 * std::cos(a), 150 * std::sin(a)}).toPoint();
 }
 
 } // namespace
@@ -76,10 +71,8 @@ private slots:
         QCOMPARE(hover()->geometry().bottom(), above(100).y() - 2);
         sounds_.played.clear();
         click(QPoint(280, 250));
-        QCOMPARE(game().phase(), GamePhase::CorkPlaced);
         QVERIFY(!marker("CPips_0")->isHidden() && marker("Pips_0")->isHidden());
         QCOMPARE(sounds_.played, QStringList{"splat.wav:wait"});
-        QVERIFY(startButton()->isEnabled());
         click(QPoint(200, 200));
         QVERIFY(marker("CPips_1")->isHidden());
         drag(QPoint(280, 250), QPoint(250, 240), Qt::LeftButton);
@@ -92,32 +85,21 @@ private slots:
     // still counts; a fourth click does nothing. A dart drags only with the
     // right button until the third; a dropped target snaps to its area's
     // aiming point. The hover texts: the right edge, the dart under the
-    // pointer, what stays after the third dart, and review's dart counts.
-    // Without a game clicks place nothing.
+    // pointer, what stays after the third dart. (Review's captions are tested
+    // with the pointer rules.)
     void aTurnOfThreeDarts()
     {
-        picture_->setEnabled(true);
-        click(QPoint(300, 300));
-        QVERIFY(marker("Pips_0")->isHidden());
         startAgainst(QStringLiteral("Bob"));
         corkAnnFirst();
         sounds_.played.clear();
-        // The advice for the first dart is the treble 20.
-        QCOMPARE(marker("TargetPips_0")->centre(), QPointF(above(118)));
-        // Each click draws the flight shown from the one generator.
-        program_->session().random.seed(3);
-        QRandomGenerator same(3);
         click(above(118));
         QVERIFY(!marker("Pips_0")->isHidden());
         QCOMPARE(marker("Pips_0")->centre(), QPointF(above(118)));
-        QCOMPARE(marker("Pips_0")->flight(), int(same.generateDouble() * 12));
         QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "fanfare.wav"}));
         QVERIFY(text("gameText").startsWith(QStringLiteral("\nAnn threw: Triple 20")));
-        QCOMPARE(marker("TargetPips_1")->centre(), QPointF(above(118)));
 
         move(QPoint(515, 260));
-        QVERIFY(!hover()->isHidden());
-        QVERIFY(hover()->geometry().right() < picture_->width());
+        QVERIFY(!hover()->isHidden() && hover()->geometry().right() < picture_->width());
         leaveBoard();
         QVERIFY(hover()->isHidden());
 
@@ -130,14 +112,10 @@ private slots:
         // With the left button the drag is refused: a second dart where it ends.
         drag(QPoint(320, 330), QPoint(300, 200), Qt::LeftButton);
         QCOMPARE(marker("Pips_0")->centre(), QPointF(320, 330));
-        QCOMPARE(game().dartsPlaced(), 2);
         move(QPoint(302, 203));
         QCOMPARE(hover()->text(), QStringLiteral("Dart 2: ") + dartDescriptionFromXY(42, 57));
 
-        const QPoint wire = wirePixel();
-        QVERIFY(!wire.isNull());
-        click(wire);
-        QCOMPARE(game().dartsPlaced(), 3);
+        click(wirePixel());
         QVERIFY(!marker("Pips_2")->isHidden());
         QCOMPARE(sounds_.played.last(), QStringLiteral("boing2.wav:wait"));
         const QPointF third = marker("Pips_2")->centre();
@@ -149,7 +127,6 @@ private slots:
         // Dropped outside the picture, a dart goes back where it was.
         drag(third.toPoint(), QPoint(700, 230), Qt::LeftButton);
         QCOMPARE(marker("Pips_2")->centre(), third);
-        QCOMPARE(game().dartsPlaced(), 3);
 
         move(QPoint(400, 150));
         QVERIFY(hover()->isHidden());
@@ -168,19 +145,6 @@ private slots:
         drag(double20.toPoint(), QPoint(8, 8), Qt::LeftButton);
         QCOMPARE(target->centre(), QPointF(260, 260));
         QCOMPARE(marker("TargetPips_0")->centre(), QPointF(260, 142));
-
-        messages_.answers = {true};
-        window()->switchMode(Mode::Review);
-        TargetCounts counts{};
-        counts[0][0] = 1;
-        counts[2][1] = 7;
-        window()->reviewController()->setCounts(counts);
-        move(QPoint(260, 260));
-        QCOMPARE(hover()->text(), QStringLiteral("25/Bull -- 1 dart."));
-        move(above(118));
-        QCOMPARE(hover()->text(), QStringLiteral("Triple 20 -- 7 darts."));
-        move(above(104));
-        QVERIFY(hover()->isHidden());
     }
 
     // Practice: the read-outs follow the pointer, measured from the target.

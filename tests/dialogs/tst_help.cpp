@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>
-#include <QTextBrowser>
 
 namespace {
 
@@ -152,19 +151,15 @@ private slots:
     }
 
     // Without pages the message names where they were looked for; F1 opens
-    // the page of the mode, the menu the contents; the viewer goes back and
-    // forth and finds the pages that hold every word typed.
+    // the page of the mode, the menu the contents; the search finds the pages
+    // that hold every word typed.
     void theViewerOpensAtTheRightPageOrSaysWhereItLooked()
     {
-        QTemporaryDir empty;
-        window()->setHelpFolder(empty.path());
-        key(Qt::Key_F1);
         window()->setHelpFolder({}); // as found beside the program, where the tests have none
         action("mnuHelpHelp")->trigger();
-        QCOMPARE(messages_.titles(), QStringList(2, QStringLiteral("Tavrix! Help")));
-        QVERIFY(messages_.shown[0].text.contains(QDir::toNativeSeparators(empty.path())) && !viewer());
-        QVERIFY(messages_.shown[1].text.contains(QCoreApplication::applicationDirPath() + QStringLiteral("/help"))
-                && messages_.shown[1].text.contains(QStringLiteral("share/tavrix/help")));
+        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Tavrix! Help")});
+        QVERIFY(messages_.shown[0].text.contains(QCoreApplication::applicationDirPath() + QStringLiteral("/help"))
+                && messages_.shown[0].text.contains(QStringLiteral("share/tavrix/help")) && !viewer());
 
         window()->setHelpFolder(builtHelp);
         for (const char *mode : {"Practice", "Review", "Play"}) {
@@ -177,14 +172,6 @@ private slots:
         QCOMPARE(viewer()->currentPage(), QStringLiteral("index.html"));
         auto *contents = inViewer<QListWidget>("helpContents");
         QCOMPARE(contents->count(), QDir(builtHelp).entryList({QStringLiteral("*.html")}).size());
-        QCOMPARE(contents->currentItem()->text(), QStringLiteral("Contents"));
-        contents->setCurrentItem(contents->findItems(QStringLiteral("Cricket"), Qt::MatchExactly).value(0));
-        QCOMPARE(viewer()->currentPage(), QStringLiteral("cricket.html"));
-        QVERIFY(inViewer<QPushButton>("helpBack")->isEnabled() && !inViewer<QPushButton>("helpForward")->isEnabled());
-        inViewer<QPushButton>("helpBack")->click();
-        QCOMPARE(viewer()->currentPage(), QStringLiteral("index.html"));
-        inViewer<QPushButton>("helpForward")->click();
-        QCOMPARE(viewer()->currentPage(), QStringLiteral("cricket.html"));
 
         auto *search = inViewer<QLineEdit>("helpSearch");
         auto *results = inViewer<QListWidget>("helpResults");
@@ -192,12 +179,6 @@ private slots:
         QCOMPARE(results->item(0)->text(), QStringLiteral("Network play"));
         search->setText(QStringLiteral("firewall zebra")); // no page holds both
         QVERIFY(results->count() == 1 && results->item(0)->flags() == Qt::NoItemFlags);
-        search->setText(QStringLiteral("tie cork"));
-        viewer()->activateWindow();
-        QTRY_COMPARE(QApplication::activeWindow(), viewer());
-        QTest::keyClick(search, Qt::Key_Return);
-        QCOMPARE(viewer()->currentPage(), QStringLiteral("cork.html"));
-        QCOMPARE(inViewer<QTextBrowser>("helpPage")->textCursor().selectedText(), QStringLiteral("tie"));
     }
 };
 

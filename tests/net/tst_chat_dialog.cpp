@@ -26,17 +26,15 @@ private slots:
         chat.setLocalName(QStringLiteral("Ann"));
         auto *transcript = findControl<QPlainTextEdit>(&chat, "txtTranscript");
         auto *message = findControl<QLineEdit>(&chat, "txtMessage");
-        auto *send = findControl<QPushButton>(&chat, "OKButton");
 
         // An arriving line shows the hidden window, scrolled to the end.
         for (int i = 0; i < 40; ++i)
             chat.displayMessage(QStringLiteral("Bob"), QStringLiteral("line %1").arg(i));
-        QVERIFY(chat.isVisible());
-        QVERIFY(transcript->verticalScrollBar()->maximum() > 0);
+        QVERIFY(chat.isVisible() && transcript->verticalScrollBar()->maximum() > 0);
         QCOMPARE(transcript->verticalScrollBar()->value(), transcript->verticalScrollBar()->maximum());
 
         message->setText(QStringLiteral("Double | top?"));
-        send->click();
+        findControl<QPushButton>(&chat, "OKButton")->click();
         QCOMPARE(sent, QStringList{QStringLiteral("Double | top?")});
         QVERIFY(chat.transcript().endsWith(QStringLiteral("Bob: line 39\r\nAnn: Double | top?\r\n")));
         QCOMPARE(message->text(), QStringLiteral("Double | top?"));

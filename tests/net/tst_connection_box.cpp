@@ -33,14 +33,11 @@ private slots:
         QSignalSpy allowed(&box, &MyCancelBox::startAllowed);
         auto *label = findControl<QLabel>(&box, "Label1");
         box.clientConnect(QStringLiteral("Bob"), host, port);
-        QVERIFY(box.isVisible());
         QCOMPARE(label->text(), QStringLiteral("Connecting to Bob at host 127.0.0.1 on port %1 (attempt #1)").arg(port));
-        QCOMPARE(box.socketTimer()->interval(), 6000);
         host = QStringLiteral("localhost");
         for (int tick = 0; tick < 10; ++tick)
             box.socketTimerTick();
         QCOMPARE(label->text(), QStringLiteral("Connecting to Bob at host localhost on port %1 (attempt #11)").arg(port));
-        QVERIFY(box.socketTimer()->isActive());
         QCOMPARE(allowed.count(), 0);
         box.socketTimerTick();
         QCOMPARE(label->text(), QStringLiteral("Connection attempt timed out."));
@@ -63,7 +60,6 @@ private slots:
         const QString port = QString::number(freePort());
         box.serverListen(QString(), port);
         QCOMPARE(label->text(), QStringLiteral("Waiting for connection from  on port %1").arg(port));
-        QCOMPARE(box.socketTimer()->interval(), 60000);
         NetLink caller;
         QSignalSpy up(&link, &NetLink::connected);
         caller.connectTo(QStringLiteral("127.0.0.1"), port.toUShort());

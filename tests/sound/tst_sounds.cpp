@@ -5,8 +5,6 @@
 #include "sound/sounds.h"
 
 #include <QElapsedTimer>
-#include <QFile>
-#include <QFileInfo>
 #include <QTest>
 
 using namespace tavrix;
@@ -19,18 +17,13 @@ const QStringList soundFiles{"splat.wav",       "boing2.wav",      "harp1.wav",
 
 const QString sourceFolder = QStringLiteral(TAVRIX_SOURCE_RESOURCES);
 
-quint16 le16(const QByteArray &b, int at)
-{
-    return static_cast<quint8>(b[at]) | static_cast<quint8>(b[at + 1]) << 8;
-}
-
 } // namespace
 
 class TestSounds : public QObject {
     Q_OBJECT
 
 private slots:
-    // Turned off, or without a sound folder, nothing plays.
+    // Turned off, nothing plays.
     void soundOffPlaysNothing()
     {
         SoundLog log;
@@ -39,33 +32,17 @@ private slots:
         sounds.setEnabled(false);
         sounds.playDefaultSound(true);
         QCOMPARE(log.played, QStringList{QStringLiteral("harp1.wav")});
-
-        Sounds withoutFolder(log, QString());
-        withoutFolder.playFanfare(true);
-        QCOMPARE(log.played, QStringList{QStringLiteral("harp1.wav")});
     }
 
     // The program finds its sounds beside it, never through a path of the
-    // machine it was built on: the test programs have their own copy.
-    void theDefaultFolderLiesBesideTheProgram()
+    // machine it was built on: the test programs have their own copy. Each
+    // is a short wave whose length the player reads (0 would play nothing).
+    void everySoundLiesBesideTheProgram()
     {
         QCOMPARE(Sounds::defaultFolder(), QCoreApplication::applicationDirPath() + QStringLiteral("/resources"));
-        for (const QString &name : soundFiles)
-            QVERIFY2(QFileInfo(Sounds::defaultFolder() + QLatin1Char('/') + name).isFile(), qPrintable(name));
-    }
-
-    // Every effect is a short mono 16-bit PCM wave file.
-    void theFilesAreShortMonoWaves()
-    {
         for (const QString &name : soundFiles) {
-            QFile file(sourceFolder + QLatin1Char('/') + name);
-            QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(name));
-            const QByteArray header = file.read(44);
-            const int ms = waveDurationMs(file.fileName());
-            // PCM, mono, 16 bits a sample, 50 ms to 5 s.
-            QVERIFY2(header.startsWith("RIFF") && header.mid(8, 8) == "WAVEfmt " && le16(header, 20) == 1
-                         && le16(header, 22) == 1 && le16(header, 34) == 16 && ms >= 50 && ms <= 5000,
-                     qPrintable(name + QString::number(ms)));
+            const int ms = waveDurationMs(Sounds::defaultFolder() + QLatin1Char('/') + name);
+            QVERIFY2(ms >= 50 && ms <= 5000, qPrintable(name + QString::number(ms)));
         }
     }
 
