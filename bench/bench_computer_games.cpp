@@ -5,7 +5,7 @@
 //
 //   bench_computer_games [games per level] [seed]
 
-#include "opponent/self_play.h"
+#include "core/opponent/self_play.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

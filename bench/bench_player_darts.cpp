@@ -10,13 +10,13 @@
 
 #include "../tests/support/fake_messages.h"
 #include "fill_darts.h"
-#include "board/board_picture.h"
-#include "opponent/skill_profile.h"
-#include "practice/practice_controller.h"
-#include "review/review_rules.h"
-#include "startup/darts_window.h"
-#include "startup/program.h"
-#include "stats/stats_store.h"
+#include "ui/board/board_picture.h"
+#include "core/opponent/skill_profile.h"
+#include "ui/practice/practice_controller.h"
+#include "core/review/review_rules.h"
+#include "ui/startup/darts_window.h"
+#include "ui/startup/program.h"
+#include "core/stats/stats_store.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

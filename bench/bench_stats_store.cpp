@@ -6,9 +6,9 @@
 // Usage: bench_stats_store [darts] [database file]
 // (default 1000000 darts in a temporary folder)
 
-#include "games/checkout_chart.h"
+#include "core/games/checkout_chart.h"
 #include "fill_darts.h"
-#include "stats/stats_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -4,8 +4,8 @@
 // program writes them: half game darts in sets of three, half practice darts
 // spread over every target, one transaction per confirmed set.
 
-#include "board/board_geometry.h"
-#include "stats/stats_store.h"
+#include "core/board/board_geometry.h"
+#include "core/stats/stats_store.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>

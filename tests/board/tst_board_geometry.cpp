@@ -1,4 +1,4 @@
-#include "board/board_geometry.h"
+#include "core/board/board_geometry.h"
 
 #include <QLocale>
 #include <QTest>

@@ -4,8 +4,8 @@
 // hover texts and the sounds.
 
 #include "../support/program_test.h"
-#include "board/dart_marker.h"
-#include "practice/practice_controller.h"
+#include "ui/board/dart_marker.h"
+#include "ui/practice/practice_controller.h"
 
 #include <QPushButton>
 #include <QTest>

@@ -2,9 +2,9 @@
 // bed's colour. A dart's landing point stays in sight on every bed, over
 // its target and beside the other darts of its set.
 
-#include "board/board_input.h"
-#include "board/board_picture.h"
-#include "board/plot_layer.h"
+#include "ui/board/board_input.h"
+#include "ui/board/board_picture.h"
+#include "ui/board/plot_layer.h"
 
 #include <QImage>
 #include <QLabel>

@@ -1,6 +1,6 @@
 // Pointer rules over the board picture, without widgets.
 
-#include "board/pointer_rules.h"
+#include "core/board/pointer_rules.h"
 
 #include <QTest>
 

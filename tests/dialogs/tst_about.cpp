@@ -1,8 +1,8 @@
 // The About box and its system facts, opened from the program's Help menu.
 
 #include "../support/program_test.h"
-#include "dialogs/about_dialog.h"
-#include "dialogs/sys_info_dialog.h"
+#include "ui/help/about_dialog.h"
+#include "ui/help/sys_info_dialog.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -3,7 +3,7 @@
 // mode; without pages the user is told where they were looked for.
 
 #include "../support/program_test.h"
-#include "dialogs/help_viewer.h"
+#include "ui/help/help_viewer.h"
 
 #include <QComboBox>
 #include <QDir>

@@ -4,10 +4,10 @@
 #include "../support/fake_messages.h"
 #include "../support/sql_rows.h"
 #include "../support/test_home.h"
-#include "dialogs/new_user_dialog.h"
-#include "dialogs/user_edit_dialog.h"
-#include "session/session.h"
-#include "stats/stats_store.h"
+#include "ui/players/new_user_dialog.h"
+#include "ui/players/user_edit_dialog.h"
+#include "core/session/session.h"
+#include "core/stats/stats_store.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -2,8 +2,8 @@
 // at the ends never make a name new, and what would break the greeting or a
 // network message is refused.
 
-#include "dialogs/player_names.h"
-#include "stats/stats_store.h"
+#include "core/players/player_names.h"
+#include "core/stats/stats_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>

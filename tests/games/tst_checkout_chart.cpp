@@ -1,10 +1,10 @@
 // The checkout chart: its dart codes, the advice it gives, and its repair
 // when the database holds a damaged one.
 
-#include "games/checkout_chart.h"
+#include "core/games/checkout_chart.h"
 
 #include "../support/sql_rows.h"
-#include "stats/stats_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>

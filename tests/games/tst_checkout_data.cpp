@@ -3,9 +3,9 @@
 // be finished in three darts is worked out from those darts, not copied from
 // any table.
 
-#include "board/board_geometry.h"
-#include "games/checkout_chart.h"
-#include "stats/outchart_data.h"
+#include "core/board/board_geometry.h"
+#include "core/games/checkout_chart.h"
+#include "core/stats/outchart_data.h"
 
 #include <QTest>
 

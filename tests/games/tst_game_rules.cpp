@@ -1,8 +1,8 @@
 // The rules of X01 and Cricket, without widgets.
 
 #include "../support/board_points.h"
-#include "games/cricket_rules.h"
-#include "games/x01_rules.h"
+#include "core/games/cricket_rules.h"
+#include "core/games/x01_rules.h"
 
 #include <QTest>
 

@@ -3,10 +3,10 @@
 // as the play controller enters them.
 
 #include "../support/board_points.h"
-#include "games/game_session.h"
-#include "games/thrower.h"
-#include "opponent/local_player.h"
-#include "session/session.h"
+#include "core/games/game_session.h"
+#include "core/games/thrower.h"
+#include "core/opponent/local_player.h"
+#include "core/session/session.h"
 
 #include <QTest>
 

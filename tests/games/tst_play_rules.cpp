@@ -2,7 +2,7 @@
 // earns, what is recorded, and the texts of a turn.
 
 #include "../support/board_points.h"
-#include "games/play_rules.h"
+#include "core/games/play_rules.h"
 
 #include <QRandomGenerator>
 #include <QSet>

@@ -1,23 +1,35 @@
-# Fails when a source file includes a header of a folder at its own level or
-# above: each folder of src/ may include only the folders listed before it,
-# so no folder depends on one that depends on it.
+# Fails when a source file includes a header of a folder after its own in the
+# list below: the core library's folders come first, so core code never
+# includes the windows, and within each library a folder may include only the
+# folders listed before it (or itself), so no folder depends on one that
+# depends on it. The path of a file tells its library: src/core/<folder>,
+# src/ui/<folder>, and src/app for the executable.
 # Run as: cmake -DSOURCE_DIR=<src> -P check_layers.cmake
 get_filename_component(SOURCE_DIR ${SOURCE_DIR} ABSOLUTE)
-set(layers session sound stats board dialogs games net opponent practice review play startup)
+set(layers
+  core/session core/sound core/stats core/board core/players core/help core/games
+  core/net core/opponent core/practice core/review core/startup
+  ui/sound ui/board ui/dialogs ui/players ui/help ui/net ui/opponent ui/practice
+  ui/review ui/play ui/startup
+  app)
 
 file(GLOB_RECURSE sources RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/*.h ${SOURCE_DIR}/*.cpp)
 set(failures "")
 foreach(source ${sources})
-  string(REGEX MATCH "^[^/]+" folder ${source})
-  list(FIND layers ${folder} own)
+  if(source MATCHES "^app/")
+    set(folder app)
+  else()
+    string(REGEX MATCH "^[a-z]+/[a-z_]+" folder ${source})
+  endif()
+  list(FIND layers "${folder}" own)
   if(own EQUAL -1)
     string(APPEND failures "\n  ${source}: folder ${folder} has no place in the layers")
     continue()
   endif()
   file(STRINGS ${SOURCE_DIR}/${source} includes REGEX "^#include \"[a-z_]+/")
   foreach(line ${includes})
-    string(REGEX REPLACE "^#include \"([a-z_]+)/.*" "\\1" used "${line}")
-    list(FIND layers ${used} level)
+    string(REGEX REPLACE "^#include \"([a-z]+/[a-z_]+)/.*" "\\1" used "${line}")
+    list(FIND layers "${used}" level)
     if(level EQUAL -1 OR level GREATER own)
       string(APPEND failures "\n  ${source} includes ${used}/")
     endif()

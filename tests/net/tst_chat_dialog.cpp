@@ -2,7 +2,7 @@
 // connection, the newest line in view, and a line that cannot go out.
 
 #include "../support/test_home.h"
-#include "net/chat_dialog.h"
+#include "ui/net/chat_dialog.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>

@@ -3,8 +3,8 @@
 // the server's wait until its caller comes, a port that is taken, Cancel.
 
 #include "../support/test_home.h"
-#include "net/connection_box.h"
-#include "net/net_link.h"
+#include "ui/net/connection_box.h"
+#include "core/net/net_link.h"
 
 #include <QLabel>
 #include <QSignalSpy>

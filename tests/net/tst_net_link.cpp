@@ -3,7 +3,7 @@
 // peer that leaves. Failed calls and taken ports are tested with the box
 // that makes them.
 
-#include "net/net_link.h"
+#include "core/net/net_link.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -3,7 +3,7 @@
 // with the reason.
 
 #include "../support/test_home.h"
-#include "net/opponent_name_dialog.h"
+#include "ui/net/opponent_name_dialog.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -3,11 +3,11 @@
 // window in tst_games.
 
 #include "../support/board_points.h"
-#include "games/game_session.h"
-#include "opponent/dart_by_dart_opponent.h"
-#include "opponent/local_player.h"
-#include "session/session.h"
-#include "sound/sound_cue.h"
+#include "core/games/game_session.h"
+#include "core/opponent/dart_by_dart_opponent.h"
+#include "core/opponent/local_player.h"
+#include "core/session/session.h"
+#include "core/sound/sound_cue.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -2,7 +2,7 @@
 // levels are thrown in tst_throw_model). Wild darts and the widest band's cut at three
 // times the average are checked through the review frame (tst_main_window).
 
-#include "opponent/skill_profile.h"
+#include "core/opponent/skill_profile.h"
 
 #include <QTemporaryDir>
 #include <QTest>

@@ -1,7 +1,7 @@
 // The simulated dart and the computer's 301/501 turn, without widgets.
 
-#include "opponent/computer_turn_rules.h"
-#include "opponent/throw_model.h"
+#include "core/opponent/computer_turn_rules.h"
+#include "core/opponent/throw_model.h"
 
 #include <QTest>
 

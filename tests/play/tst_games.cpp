@@ -2,9 +2,9 @@
 // the buttons, then checked in the statistics database.
 
 #include "../support/program_test.h"
-#include "board/dart_marker.h"
-#include "dialogs/alert_box.h"
-#include "play/score_glance.h"
+#include "ui/board/dart_marker.h"
+#include "ui/dialogs/alert_box.h"
+#include "ui/play/score_glance.h"
 
 #include <QApplication>
 #include <QLayout>

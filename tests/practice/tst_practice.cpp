@@ -3,8 +3,8 @@
 // statistics file that cannot be written.
 
 #include "../support/program_test.h"
-#include "board/dart_marker.h"
-#include "practice/practice_controller.h"
+#include "ui/board/dart_marker.h"
+#include "ui/practice/practice_controller.h"
 
 #include <QComboBox>
 #include <QGroupBox>

@@ -1,4 +1,4 @@
-#include "practice/practice_rules.h"
+#include "core/practice/practice_rules.h"
 
 #include <QRandomGenerator>
 #include <QSet>

@@ -3,8 +3,8 @@
 // changes the darts.
 
 #include "../support/sql_rows.h"
-#include "practice/practice_rules.h"
-#include "practice/practice_totals.h"
+#include "core/practice/practice_rules.h"
+#include "core/practice/practice_totals.h"
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>

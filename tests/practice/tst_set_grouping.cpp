@@ -1,4 +1,4 @@
-#include "practice/set_grouping.h"
+#include "core/practice/set_grouping.h"
 
 #include <QTest>
 

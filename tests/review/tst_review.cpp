@@ -2,9 +2,9 @@
 // rule and the figures; the spread of a set of darts; the darts the store
 // reads for an area.
 
-#include "review/dart_spread.h"
-#include "review/review_rules.h"
-#include "stats/stats_store.h"
+#include "core/review/dart_spread.h"
+#include "core/review/review_rules.h"
+#include "core/stats/stats_store.h"
 
 #include <QLocale>
 #include <QTemporaryDir>

@@ -2,7 +2,7 @@
 // and a real player that never hangs the program.
 
 #include "../support/sound_log.h"
-#include "sound/sounds.h"
+#include "ui/sound/sounds.h"
 
 #include <QElapsedTimer>
 #include <QTest>

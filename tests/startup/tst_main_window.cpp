@@ -1,8 +1,8 @@
 // Start-up, shutdown, modes and menus, driven through the real main window.
 
 #include "../support/program_test.h"
-#include "review/review_controller.h"
-#include "startup/settings.h"
+#include "ui/review/review_controller.h"
+#include "core/startup/settings.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -1,8 +1,8 @@
 // The command line: which options the program knows, where its database lies
 // for the way it was started, and what the printing options say.
 
-#include "startup/start_options.h"
-#include "stats/stats_store.h"
+#include "core/startup/start_options.h"
+#include "core/stats/stats_store.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,8 +2,8 @@
 // connection the way another program would read it.
 
 #include "../support/sql_rows.h"
-#include "stats/game_record.h"
-#include "stats/stats_store.h"
+#include "core/stats/game_record.h"
+#include "core/stats/stats_store.h"
 
 #include <QDateTime>
 #include <QFile>

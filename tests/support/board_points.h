@@ -2,9 +2,9 @@
 
 // Board points by the name of their area, for tests that throw darts.
 
-#include "board/board_geometry.h"
-#include "games/checkout_chart.h"
-#include "games/x01_rules.h"
+#include "core/board/board_geometry.h"
+#include "core/games/checkout_chart.h"
+#include "core/games/x01_rules.h"
 
 #include <QStringList>
 

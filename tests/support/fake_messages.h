@@ -3,7 +3,7 @@
 // Answers questions from a queue (Yes when it is empty) and records every
 // message, so tests run without a person.
 
-#include "dialogs/messages.h"
+#include "ui/dialogs/messages.h"
 
 #include <QList>
 #include <QStringList>

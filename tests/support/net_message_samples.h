@@ -4,7 +4,7 @@
 // feeding them to a decoder with its invariants checked. Shared by the codec's
 // unit test (a short run) and its fuzz driver (long runs on demand).
 
-#include "net/message_codec.h"
+#include "core/net/message_codec.h"
 
 #include <QRandomGenerator>
 #include <QStringList>

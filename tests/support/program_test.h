@@ -9,10 +9,10 @@
 #include "sound_log.h"
 #include "sql_rows.h"
 #include "test_home.h"
-#include "board/board_picture.h"
-#include "play/play_controller.h"
-#include "startup/darts_window.h"
-#include "startup/program.h"
+#include "ui/board/board_picture.h"
+#include "ui/play/play_controller.h"
+#include "ui/startup/darts_window.h"
+#include "ui/startup/program.h"
 
 #include <QAction>
 #include <QLabel>

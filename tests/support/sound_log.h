@@ -3,7 +3,7 @@
 // Records each sound played as its file name, with ":wait" when the caller
 // waited for it.
 
-#include "sound/sounds.h"
+#include "ui/sound/sounds.h"
 
 #include <QFileInfo>
 #include <QStringList>

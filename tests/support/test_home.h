@@ -3,7 +3,7 @@
 // A private home for one test: the settings go to a temporary folder and the
 // statistics database lies beside them, with the given players in it.
 
-#include "stats/stats_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QSettings>
 #include <QStringList>

@@ -1,0 +1,402 @@
+#include "core/games/game_session.h"
+
+#include "core/games/checkout_chart.h"
+#include "core/games/thrower.h"
+#include "core/session/session.h"
+
+#include <cmath>
+
+namespace tavrix {
+
+GameSession::GameSession(const CheckoutChart &chart, const Session &session, QObject *parent)
+    : QObject(parent)
+    , chart_(chart)
+    , session_(session)
+{
+    // A target never placed stands where a new marker does: in the picture's
+    // top-left corner, off the board.
+    targets_.fill(boardFromPicture(targetMarkerSide / 2.0, targetMarkerSide / 2.0));
+}
+
+void GameSession::setThrowers(Thrower *player1, Thrower *player2)
+{
+    throwers_ = {player1, player2};
+}
+
+void GameSession::chooseOptions(const GameOptions &options)
+{
+    previousCodes_ = codes_;
+    reviseOptions(options);
+}
+
+void GameSession::reviseOptions(const GameOptions &options)
+{
+    options_ = options;
+    codes_ = {code(options.type), code(options.skill), code(options.opponent)};
+}
+
+void GameSession::prepare()
+{
+    if (previousCodes_ != codes_)
+        tallies_.clearLocalStats();
+    setSeq_ = 0;
+    localThrows_ = 0;
+    gameBestSet_ = 0;
+    winner_ = 0;
+}
+
+void GameSession::start(const GameOptions &options, qint64 gameId, int firstCorkThrower)
+{
+    options_ = options;
+    gameId_ = gameId;
+    cork_ = {};
+    set_ = {};
+    placed_ = 0;
+    startScore_ = options_.type == GameType::X01_301 ? 301 : 501;
+    scoreHistory_ = {QList<int>{startScore_}, QList<int>{startScore_}};
+    dartsThrown_ = {};
+    shownCricketPoints_ = {};
+    doubledIn_.fill(!options_.doubleIn);
+    cricketMarks_ = {};
+    awaitCork(firstCorkThrower);
+}
+
+void GameSession::reset()
+{
+    phase_ = GamePhase::Idle;
+    placed_ = 0;
+    for (Thrower *thrower : throwers_) {
+        if (thrower)
+            thrower->stop();
+    }
+}
+
+void GameSession::awaitCork(int player)
+{
+    thrower_ = player;
+    phase_ = GamePhase::CorkAwaited;
+    placed_ = 0;
+    emit corkAwaited(player);
+    if (phase_ == GamePhase::CorkAwaited && thrower_ == player && throwers_[player - 1])
+        throwers_[player - 1]->throwCork(*this, player);
+}
+
+bool GameSession::throwerMarksHere() const
+{
+    const Thrower *thrower = throwers_[thrower_ - 1];
+    return thrower && thrower->marksAtThisBoard();
+}
+
+QString GameSession::messageName(int player) const
+{
+    if (vsComputer())
+        return player == 1 ? QStringLiteral("I") : QStringLiteral("You");
+    return options_.names[player - 1];
+}
+
+QString GameSession::alertName(int player) const
+{
+    if (overNetwork() && player == 2)
+        return QStringLiteral("You");
+    return messageName(player);
+}
+
+bool GameSession::canConfirm() const
+{
+    switch (phase_) {
+    case GamePhase::Idle:
+    case GamePhase::CorkPlaced:
+    case GamePhase::CorkResult:
+    case GamePhase::GameOver:
+        return true;
+    case GamePhase::CorkAwaited:
+        return false;
+    case GamePhase::Turn:
+        return throwerMarksHere() ? placed_ > 0 : reported_;
+    }
+    return false;
+}
+
+int GameSession::placeDart(BoardPoint at)
+{
+    // A cork dart is measured where it landed; a dart of a set is scored
+    // where its marker stands, on whole picture pixels.
+    if (phase_ == GamePhase::CorkAwaited) {
+        cork_[thrower_ - 1] = at;
+        placed_ = 1;
+        phase_ = GamePhase::CorkPlaced;
+        emit dartPlaced(thrower_, 0);
+        return 0;
+    }
+    if (phase_ != GamePhase::Turn || placed_ >= 3 || reported_)
+        return -1;
+    const int index = placed_++;
+    set_[index] = onMarkerGrid(at, flightMarkerSide);
+    emit dartPlaced(thrower_, index);
+    return index;
+}
+
+bool GameSession::canUndoDart() const
+{
+    return phase_ == GamePhase::Turn && placed_ > 0 && !reported_ && !scored_ && throwerMarksHere();
+}
+
+int GameSession::undoDart()
+{
+    if (!canUndoDart())
+        return -1;
+    // Only the darts kept are scored and recorded when the set is confirmed.
+    const int index = --placed_;
+    set_[index].reset();
+    return index;
+}
+
+void GameSession::moveDart(int index, BoardPoint at)
+{
+    const BoardPoint shown = onMarkerGrid(at, flightMarkerSide);
+    if (phase_ == GamePhase::CorkPlaced) {
+        if (index == 0)
+            cork_[thrower_ - 1] = shown;
+        return;
+    }
+    if (phase_ == GamePhase::Turn && index >= 0 && index < placed_)
+        set_[index] = shown;
+}
+
+void GameSession::setTarget(int index, BoardPoint at)
+{
+    if (index >= 0 && index < 3)
+        targets_[index] = onMarkerGrid(at, targetMarkerSide);
+}
+
+void GameSession::confirmCork()
+{
+    if (phase_ != GamePhase::CorkPlaced)
+        return;
+    const int other = 3 - thrower_;
+    if (!cork_[other - 1]) {
+        awaitCork(other);
+        return;
+    }
+    const double d1 = std::hypot(cork_[0]->x, cork_[0]->y);
+    const double d2 = std::hypot(cork_[1]->x, cork_[1]->y);
+    // Equal shown distances: the computer throws first against the local
+    // player, the local player against a person at this board.
+    if (overNetwork())
+        thrower_ = networkCorkFirstThrower(d1, d2, options_.netRole == NetRole::Client ? 2 : 1);
+    else
+        thrower_ = corkFirstThrower(d1, d2, session_.useCms, vsComputer() ? 1 : 2);
+    phase_ = GamePhase::CorkResult;
+    emit corkDecided();
+}
+
+QString GameSession::corkResultText() const
+{
+    if (!cork_[0] || !cork_[1])
+        return {};
+    return tavrix::corkResultText(vsComputer(), options_.names, std::hypot(cork_[0]->x, cork_[0]->y),
+                                  std::hypot(cork_[1]->x, cork_[1]->y), session_.useCms, thrower_);
+}
+
+QList<GameDart> GameSession::corkRows() const
+{
+    if (!options_.keepStats || !cork_[1])
+        return {};
+    // The local player's cork dart is set 0, dart 1, aimed at the bull.
+    const BoardPoint at = *cork_[1];
+    const DartScore score = scoreFromXY(at.x, at.y);
+    const RecordedTarget bull = recordedTarget({2, 25});
+    return {GameDart{gameId_, session_.currentPlayerId, setSeq_, 1, at.x, at.y, std::hypot(at.x, at.y),
+                     score.number, score.multiplier, bull.number, bull.ring}};
+}
+
+void GameSession::reportTurn(const QString &report)
+{
+    if (phase_ != GamePhase::Turn)
+        return;
+    reported_ = true;
+    emit turnReported(report);
+}
+
+void GameSession::nextTurn()
+{
+    phase_ = GamePhase::Turn;
+    set_ = {};
+    placed_ = 0;
+    reported_ = false;
+    scored_ = false;
+    // The sets marked at this board are numbered; the cork is set 0.
+    if (throwerMarksHere())
+        ++setSeq_;
+    const int player = thrower_;
+    emit turnStarted(player);
+    if (phase_ == GamePhase::Turn && thrower_ == player && throwers_[player - 1])
+        throwers_[player - 1]->takeTurn(*this, player);
+}
+
+QList<DartScore> GameSession::placedScores() const
+{
+    QList<DartScore> scores;
+    for (int i = 0; i < placed_; ++i) {
+        if (set_[i])
+            scores.append(scoreFromXY(set_[i]->x, set_[i]->y));
+    }
+    return scores;
+}
+
+DartScore GameSession::targetScore(int index) const
+{
+    return scoreFromXY(targets_[index].x, targets_[index].y);
+}
+
+GameDart GameSession::dartRow(int index, DartScore score, BoardPoint at) const
+{
+    const RecordedTarget target = recordedTarget(targetScore(index));
+    return {gameId_, session_.currentPlayerId, setSeq_, index, at.x, at.y,
+            std::hypot(at.x - target.aim.x, at.y - target.aim.y), score.number, score.multiplier,
+            target.number, target.ring};
+}
+
+SetOutcome GameSession::scoreSet()
+{
+    SetOutcome out;
+    const int p = thrower_;
+    out.player = p;
+    if (phase_ != GamePhase::Turn)
+        return out;
+    scored_ = true;
+    const bool x01 = isX01(options_.type);
+
+    X01Set set;
+    if (x01) {
+        set = scoreX01Set(set_, remaining(p), doubledIn_[p - 1]);
+        if (!doubledIn_[p - 1]) {
+            out.doubleIn = set.doubledIn ? SetOutcome::DoubleIn::DoubledIn : SetOutcome::DoubleIn::Missed;
+            doubledIn_[p - 1] = set.doubledIn;
+        }
+    } else {
+        for (int i = 0; i < 3; ++i) {
+            if (set_[i])
+                set.darts.append(i);
+        }
+    }
+    turnPoints_ = x01 ? set.turnPoints : 0;
+    out.turnPoints = turnPoints_;
+    dartsThrown_[p - 1] += int(set.darts.size());
+    int turnMarks = 0;
+    for (int i : std::as_const(set.darts)) {
+        const BoardPoint at = *set_[i];
+        const DartScore score = scoreFromXY(at.x, at.y);
+        if (p == 2) {
+            if (options_.keepStats)
+                out.rows.append(dartRow(i, score, at));
+            ++localThrows_;
+        }
+        if (!x01 && score.number > 0 && score.multiplier > 0) {
+            const CricketMark mark =
+                markCricketScore(cricketMarks_, p, score.multiplier, score.number, options_.simpleCricket);
+            if (mark.slot >= 0) {
+                turnMarks += mark.marks;
+                out.marks.append(mark);
+            }
+            if (mark.slotPoints)
+                shownCricketPoints_[p - 1] = cricketPointsOf(cricketMarks_[p - 1]);
+        }
+    }
+
+    int left = set.remaining;
+    if (x01 && p == 2 && countsForBestSet(left, options_.doubleOut))
+        gameBestSet_ = std::max(gameBestSet_, turnPoints_);
+    if (x01) {
+        const X01Outcome outcome = x01Outcome(left, options_.doubleOut, set.lastMultiplier);
+        out.bust = outcome == X01Outcome::Bust;
+        if (out.bust)
+            left = remaining(p);
+        out.won = outcome == X01Outcome::Win;
+    } else {
+        out.won = cricketWon(cricketMarks_, p, options_.simpleCricket);
+    }
+
+    if (out.won) {
+        winner_ = p;
+        tallies_.countGame(p == 2, turnPoints_, localThrows_);
+        GameEnd end;
+        end.winner = p;
+        end.type = options_.type;
+        end.simpleCricket = options_.simpleCricket;
+        end.localCricketPoints = cricketPointsOf(cricketMarks_[1]);
+        end.startScore = startScore_;
+        end.localRemaining = remaining(2);
+        end.localThrows = localThrows_;
+        end.lastSetPoints = turnPoints_;
+        end.bestSet = gameBestSet_;
+        out.result = gameResultRow(end);
+        phase_ = GamePhase::GameOver;
+        return out;
+    }
+
+    out.applause = applauseCue(options_.type, turnPoints_, turnMarks);
+    if (x01) {
+        out.columnLine = scoreColumnLine(left, remaining(p));
+        scoreHistory_[p - 1].append(left);
+    }
+    thrower_ = 3 - p;
+    return out;
+}
+
+int GameSession::pointsScored(int player) const
+{
+    if (!isX01(options_.type))
+        return 0;
+    return startScore_ - (winner_ == player ? 0 : remaining(player));
+}
+
+std::optional<double> GameSession::threeDartAverage(int player) const
+{
+    const int darts = dartsThrown(player);
+    if (!isX01(options_.type) || darts == 0)
+        return std::nullopt;
+    return pointsScored(player) * 3.0 / darts;
+}
+
+GlanceFigures GameSession::glance(int player) const
+{
+    if (isX01(options_.type))
+        return x01Glance(startScore_ - pointsScored(player), threeDartAverage(player));
+    return cricketGlance(cricketMarks_[player - 1], options_.simpleCricket, shownCricketPoints_[player - 1]);
+}
+
+std::optional<BoardPoint> GameSession::advice() const
+{
+    const int p = thrower_;
+    if (options_.type == GameType::Cricket)
+        return nextCricketTarget(cricketMarks_, p, placedScores(), options_.simpleCricket);
+    const DartScore aim = nextX01Aim(placedScores(), remaining(p), doubledIn_[p - 1], options_.doubleOut, chart_);
+    return aimPoint(aim.multiplier, aim.number);
+}
+
+QString GameSession::liveText() const
+{
+    if (placed_ == 0)
+        return turnPromptText();
+    const QString &name = options_.names[thrower_ - 1];
+    if (options_.type == GameType::Cricket)
+        return cricketLiveText(name, set_, placed_);
+    return x01LiveText(name, set_, placed_, remaining(thrower_), doubledIn_[thrower_ - 1],
+                       options_.doubleOut, chart_);
+}
+
+QString GameSession::turnPromptText() const
+{
+    const QString &name = options_.names[thrower_ - 1];
+    if (options_.type == GameType::Cricket)
+        return turnPrompt(name);
+    return x01TurnPrompt(name, remaining(thrower_), doubledIn_[thrower_ - 1], options_.doubleOut, chart_);
+}
+
+QString GameSession::gameOverText() const
+{
+    return tavrix::gameOverText(messageName(winner_));
+}
+
+} // namespace tavrix

@@ -1,0 +1,227 @@
+#pragma once
+
+// One game between player 1 (the opponent) and player 2 (the local player),
+// without any widget: its phase, whose turn it is, the cork, the darts of the
+// set being thrown, the scores and marks, and what a confirmed set did. The
+// window shows what this model says; the two sides feed it darts through the
+// Thrower interface and never tell it who they are.
+
+#include "core/board/board_geometry.h"
+#include "core/games/cricket_rules.h"
+#include "core/games/play_rules.h"
+#include "core/games/x01_rules.h"
+#include "core/stats/game_codes.h"
+#include "core/stats/local_tallies.h"
+#include "core/stats/stats_store.h"
+
+#include <QObject>
+
+#include <array>
+#include <optional>
+
+namespace tavrix {
+
+class CheckoutChart;
+class Thrower;
+struct Session;
+
+enum class GamePhase {
+    Idle,        // no game: the options are shown
+    CorkAwaited, // a side is to throw its cork dart
+    CorkPlaced,  // the cork dart is on the board, to be confirmed
+    CorkResult,  // both cork darts are in and the first thrower named
+    Turn,        // a side throws the darts of a turn
+    GameOver,
+};
+
+// Which end of a network connection this copy is, in a game over the network.
+enum class NetRole { None, Server, Client };
+
+struct GameOptions {
+    GameType type = GameType::X01_501;
+    OpponentKind opponent = OpponentKind::Computer;
+    SkillLevel skill = SkillLevel::BPlayer;
+    bool doubleIn = false;
+    bool doubleOut = true;
+    bool simpleCricket = false;
+    // The local player's darts are recorded with their targets.
+    bool keepStats = false;
+    // Player 1 and player 2 as the score boards name them.
+    std::array<QString, 2> names;
+    // Played against another copy of the program: player 1 is its player.
+    NetRole netRole = NetRole::None;
+};
+
+// What a confirmed set did, in the order it is to be shown.
+struct SetOutcome {
+    enum class DoubleIn { NotAsked, DoubledIn, Missed };
+
+    int player = 0;
+    DoubleIn doubleIn = DoubleIn::NotAsked;
+    // The local player's darts to record.
+    QList<GameDart> rows;
+    // The Cricket marks the set added, dart by dart.
+    QList<CricketMark> marks;
+    bool bust = false;
+    bool won = false;
+    // Neither set when the game was won.
+    std::optional<SoundCue> applause;
+    QString columnLine; // 301/501
+    int turnPoints = 0;
+    GameResult result;  // when won
+};
+
+class GameSession : public QObject {
+    Q_OBJECT
+
+public:
+    GameSession(const CheckoutChart &chart, const Session &session, QObject *parent = nullptr);
+
+    // Player 1's side and player 2's; kept until changed.
+    void setThrowers(Thrower *player1, Thrower *player2);
+
+    // The options of a game about to start, chosen on "Start Game" whether
+    // or not the game then starts.
+    void chooseOptions(const GameOptions &options);
+    // Other options for the game about to start without a new "Start Game"
+    // (a network peer chose them): the options compared for clearing the
+    // tallies stay those before the last "Start Game".
+    void reviseOptions(const GameOptions &options);
+    // The game goes ahead: the tallies of the present opponent are cleared
+    // when its type, skill or opponent differ from the options chosen before.
+    void prepare();
+    // Starts the game with its options complete, recorded under `gameId`:
+    // the cork of `firstCorkThrower` is awaited first.
+    void start(const GameOptions &options, qint64 gameId, int firstCorkThrower);
+    // Back to no game; a side throwing stops.
+    void reset();
+
+    // A dart of the side whose cork or turn it is, at a board position; it
+    // stands where its marker is shown, on whole picture pixels. Returns the
+    // dart's index in its set, or -1 when no dart is awaited.
+    int placeDart(BoardPoint at);
+    // Takes back the last dart marked at this board in the set being thrown,
+    // as though it had never been placed. Returns its index, or -1 when there
+    // is no such dart (no turn, a side that does not mark here, a cork).
+    int undoDart();
+    bool canUndoDart() const;
+    // A marked dart of the current set (or the cork dart, index 0) moved.
+    void moveDart(int index, BoardPoint at);
+    // Where the local player aims dart `index` of a set, as shown on the board.
+    void setTarget(int index, BoardPoint at);
+    // The cork dart placed is final: the other side's cork is awaited, or the
+    // first thrower is named.
+    void confirmCork();
+    // The side whose turn it is has thrown; `report` says what.
+    void reportTurn(const QString &report);
+    // Scores the set thrown and hands the turn on (or ends the game).
+    SetOutcome scoreSet();
+    // The next turn starts.
+    void nextTurn();
+
+    GamePhase phase() const { return phase_; }
+    const GameOptions &options() const { return options_; }
+    qint64 gameId() const { return gameId_; }
+    // Whose cork or turn it is: 1 or 2.
+    int currentThrower() const { return thrower_; }
+    bool throwerMarksHere() const;
+    bool vsComputer() const { return options_.opponent == OpponentKind::Computer; }
+    bool overNetwork() const { return options_.netRole != NetRole::None; }
+    // How messages name a player: "I" and "You" against the computer.
+    QString messageName(int player) const;
+    // How the alerts of doubling in and winning name a player: as messages
+    // do, but the local player is "You" over the network too.
+    QString alertName(int player) const;
+    // Whether the main button may be clicked now.
+    bool canConfirm() const;
+
+    // The darts of the set being thrown, and how many were placed.
+    const SetDarts &setDarts() const { return set_; }
+    int dartsPlaced() const { return placed_; }
+    QList<DartScore> placedScores() const;
+    std::optional<BoardPoint> corkDart(int player) const { return cork_[player - 1]; }
+    // The area the target of dart `index` stands on.
+    DartScore targetScore(int index) const;
+    // Player 1's distance and player 2's, and the cork rows to record.
+    QString corkResultText() const;
+    QList<GameDart> corkRows() const;
+
+    // 301/501.
+    int remaining(int player) const { return scoreHistory_[player - 1].last(); }
+    bool doubledIn(int player) const { return doubledIn_[player - 1]; }
+    // Darts of the player's confirmed sets that counted (a finishing set
+    // stops at the finishing dart), and the points they took off in 301/501.
+    int dartsThrown(int player) const { return dartsThrown_[player - 1]; }
+    int pointsScored(int player) const;
+    // Points per three darts in 301/501; none before the first dart.
+    std::optional<double> threeDartAverage(int player) const;
+    // The player's standing for the large figures beside the score board.
+    GlanceFigures glance(int player) const;
+    // Cricket.
+    const CricketMarks &cricketMarks() const { return cricketMarks_; }
+
+    // The record against the present opponent since it was last cleared.
+    const LocalTallies &tallies() const { return tallies_; }
+
+    // Where the thrower at this board is advised to aim the next dart.
+    std::optional<BoardPoint> advice() const;
+    // The text of the turn so far for the thrower marking at this board; the
+    // turn's prompt while no dart is marked.
+    QString liveText() const;
+    // "Name: Throw your darts..." when a turn at this board starts.
+    QString turnPromptText() const;
+    QString gameOverText() const;
+
+signals:
+    // The cork of `player` is awaited.
+    void corkAwaited(int player);
+    // The first thrower is named (corkResultText, corkRows).
+    void corkDecided();
+    // A dart was placed for `player`, index `index` of the set (0 for a cork).
+    void dartPlaced(int player, int index);
+    // The turn of `player` starts.
+    void turnStarted(int player);
+    // The side throwing reported its turn.
+    void turnReported(const QString &report);
+
+private:
+    void awaitCork(int player);
+    GameDart dartRow(int index, DartScore score, BoardPoint at) const;
+
+    const CheckoutChart &chart_;
+    const Session &session_;
+    std::array<Thrower *, 2> throwers_{};
+
+    GameOptions options_;
+    // Type, skill and opponent of the options chosen now and before.
+    std::array<int, 3> codes_{};
+    std::array<int, 3> previousCodes_{};
+    GamePhase phase_ = GamePhase::Idle;
+    qint64 gameId_ = 0;
+    int thrower_ = 2;
+    int firstCorkThrower_ = 2;
+    std::array<std::optional<BoardPoint>, 2> cork_;
+    SetDarts set_{};
+    int placed_ = 0;
+    bool reported_ = false;
+    // The set was scored; it stays on the board until the next turn.
+    bool scored_ = false;
+    // Targets stay where they were last put, also from one set to the next.
+    std::array<BoardPoint, 3> targets_;
+
+    int setSeq_ = 0;
+    int localThrows_ = 0;
+    int startScore_ = 0;
+    int gameBestSet_ = 0;
+    int turnPoints_ = 0;
+    std::array<bool, 2> doubledIn_{};
+    std::array<QList<int>, 2> scoreHistory_;
+    std::array<int, 2> dartsThrown_{};
+    // Cricket points as the totals show them: set when a dart scores.
+    std::array<int, 2> shownCricketPoints_{};
+    CricketMarks cricketMarks_{};
+    LocalTallies tallies_;
+    int winner_ = 0;
+};
+
+} // namespace tavrix

@@ -1,0 +1,157 @@
+#include "core/startup/start_options.h"
+
+#include "core/session/program_files.h"
+#include "core/session/version.h"
+#include "core/stats/stats_store.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace tavrix {
+
+namespace {
+
+QString usageText()
+{
+    return QStringLiteral("Usage: tavrix [option]\n"
+                          "Without an option Tavrix keeps its statistics in tavrix.db in the working folder,\n"
+                          "or in the file named by the environment variable TAVRIX_DB.\n"
+                          "\n"
+                          "  %1  keep the statistics in tavrix/tavrix.db in the user's data folder\n"
+                          "               (~/.local/share) unless TAVRIX_DB is set; the desktop menu\n"
+                          "               starts Tavrix this way\n"
+                          "  --paths      print where Tavrix finds its sounds, help pages and database\n"
+                          "  --version    print the version\n"
+                          "  --help       print this text\n")
+        .arg(QLatin1String(fromMenuOption));
+}
+
+// One line of the paths report: the folder, or where it was looked for.
+QString foundLine(const QString &title, ProgramFiles kind, const QString &programFolder)
+{
+    const QString folder = programFilesFolder(kind, programFolder);
+    if (!folder.isEmpty())
+        return title + QDir::toNativeSeparators(folder);
+    QStringList places;
+    for (const QString &place : programFilesPlaces(kind, programFolder))
+        places.append(QDir::toNativeSeparators(place));
+    return title + QStringLiteral("not found (looked in %1)").arg(places.join(QStringLiteral(" and ")));
+}
+
+} // namespace
+
+QStringList withoutToolkitOptions(const QStringList &arguments)
+{
+    // Qt's documented options for every application: these take a value,
+    // either as the next argument or after "=".
+    static const QStringList withValue{"style",        "stylesheet",      "platform",     "platformpluginpath",
+                                       "platformtheme", "plugin",         "qwindowgeometry", "qwindowicon",
+                                       "qwindowtitle",  "session",        "display",      "geometry",
+                                       "qmljsdebugger", "dialogs",        "fontengine"};
+    static const QStringList flags{"widgetcount", "reverse", "nograb", "dograb", "sync"};
+    QStringList left;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        // Qt reads "--style" as "-style"; our own options all have two dashes.
+        QString name = argument.startsWith(QLatin1String("--")) ? argument.mid(2)
+                       : argument.startsWith(QLatin1Char('-'))  ? argument.mid(1)
+                                                                : QString();
+        const qsizetype equals = name.indexOf(QLatin1Char('='));
+        const bool valueAttached = equals > 0;
+        if (valueAttached)
+            name.truncate(equals);
+        if (withValue.contains(name)) {
+            if (!valueAttached)
+                ++i; // the value
+            continue;
+        }
+        if (flags.contains(name) && !valueAttached)
+            continue;
+        left.append(argument);
+    }
+    return left;
+}
+
+StartOptions parseStartOptions(const QStringList &arguments)
+{
+    StartOptions options;
+    for (const QString &argument : arguments) {
+        StartAction asked = StartAction::Run;
+        if (argument == QLatin1String(fromMenuOption))
+            options.fromMenu = true;
+        else if (argument == QLatin1String("--version"))
+            asked = StartAction::ShowVersion;
+        else if (argument == QLatin1String("--paths"))
+            asked = StartAction::ShowPaths;
+        else if (argument == QLatin1String("--help") || argument == QLatin1String("-h"))
+            asked = StartAction::ShowUsage;
+        else {
+            options.action = StartAction::Refuse;
+            options.problem = argument.startsWith(QLatin1Char('-'))
+                                  ? QStringLiteral("unknown option %1").arg(argument)
+                                  : QStringLiteral("unexpected argument %1").arg(argument);
+            return options;
+        }
+        // The first printing action asked for is the one done.
+        if (options.action == StartAction::Run)
+            options.action = asked;
+    }
+    return options;
+}
+
+QString versionText()
+{
+    return QStringLiteral("Tavrix %1").arg(versionNumber());
+}
+
+QString chooseDatabasePath(bool fromMenu, const QString &fromEnvironment, const QString &userDataFolder,
+                           const QString &workingFolder)
+{
+    if (!fromEnvironment.isEmpty())
+        return fromEnvironment;
+    const QString fileName = QString::fromLatin1(StatsStore::defaultFileName);
+    if (fromMenu)
+        return QDir(userDataFolder).filePath(QStringLiteral("tavrix/") + fileName);
+    return QDir(workingFolder).filePath(fileName);
+}
+
+QString startDatabasePath(bool fromMenu, bool makeFolder)
+{
+    const QString fromEnvironment = qEnvironmentVariable(StatsStore::pathVariable);
+    const QString path =
+        chooseDatabasePath(fromMenu, fromEnvironment,
+                           QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation), QDir::currentPath());
+    // Only the program's own folder is made; a file the user named must lie
+    // in a folder that is there.
+    if (fromMenu && makeFolder && fromEnvironment.isEmpty())
+        QDir().mkpath(QFileInfo(path).absolutePath());
+    return path;
+}
+
+OptionOutput printedOption(const StartOptions &options, const QString &programFolder)
+{
+    switch (options.action) {
+    case StartAction::ShowVersion:
+        return {versionText() + QLatin1Char('\n'), false, 0};
+    case StartAction::ShowUsage:
+        return {usageText(), false, 0};
+    case StartAction::ShowPaths: {
+        const bool complete = !programFilesFolder(ProgramFiles::Sounds, programFolder).isEmpty()
+                              && !programFilesFolder(ProgramFiles::Help, programFolder).isEmpty();
+        const QStringList lines{
+            foundLine(QStringLiteral("Sounds:   "), ProgramFiles::Sounds, programFolder),
+            foundLine(QStringLiteral("Help:     "), ProgramFiles::Help, programFolder),
+            QStringLiteral("Database: ")
+                + QDir::toNativeSeparators(startDatabasePath(options.fromMenu, false))};
+        return {lines.join(QLatin1Char('\n')) + QLatin1Char('\n'), false, complete ? 0 : 1};
+    }
+    case StartAction::Refuse:
+        return {QStringLiteral("tavrix: %1\nTry 'tavrix --help' for the options.\n").arg(options.problem), true, 2};
+    case StartAction::Run:
+        break;
+    }
+    return {};
+}
+
+} // namespace tavrix

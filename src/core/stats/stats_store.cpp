@@ -1,0 +1,444 @@
+#include "core/stats/stats_store.h"
+
+#include "core/stats/stats_schema.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QSqlError>
+#include <QVariant>
+
+#include <limits>
+
+namespace tavrix {
+
+// What SQLite's error means for the user, in words: the commonest causes by
+// their result code, else SQLite's own text.
+QString describeDatabaseError(const QSqlError &error)
+{
+    bool ok = false;
+    const int code = error.nativeErrorCode().toInt(&ok) & 0xff;
+    if (ok) {
+        switch (code) {
+        case 5: // SQLITE_BUSY
+        case 6: // SQLITE_LOCKED
+            return QStringLiteral("the statistics file is in use by another program");
+        case 8: // SQLITE_READONLY
+            return QStringLiteral("the statistics file cannot be written (it or its folder is read-only)");
+        case 13: // SQLITE_FULL
+            return QStringLiteral("the disk is full");
+        default:
+            break;
+        }
+    }
+    return error.text();
+}
+
+// x and y are single-precision values; storing them through a float keeps what
+// a reader gets back identical to what a single column would hold.
+double storedCoordinate(double value)
+{
+    return static_cast<double>(static_cast<float>(value));
+}
+
+namespace {
+
+std::optional<qint64> idFrom(const QSqlQuery &query)
+{
+    bool ok = false;
+    const qint64 id = query.lastInsertId().toLongLong(&ok);
+    return ok ? std::optional<qint64>(id) : std::nullopt;
+}
+
+} // namespace
+
+struct StatsStore::PreparedStatements {
+    QHash<QString, QSqlQuery> byKey;
+};
+
+QString storedDateTimeNow()
+{
+    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+QString StatsStore::defaultDatabasePath()
+{
+    const QString fromEnvironment = qEnvironmentVariable(pathVariable);
+    if (!fromEnvironment.isEmpty())
+        return fromEnvironment;
+    return QDir::current().filePath(QString::fromLatin1(defaultFileName));
+}
+
+StatsStore::StatsStore(QString connectionName)
+    : connectionName_(std::move(connectionName))
+    , statements_(std::make_unique<PreparedStatements>())
+{
+}
+
+StatsStore::~StatsStore()
+{
+    close();
+}
+
+QSqlDatabase StatsStore::connection() const
+{
+    return QSqlDatabase::database(connectionName_, false);
+}
+
+bool StatsStore::isOpen() const
+{
+    return QSqlDatabase::contains(connectionName_) && connection().isOpen();
+}
+
+bool StatsStore::open(const QString &path)
+{
+    close();
+    path_ = path;
+    lastError_.clear();
+
+    const QFileInfo file(path);
+    if (!file.absoluteDir().exists())
+        return fail(QStringLiteral("The folder of the statistics database does not exist"),
+                    QDir::toNativeSeparators(file.absolutePath()));
+    // SQLite keeps its journal beside the file, so the folder must take
+    // new files as well as the file changes.
+    const QString cannotOpen = QStringLiteral("Cannot open the statistics database %1")
+                                   .arg(QDir::toNativeSeparators(file.absoluteFilePath()));
+    if (!QFileInfo(file.absolutePath()).isWritable())
+        return fail(cannotOpen, QStringLiteral("the folder %1 is read-only")
+                                    .arg(QDir::toNativeSeparators(file.absolutePath())));
+    if (file.exists() && !file.isWritable())
+        return fail(cannotOpen, QStringLiteral("the file is read-only"));
+    if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QSQLITE")))
+        return fail(QStringLiteral("The SQLite driver for Qt is not installed"), QString());
+
+    QString error;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName_);
+        db.setDatabaseName(path);
+        // Another program may hold a write lock for a moment; longer than
+        // that, a write fails and what it held is kept for later.
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=300"));
+        if (!db.open()) {
+            error = db.lastError().text();
+        } else {
+            QSqlQuery pragma(db);
+            // Nothing is changed in a file that is not ours, or no database.
+            if (const QString notOurs = checkOwnDatabase(db); !notOurs.isEmpty())
+                error = notOurs;
+            else if (!pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")))
+                error = describeDatabaseError(pragma.lastError());
+            else if (!pragma.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
+                error = pragma.lastError().text();
+            else if (error = ensureSchema(db); error.isEmpty())
+                ensurePracticeSums(db);
+        }
+    }
+    if (!error.isEmpty()) {
+        close();
+        return fail(QStringLiteral("Cannot open the statistics database %1")
+                        .arg(QDir::toNativeSeparators(path)),
+                    error);
+    }
+    return true;
+}
+
+std::optional<QString> StatsStore::writeProblem()
+{
+    QSqlQuery query(connection());
+    // Takes the write lock and gives it back at once, changing nothing.
+    if (query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
+        query.exec(QStringLiteral("ROLLBACK"));
+        return std::nullopt;
+    }
+    return QStringLiteral("The statistics file %1 cannot be written: %2. Games and practice will not be "
+                          "saved until it can.")
+        .arg(QDir::toNativeSeparators(path_), describeDatabaseError(query.lastError()));
+}
+
+void StatsStore::close()
+{
+    statements_->byKey.clear();
+    // A result kept for this file means nothing for the next one.
+    quartersMemo_.reset();
+    countsMemo_.reset();
+    if (!QSqlDatabase::contains(connectionName_))
+        return;
+    {
+        QSqlDatabase db = QSqlDatabase::database(connectionName_, false);
+        if (db.isOpen())
+            db.close();
+    }
+    QSqlDatabase::removeDatabase(connectionName_);
+}
+
+bool StatsStore::fail(const QString &what, const QString &detail)
+{
+    lastError_ = detail.trimmed().isEmpty() ? what + QLatin1Char('.')
+                                            : what + QStringLiteral(": ") + detail.trimmed();
+    return false;
+}
+
+bool StatsStore::fail(const QString &what, const QSqlQuery &query)
+{
+    return fail(what, describeDatabaseError(query.lastError()));
+}
+
+bool StatsStore::exec(QSqlQuery &query, const QString &what)
+{
+    if (!isOpen())
+        return fail(what, QStringLiteral("the statistics database is not open"));
+    if (query.exec())
+        return true;
+    // A statement that could not be prepared fails here in Qt's own words
+    // ("No query", "Parameter count mismatch"); preparing it again tells why.
+    if (query.lastError().nativeErrorCode().isEmpty() && !query.lastQuery().isEmpty()) {
+        QSqlQuery probe(connection());
+        if (!probe.prepare(query.lastQuery()))
+            return fail(what, describeDatabaseError(probe.lastError()));
+    }
+    return fail(what, query);
+}
+
+QSqlQuery *StatsStore::prepared(const QString &key, const QString &statement)
+{
+    if (!isOpen()) {
+        fail(QStringLiteral("Cannot use the statistics"),
+             QStringLiteral("the statistics database is not open"));
+        return nullptr;
+    }
+    auto found = statements_->byKey.find(key);
+    if (found == statements_->byKey.end()) {
+        QSqlQuery query(connection());
+        if (!query.prepare(statement)) {
+            fail(QStringLiteral("Cannot prepare a statistics statement"), query);
+            return nullptr;
+        }
+        found = statements_->byKey.insert(key, query);
+    }
+    return &*found;
+}
+
+bool StatsStore::insertGameDart(const GameDart &dart)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("gamedart"),
+        QStringLiteral("INSERT INTO gamesdarts (creationDate, games_id, players_id, setseq,"
+                       " dartseq, x, y, dist, score, ring, targetscore, targetring)"
+                       " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(dart.gameId);
+    query->addBindValue(dart.playerId);
+    query->addBindValue(dart.setSeq);
+    query->addBindValue(dart.dartSeq);
+    query->addBindValue(storedCoordinate(dart.x));
+    query->addBindValue(storedCoordinate(dart.y));
+    query->addBindValue(dart.dist);
+    query->addBindValue(dart.score);
+    query->addBindValue(dart.ring);
+    query->addBindValue(dart.targetScore);
+    query->addBindValue(dart.targetRing);
+    return exec(*query, QStringLiteral("Cannot record the game dart"));
+}
+
+std::optional<qint64> StatsStore::insertStatTarget(qint64 playerId, int targetValue,
+                                                   int targetRing)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("stattarget"),
+        QStringLiteral("INSERT INTO statstargets (creationdate, players_id, targetValue,"
+                       " targetRing) VALUES (?, ?, ?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(playerId);
+    query->addBindValue(targetValue);
+    query->addBindValue(targetRing);
+    // The id just assigned is the player's newest target, whoever writes next.
+    if (!exec(*query, QStringLiteral("Cannot record the practice target")))
+        return std::nullopt;
+    return idFrom(*query);
+}
+
+bool StatsStore::insertStatThrow(const PracticeDart &dart)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("statthrow"),
+        QStringLiteral("INSERT INTO statsthrows (players_id, statstargets_id, seq, x, y, dist,"
+                       " score, ring) VALUES (?, ?, ?, ?, ?, ?, ?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(dart.playerId);
+    query->addBindValue(dart.targetId);
+    query->addBindValue(dart.seq);
+    query->addBindValue(storedCoordinate(dart.x));
+    query->addBindValue(storedCoordinate(dart.y));
+    query->addBindValue(dart.dist);
+    query->addBindValue(dart.score);
+    query->addBindValue(dart.ring);
+    return exec(*query, QStringLiteral("Cannot record the practice dart"));
+}
+
+std::optional<qint64> StatsStore::insertGame(const NewGame &game)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("game"),
+        QStringLiteral("INSERT INTO games (creationdate, players_id, gametype, skill, opponent,"
+                       " result, throws, points, bestset, outset)"
+                       " VALUES (?, ?, ?, ?, ?, '', 0, 0, 0, 0)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(game.playerId);
+    query->addBindValue(code(game.gameType));
+    query->addBindValue(code(game.skill));
+    query->addBindValue(game.opponent);
+    if (!exec(*query, QStringLiteral("Cannot record the new game")))
+        return std::nullopt;
+    return idFrom(*query);
+}
+
+bool StatsStore::finishGame(qint64 gameId, const GameResult &result)
+{
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral("UPDATE games SET result = ?, throws = ?, points = ?, bestset = ?,"
+                                 " outset = ? WHERE id = ?"));
+    for (const QVariant &value : {QVariant(result.result), QVariant(result.throws),
+                                  QVariant(result.points), QVariant(result.bestSet),
+                                  QVariant(result.outSet), QVariant(gameId)})
+        query.addBindValue(value);
+    return exec(query, QStringLiteral("Cannot record the end of the game"));
+}
+
+std::optional<qint64> StatsStore::insertPlayer(const QString &name)
+{
+    QSqlQuery *const query = prepared(
+        QStringLiteral("player"),
+        QStringLiteral("INSERT INTO players (creationdate, name) VALUES (?, ?)"));
+    if (!query)
+        return {};
+    query->addBindValue(storedDateTimeNow());
+    query->addBindValue(name);
+    if (!exec(*query, QStringLiteral("Cannot record the new player")))
+        return std::nullopt;
+    return idFrom(*query);
+}
+
+bool StatsStore::resetPlayerStats(qint64 playerId)
+{
+    // Game darts are found through their games, so they go before the games.
+    return runForPlayer({"DELETE FROM statstargets WHERE players_id = ?",
+                         "DELETE FROM statsthrows WHERE players_id = ?",
+                         "DELETE FROM gamesdarts WHERE EXISTS (SELECT * FROM games"
+                         " WHERE games.id = gamesdarts.games_id AND games.players_id = ?)",
+                         "DELETE FROM games WHERE players_id = ?"},
+                        playerId, QStringLiteral("Cannot delete the statistics"));
+}
+
+bool StatsStore::runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
+                              const QString &what)
+{
+    Batch batch(*this);
+    if (!batch.isActive())
+        return false;
+    for (const char *statement : statements) {
+        QSqlQuery query(connection());
+        query.prepare(QString::fromLatin1(statement));
+        query.addBindValue(playerId);
+        if (!exec(query, what))
+            return false;
+    }
+    return batch.commit();
+}
+
+std::optional<QList<ChartRow>> StatsStore::outchartRows()
+{
+    const std::optional<QList<StoredChartRow>> stored = storedOutchartRows();
+    if (!stored)
+        return std::nullopt;
+    QList<ChartRow> rows;
+    rows.reserve(stored->size());
+    for (const StoredChartRow &row : *stored)
+        rows.append(row.row);
+    return rows;
+}
+
+std::optional<QList<StoredChartRow>> StatsStore::storedOutchartRows()
+{
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral(
+        "SELECT rowid, points, singleout, doubleout FROM outchart ORDER BY points, rowid"));
+    if (!exec(query, QStringLiteral("Cannot read the checkout chart")))
+        return std::nullopt;
+    QList<StoredChartRow> rows;
+    while (query.next()) {
+        // The column's integer affinity stores every whole number as an
+        // integer, so anything else here is not one.
+        const QVariant points = query.value(1);
+        const bool whole = points.typeId() == QMetaType::LongLong
+                           && points.toLongLong() >= std::numeric_limits<int>::min()
+                           && points.toLongLong() <= std::numeric_limits<int>::max();
+        rows.append({query.value(0).toLongLong(),
+                     {whole ? points.toInt() : 0, query.value(2).toString(),
+                      query.value(3).toString()}});
+    }
+    return rows;
+}
+
+bool StatsStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows)
+{
+    const QString what = QStringLiteral("Cannot repair the checkout chart");
+    Batch batch(*this);
+    if (!batch.isActive())
+        return false;
+    QSqlQuery remove(connection());
+    remove.prepare(QStringLiteral("DELETE FROM outchart WHERE rowid = ?"));
+    for (const qint64 rowId : rowIds) {
+        remove.addBindValue(rowId);
+        if (!exec(remove, what))
+            return false;
+    }
+    QSqlDatabase db = connection();
+    const QString error = insertChartRows(db, rows);
+    if (!error.isEmpty())
+        return fail(what, error);
+    return batch.commit();
+}
+
+StatsStore::Batch::Batch(StatsStore &store)
+    : store_(store)
+{
+    if (!store.isOpen()) {
+        store.fail(QStringLiteral("Cannot write statistics"),
+                   QStringLiteral("the statistics database is not open"));
+        return;
+    }
+    QSqlDatabase db = store.connection();
+    active_ = db.transaction();
+    if (!active_)
+        store.fail(QStringLiteral("Cannot start writing statistics"), describeDatabaseError(db.lastError()));
+}
+
+StatsStore::Batch::~Batch()
+{
+    if (active_)
+        store_.connection().rollback();
+}
+
+bool StatsStore::Batch::commit()
+{
+    if (!active_)
+        return false;
+    QSqlDatabase db = store_.connection();
+    active_ = false;
+    if (db.commit())
+        return true;
+    store_.fail(QStringLiteral("Cannot save statistics"), describeDatabaseError(db.lastError()));
+    db.rollback();
+    return false;
+}
+
+} // namespace tavrix

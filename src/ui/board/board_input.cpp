@@ -1,0 +1,353 @@
+#include "ui/board/board_input.h"
+
+#include "ui/board/board_picture.h"
+#include "ui/board/dart_marker.h"
+#include "ui/board/landing_points.h"
+
+#include <QLabel>
+#include <QMouseEvent>
+#include <QRandomGenerator>
+
+namespace tavrix {
+
+namespace {
+
+QPointF pictureFrom(BoardPoint at)
+{
+    return {boardCenter + at.x, boardCenter - at.y};
+}
+
+} // namespace
+
+BoardInput::BoardInput(BoardPicture *picture, QRandomGenerator &random, QLabel *scoreHoverText,
+                       const QList<QLabel *> &statsLabels, QObject *parent)
+    : QObject(parent)
+    , picture_(picture)
+    , random_(random)
+    , scoreHoverText_(scoreHoverText)
+    , statsLabels_(statsLabels)
+{
+    for (int i = 0; i < 3; ++i) {
+        const std::tuple<MarkerArray *, const char *, const char *> arrays[] = {
+            {&pips_, "Pips", "pips"}, {&cpips_, "CPips", "cpips"}, {&targetPips_, "TargetPips", "targ"}};
+        for (const auto &[array, name, tag] : arrays) {
+            auto *marker = new DartMarker(QString::fromLatin1(tag), picture_);
+            marker->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(i));
+            (*array)[i] = marker;
+        }
+    }
+    landingPoints_ = new LandingPoints(picture_);
+    for (const MarkerArray *darts : {&cpips_, &pips_}) {
+        for (int i = 0; i < 3; ++i)
+            landingPoints_->watch((*darts)[i], i + 1);
+    }
+    restack();
+    picture_->setMouseTracking(true);
+    picture_->installEventFilter(this);
+}
+
+const MarkerArray &BoardInput::markers(MarkerSet set) const
+{
+    switch (set) {
+    case MarkerSet::Local:
+        return pips_;
+    case MarkerSet::Opponent:
+        return cpips_;
+    case MarkerSet::Target:
+        break;
+    }
+    return targetPips_;
+}
+
+void BoardInput::setMarking(MarkerSet set, int placed)
+{
+    marking_ = set;
+    placed_ = placed;
+}
+
+void BoardInput::hidePips()
+{
+    for (const MarkerArray *array : {&pips_, &cpips_, &targetPips_}) {
+        for (DartMarker *marker : *array) {
+            marker->hide();
+            marker->setEnabled(false);
+        }
+    }
+}
+
+void BoardInput::showMarker(MarkerSet set, int index, BoardPoint at, int flight)
+{
+    DartMarker *marker = markers(set)[index];
+    marker->setFlight(flight);
+    marker->centreOn(pictureFrom(at));
+    marker->setEnabled(true);
+    marker->show();
+    marker->raise();
+    for (DartMarker *target : targetPips_)
+        target->raise();
+    restack();
+}
+
+void BoardInput::restack()
+{
+    // Targets are open outlines over the flights; the darts' points lie
+    // above both, so no flight or target ever hides where a dart landed;
+    // the hover text is on top of everything.
+    landingPoints_->raise();
+    scoreHoverText_->raise();
+}
+
+void BoardInput::placeTarget(int index, BoardPoint at, bool visible)
+{
+    DartMarker *target = targetPips_[index];
+    target->centreOn(pictureFrom(at));
+    if (visible) {
+        target->show();
+        target->setEnabled(true);
+        target->raise();
+        restack();
+    }
+}
+
+void BoardInput::hideMarkersFrom(MarkerSet set, int index)
+{
+    const MarkerArray &array = markers(set);
+    for (int i = index; i < 3; ++i) {
+        array[i]->hide();
+        array[i]->setEnabled(false);
+        array[i]->move(-1, -1);
+    }
+}
+
+BoardPoint BoardInput::markerPoint(const DartMarker *marker)
+{
+    const QPointF centre = marker->centre();
+    return boardFromPicture(centre.x(), centre.y());
+}
+
+MarkerRects BoardInput::rects(const MarkerArray &markers) const
+{
+    MarkerRects rects;
+    for (int i = 0; i < 3; ++i) {
+        if (!markers[i]->isHidden())
+            rects[i] = QRectF(markers[i]->geometry());
+    }
+    return rects;
+}
+
+int BoardInput::closestPipIndex(const MarkerArray &markers, double x, double y) const
+{
+    return closestMarkerIndex(rects(markers), placed_, x, y);
+}
+
+int BoardInput::closestIndex(MarkerSet set, QPointF pixel) const
+{
+    return closestPipIndex(markers(set), pixel.x(), pixel.y());
+}
+
+DartMarker *BoardInput::closestPip(double x, double y) const
+{
+    double best = noMarker;
+    DartMarker *found = nullptr;
+    auto search = [&](const MarkerArray &markers) {
+        double distance = noMarker;
+        const int i = closestMarkerIndex(rects(markers), placed_, x, y, &distance);
+        if (i != noMarker && distance < best) {
+            best = distance;
+            found = markers[i];
+        }
+    };
+    search(markers(marking_));
+    if (targetsMovable_)
+        search(targetPips_);
+    return found;
+}
+
+bool BoardInput::overLabel(double x, double y) const
+{
+    for (const QLabel *label : statsLabels_) {
+        if (rectContains(QRectF(label->geometry()), x, y))
+            return true;
+    }
+    return false;
+}
+
+bool BoardInput::overChat(double x, double y) const
+{
+    if (!chat_ || !chat_->isVisible())
+        return false;
+    const QPoint onScreen = picture_->mapToGlobal(QPointF(x, y)).toPoint();
+    return rectContains(QRectF(chat_->frameGeometry()), onScreen.x(), onScreen.y());
+}
+
+MarkerSet BoardInput::setOf(const DartMarker *marker) const
+{
+    if (marker->isTarget())
+        return MarkerSet::Target;
+    return marker->tag() == QLatin1String("pips") ? MarkerSet::Local : MarkerSet::Opponent;
+}
+
+int BoardInput::indexOf(const DartMarker *marker) const
+{
+    const MarkerArray &array = markers(setOf(marker));
+    return static_cast<int>(std::find(array.begin(), array.end(), marker) - array.begin());
+}
+
+bool BoardInput::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != picture_)
+        return false;
+    switch (event->type()) {
+    case QEvent::MouseMove:
+        pointerMoved(static_cast<QMouseEvent *>(event)->position());
+        return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
+        auto *mouse = static_cast<QMouseEvent *>(event);
+        pressed(mouse->position(), mouse->button());
+        return true;
+    }
+    case QEvent::MouseButtonRelease: {
+        auto *mouse = static_cast<QMouseEvent *>(event);
+        released(mouse->position(), mouse->button());
+        return true;
+    }
+    case QEvent::Leave:
+        if (!dragging_)
+            pointerLeft();
+        return false;
+    default:
+        return false;
+    }
+}
+
+// The marker shown at a picture point, whichever array it belongs to: the
+// marked set first, then the targets, then the other player's darts.
+static DartMarker *markerAt(const std::initializer_list<const MarkerArray *> arrays, QPointF at)
+{
+    for (const MarkerArray *array : arrays) {
+        for (int i = 2; i >= 0; --i) {
+            DartMarker *marker = (*array)[i];
+            if (!marker->isHidden() && rectContains(QRectF(marker->geometry()), at.x(), at.y()))
+                return marker;
+        }
+    }
+    return nullptr;
+}
+
+void BoardInput::pointerMoved(QPointF at)
+{
+    if (dragging_) {
+        dragging_->centreOn(at);
+        return;
+    }
+    const double x = at.x();
+    const double y = at.y();
+    if (x < 0 || y < 0 || x > picture_->width() || y > picture_->height()) {
+        pointerLeft();
+        return;
+    }
+    PointerSpot spot;
+    spot.at = boardFromPicture(x, y);
+    spot.pixel = at;
+    const MarkerArray &other = marking_ == MarkerSet::Opponent ? pips_ : cpips_;
+    if (const DartMarker *marker = markerAt({&markers(marking_), &targetPips_, &other}, at)) {
+        spot.set = setOf(marker);
+        if (spot.set == MarkerSet::Target) {
+            spot.over = PointerSpot::Over::Target;
+        } else {
+            spot.over = PointerSpot::Over::Dart;
+            spot.index = closestPipIndex(markers(spot.set), x, y);
+        }
+    } else if (overLabel(x, y)) {
+        bool onShownLabel = false;
+        for (const QLabel *label : std::as_const(statsLabels_))
+            onShownLabel |= !label->isHidden() && rectContains(QRectF(label->geometry()), x, y);
+        // A hidden label's place still swallows the pointer.
+        if (!onShownLabel)
+            return;
+        spot.over = PointerSpot::Over::Label;
+    } else if (overChat(x, y)) {
+        return;
+    }
+    if (controller_)
+        controller_->pointerOver(spot);
+}
+
+void BoardInput::pointerLeft()
+{
+    if (controller_)
+        controller_->pointerLeft();
+}
+
+void BoardInput::showHover(const QString &text, QPointF pixel)
+{
+    scoreHoverText_->setText(text);
+    scoreHoverText_->adjustSize();
+    const QPointF corner = hoverTopLeft(pixel.x(), pixel.y(), scoreHoverText_->size(), picture_->width(), true);
+    scoreHoverText_->move(corner.toPoint());
+    scoreHoverText_->show();
+    scoreHoverText_->raise();
+}
+
+void BoardInput::showMarkerHover(int kind, QPointF pixel, bool useCms)
+{
+    const BoardPoint at = boardFromPicture(pixel.x(), pixel.y());
+    scoreHoverText_->setText(markerHoverCaption(kind, std::hypot(at.x, at.y), angleFromXY(at.x, at.y),
+                                                useCms, scoreHoverText_->text()));
+    scoreHoverText_->adjustSize();
+    scoreHoverText_->move(
+        hoverTopLeft(pixel.x(), pixel.y(), scoreHoverText_->size(), picture_->width(), false).toPoint());
+    scoreHoverText_->show();
+    scoreHoverText_->raise();
+}
+
+void BoardInput::hideHover()
+{
+    scoreHoverText_->hide();
+}
+
+void BoardInput::pressed(QPointF at, Qt::MouseButton button)
+{
+    clickPending_ = false;
+    const MarkerArray &other = marking_ == MarkerSet::Opponent ? pips_ : cpips_;
+    const DartMarker *pressedMarker = markerAt({&markers(marking_), &targetPips_, &other}, at);
+    if (pressedMarker && controller_
+        && controller_->mayDrag(setOf(pressedMarker), button == Qt::RightButton)) {
+        if (DartMarker *marker = closestPip(at.x(), at.y())) {
+            dragging_ = marker;
+            dragStart_ = marker->pos();
+            marker->raise();
+            restack();
+            return;
+        }
+    }
+    clickPending_ = button == Qt::LeftButton;
+}
+
+void BoardInput::released(QPointF at, Qt::MouseButton button)
+{
+    const bool inside = picture_->rect().contains(at.toPoint());
+    if (dragging_) {
+        DartMarker *marker = dragging_;
+        dragging_ = nullptr;
+        // Dropped outside the board picture, the marker goes back.
+        if (!inside) {
+            marker->move(dragStart_);
+            return;
+        }
+        marker->centreOn(at);
+        if (controller_)
+            controller_->markerDropped(setOf(marker), indexOf(marker), markerPoint(marker), at);
+        return;
+    }
+    if (clickPending_ && button == Qt::LeftButton && inside) {
+        clickPending_ = false;
+        // Drawn once per click, whatever the click turns out to do.
+        const int flight = static_cast<int>(random_.generateDouble() * 12);
+        if (controller_)
+            controller_->boardClicked(boardFromPicture(at.x(), at.y()), flight);
+    }
+}
+
+} // namespace tavrix

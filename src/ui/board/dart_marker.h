@@ -1,0 +1,61 @@
+#pragma once
+
+// The markers laid on the board picture: a dart's flight (60 x 60, blue for
+// the local player, black for the opponent, twelve shapes each so successive
+// darts look different) or a small 16 x 16 aiming target. A marker always
+// stands centred on its point; the pointer passes through it to the board.
+//
+// Every flight carries a light halo round a dark edge, so it stands out on
+// the black and cream beds and on the red and green rings alike. The exact
+// landing point is a white dot in the flight's dark edge colour and light
+// halo (drawDartPoint), readable on any bed; LandingPoints draws those dots
+// again above every flight and target, so nothing covers them. The target
+// is an outline with an open centre.
+
+#include "core/board/board_geometry.h"
+
+#include <QWidget>
+
+class QPainter;
+
+namespace tavrix {
+
+enum class FinColor { Blue, Black };
+
+// The landing point of a dart on the picture pixel whose top left corner is
+// `pixel`: a dot of radius dartPointRadius round the pixel's middle.
+inline constexpr double dartPointRadius = 4.5;
+void drawDartPoint(QPainter &painter, QPoint pixel, FinColor color);
+// A dart's number within its set (1 to 3), centred on a point.
+void drawDartNumber(QPainter &painter, QPointF middle, int number);
+
+class DartMarker : public QWidget {
+    Q_OBJECT
+
+public:
+    static constexpr int flightSide = flightMarkerSide;
+    static constexpr int targetSide = targetMarkerSide;
+
+    // `tag` is "pips", "cpips" or "targ".
+    DartMarker(const QString &tag, QWidget *board);
+
+    QString tag() const { return tag_; }
+    bool isTarget() const { return tag_ == QLatin1String("targ"); }
+    FinColor finColor() const { return tag_ == QLatin1String("pips") ? FinColor::Blue : FinColor::Black; }
+    // The flight shown, 0 to 11 (always 0 for a target).
+    int flight() const { return flight_; }
+    void setFlight(int index);
+
+    // Moves the marker so that its centre lies on the picture point.
+    void centreOn(QPointF picturePoint);
+    QPointF centre() const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString tag_;
+    int flight_ = 0;
+};
+
+} // namespace tavrix

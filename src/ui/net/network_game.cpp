@@ -1,0 +1,196 @@
+#include "ui/net/network_game.h"
+
+#include "ui/dialogs/messages.h"
+#include "ui/net/chat_dialog.h"
+#include "ui/net/connection_box.h"
+#include "core/net/net_game_rules.h"
+
+#include <QAction>
+#include <QLabel>
+
+namespace tavrix {
+
+namespace {
+
+template <class... Ts>
+struct Overloaded : Ts... {
+    using Ts::operator()...;
+};
+template <class... Ts>
+Overloaded(Ts...) -> Overloaded<Ts...>;
+
+} // namespace
+
+NetworkGame::NetworkGame(Messages &messages, QWidget *mainWindow,
+                         std::function<std::pair<QString, QString>()> clientAddress,
+                         std::function<QString()> localName, QObject *parent)
+    : QObject(parent)
+    , messages_(messages)
+    , mainWindow_(mainWindow)
+    , localName_(std::move(localName))
+    , box_(new MyCancelBox(link_, std::move(clientAddress), mainWindow))
+    , chat_(new ChatDialog([this](const QString &text) { return send(RemarkMessage{text}); }, mainWindow))
+{
+    link_.setObjectName(QStringLiteral("Socket"));
+    connect(&link_, &NetLink::connected, this, &NetworkGame::linkConnected);
+    connect(&link_, &NetLink::received, this, &NetworkGame::bytesArrived);
+    connect(&link_, &NetLink::peerClosed, this, &NetworkGame::linkLost);
+    connect(box_, &MyCancelBox::startAllowed, this, &NetworkGame::startAllowed);
+    chat_->setEnabled(false);
+}
+
+NetworkGame::~NetworkGame() = default;
+
+void NetworkGame::setIndicators(QLabel *active, QAction *closeNet, QAction *showChat)
+{
+    active_ = active;
+    closeNet_ = closeNet;
+    showChat_ = showChat;
+    if (active_)
+        active_->setVisible(established_);
+    if (closeNet_)
+        connect(closeNet_, &QAction::triggered, this, &NetworkGame::closeConnection, Qt::UniqueConnection);
+    if (showChat_)
+        connect(showChat_, &QAction::triggered, this, &NetworkGame::showChat, Qt::UniqueConnection);
+    if (established_)
+        enableNetMenuOpts();
+    else
+        disableNetMenuOpts();
+}
+
+void NetworkGame::choose(bool networkPlay, NetRole role)
+{
+    networkPlay_ = networkPlay;
+    // Both copies must agree on who called: a live connection keeps its ends.
+    if (networkPlay && !isConnected())
+        role_ = role;
+}
+
+void NetworkGame::waitForConnect(const QString &name, const QString &port)
+{
+    established_ = false;
+    box_->serverListen(name, port);
+}
+
+void NetworkGame::connectToServer(const QString &name, const QString &host, const QString &port)
+{
+    established_ = false;
+    box_->clientConnect(name, host, port);
+}
+
+void NetworkGame::linkConnected()
+{
+    // A new connection starts with nothing half-received from an old one.
+    decoder_.reset();
+    queue_.clear();
+    // The client speaks first.
+    if (role_ == NetRole::Client)
+        send(HelloMessage{localName_()});
+}
+
+bool NetworkGame::send(const NetMessage &message)
+{
+    const QByteArray bytes = encodeMessage(message);
+    return !bytes.isEmpty() && link_.send(bytes);
+}
+
+void NetworkGame::bytesArrived(const QByteArray &bytes)
+{
+    const QList<NetMessage> messages = decoder_.feed(bytes);
+    if (decoder_.overflowed()) {
+        // The peer sends without ever ending a message: no game comes of it.
+        const bool wasEstablished = established_;
+        link_.close();
+        decoder_.reset();
+        queue_.clear();
+        messages_.error(mainWindow_, QString::fromLatin1(applicationTitle), floodedText(peerName_));
+        if (wasEstablished)
+            linkLost();
+        return;
+    }
+    queue_.insert(queue_.end(), messages.begin(), messages.end());
+    if (handling_)
+        return;
+    handling_ = true;
+    while (!queue_.empty()) {
+        const NetMessage message = queue_.front();
+        queue_.pop_front();
+        handle(message);
+    }
+    handling_ = false;
+}
+
+void NetworkGame::handle(const NetMessage &message)
+{
+    std::visit(Overloaded{
+                   [this](const HelloMessage &m) {
+                       peerName_ = m.name;
+                       if (role_ == NetRole::Server)
+                           send(HelloMessage{localName_()});
+                       established_ = true;
+                       networkPlay_ = true;
+                       chat_->setLocalName(localName_());
+                       if (active_)
+                           active_->show();
+                       box_->connectionEstablished();
+                       enableNetMenuOpts();
+                       emit greeted(m.name);
+                   },
+                   [this](const GameMessage &m) { emit gameChosen(m); },
+                   [this](const BullMessage &m) { emit corkArrived(m.dart); },
+                   [this](const BullOkMessage &) { emit peerOk(); },
+                   [this](const SetMessage &m) { emit setArrived(m.darts); },
+                   [this](const PlayAgainMessage &) { emit playAgainAsked(); },
+                   [this](const QuitMessage &) { emit peerQuit(); },
+                   [this](const RemarkMessage &m) { chat_->displayMessage(peerName_, m.text); },
+                   [](const IgnoredMessage &) {},
+               },
+               message);
+}
+
+void NetworkGame::linkLost()
+{
+    if (!established_)
+        return; // during the handshake the progress box decides what comes next
+    established_ = false;
+    if (active_)
+        active_->hide();
+    disableNetMenuOpts();
+    emit peerGone();
+}
+
+void NetworkGame::closeConnection()
+{
+    link_.close();
+    established_ = false;
+    if (active_)
+        active_->hide();
+    disableNetMenuOpts();
+}
+
+void NetworkGame::showChat()
+{
+    chat_->show();
+    chat_->raise();
+}
+
+void NetworkGame::enableNetMenuOpts()
+{
+    chat_->setEnabled(true);
+    for (QAction *entry : {closeNet_.data(), showChat_.data()}) {
+        if (entry)
+            entry->setEnabled(true);
+    }
+}
+
+void NetworkGame::disableNetMenuOpts()
+{
+    chat_->setEnabled(false);
+    chat_->hide();
+    for (QAction *entry : {closeNet_.data(), showChat_.data()}) {
+        if (entry)
+            entry->setEnabled(false);
+    }
+}
+
+} // namespace tavrix

@@ -1,0 +1,123 @@
+#pragma once
+
+// A game against another copy of the program, as far as the connection goes:
+// the one link and its progress box, the chat window, the greeting that
+// completes a connection, the indicators of a live connection, and the
+// messages that arrive, handed on one at a time and in order as signals.
+// What a message does to the game is for the play controller.
+
+#include "core/games/game_session.h"
+#include "core/net/message_codec.h"
+#include "core/net/net_link.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <deque>
+#include <functional>
+
+class QAction;
+class QLabel;
+class QWidget;
+
+namespace tavrix {
+
+class ChatDialog;
+class Messages;
+class MyCancelBox;
+
+class NetworkGame : public QObject {
+    Q_OBJECT
+
+public:
+    // Per game: whether each side clicked "Ok" after the cork, and who asked
+    // to play again first.
+    struct Flags {
+        bool remoteBullOk = false;
+        bool localBullOk = false;
+        bool localPlayAgain = false;
+        bool remotePlayAgain = false;
+    };
+
+    // `clientAddress` gives the host and port typed for the client at each
+    // attempt; `localName` the name of the player at this board.
+    NetworkGame(Messages &messages, QWidget *mainWindow,
+                std::function<std::pair<QString, QString>()> clientAddress,
+                std::function<QString()> localName, QObject *parent = nullptr);
+    ~NetworkGame() override;
+
+    NetLink &link() { return link_; }
+    MyCancelBox *cancelBox() const { return box_; }
+    ChatDialog *chat() const { return chat_; }
+    // "Network Connection Active", and the entries "Close Net Connection"
+    // and "Show Chat Window".
+    void setIndicators(QLabel *active, QAction *closeNet, QAction *showChat);
+
+    // The choice of "Start Game": a game over the network or not, and which
+    // end. While a connection stands its end stays what it was.
+    void choose(bool networkPlay, NetRole role);
+    bool networkPlay() const { return networkPlay_; }
+    NetRole role() const { return networkPlay_ ? role_ : NetRole::None; }
+    // Connected, and the other side has greeted.
+    bool isConnected() const { return link_.isConnected(); }
+    bool established() const { return established_; }
+    // The other player's name, from its greeting.
+    const QString &peerName() const { return peerName_; }
+
+    // Starts waiting for the caller, or calling; `name` is the opponent's
+    // name so far (the previous one, or none).
+    void waitForConnect(const QString &name, const QString &port);
+    void connectToServer(const QString &name, const QString &host, const QString &port);
+    // "Close Net Connection".
+    void closeConnection();
+    void showChat();
+
+    // Sends a message over the live connection; false when there is none.
+    bool send(const NetMessage &message);
+
+    Flags flags;
+
+signals:
+    // The greeting arrived: the connection stands (the server has already
+    // answered with its own greeting).
+    void greeted(const QString &name);
+    void gameChosen(const GameMessage &message);
+    void corkArrived(PicturePos dart);
+    void peerOk();
+    void setArrived(const QList<PicturePos> &darts);
+    void playAgainAsked();
+    void peerQuit();
+    // The other side closed an established connection, or it was ended.
+    void peerGone();
+    // The progress box closed or gave up without a connection.
+    void startAllowed();
+
+private:
+    void linkConnected();
+    void bytesArrived(const QByteArray &bytes);
+    void handle(const NetMessage &message);
+    void linkLost();
+    void enableNetMenuOpts();
+    void disableNetMenuOpts();
+
+    Messages &messages_;
+    QWidget *mainWindow_;
+    std::function<QString()> localName_;
+    NetLink link_;
+    MessageDecoder decoder_;
+    MyCancelBox *box_;
+    ChatDialog *chat_;
+    QPointer<QLabel> active_;
+    QPointer<QAction> closeNet_;
+    QPointer<QAction> showChat_;
+    bool networkPlay_ = false;
+    NetRole role_ = NetRole::None;
+    bool established_ = false;
+    QString peerName_;
+    // Messages waiting while an earlier one is handled (a handler may wait
+    // for a sound or a message box, and bytes go on arriving meanwhile).
+    std::deque<NetMessage> queue_;
+    bool handling_ = false;
+};
+
+} // namespace tavrix

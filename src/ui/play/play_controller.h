@@ -1,0 +1,171 @@
+#pragma once
+
+// Play mode: reads the game options, starts games, and shows what the game
+// model says: the prompts, the cork, the darts as markers, the score boards,
+// the records beside the board, the alerts and the sounds. Board clicks and
+// drops become darts of the person at this board; the computer's darts come
+// through the same model. Confirmed sets and finished games go to the store.
+
+#include "ui/board/board_input.h"
+#include "core/games/game_session.h"
+#include "core/net/message_codec.h"
+#include "core/opponent/local_player.h"
+#include "core/stats/game_recorder.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QAction;
+class QLabel;
+class QTimer;
+class QWidget;
+
+namespace tavrix {
+
+class CheckoutChart;
+class ComputerOpponent;
+class NetworkGame;
+class PlacedDartsOpponent;
+class GameFrame;
+class Messages;
+class OpponentNameDialog;
+class Sounds;
+class StatsStore;
+struct Session;
+struct SkillProfileState;
+
+class PlayController : public QObject, public BoardController {
+    Q_OBJECT
+
+public:
+    struct Context {
+        Session &session;
+        StatsStore &store;
+        Sounds &sounds;
+        Messages &messages;
+        const CheckoutChart &chart;
+        SkillProfileState &skill;
+        BoardInput &board;
+        GameFrame &frame;
+        // rstatTitleLabel, rstatsText, ostatTitleLabel, ostatsText.
+        QList<QLabel *> statsLabels;
+        QWidget *window;
+    };
+    explicit PlayController(const Context &context, QObject *parent = nullptr);
+    ~PlayController() override;
+
+    GameSession &game() { return game_; }
+    const GameSession &game() const { return game_; }
+    // A game has started and is not over: leaving it needs a question.
+    bool gameInProgress() const;
+
+    void resetGame();
+    void setGameOptFrames(int index);
+    // The connection to another copy of the program, its chat and its
+    // indicators.
+    NetworkGame *network() const { return net_; }
+    // "Network Connection Active" is on the frame; the two menu entries of
+    // the connection are the window's.
+    void setNetIndicators(QAction *closeNet, QAction *showChat);
+    // Play mode is left with the game in it ended: the other copy is told.
+    void leavePlay();
+    // Writes what could not be written so far; false (after saying how many
+    // darts are lost) when it still cannot be. For the end of the program.
+    bool saveBeforeClosing();
+
+    // The board, in play mode.
+    void pointerOver(const PointerSpot &spot) override;
+    void pointerLeft() override;
+    void boardClicked(BoardPoint at, int flight) override;
+    bool mayDrag(MarkerSet set, bool rightButton) const override;
+    void markerDropped(MarkerSet set, int index, BoardPoint at, QPointF pixel) override;
+
+private:
+    void btnStartGameClicked();
+    void btnQuitGameClicked();
+    void opOpponentClicked(int index);
+    void opSkillClicked(int index);
+
+    void startGame(bool playAgain);
+    // The options chosen at "Start Game" with those read when the game
+    // starts: the game's own options, keeping statistics, the network end.
+    GameOptions optionsOnFrame() const;
+    void continueStartGame(int firstCorkThrower);
+    void showX01Board(int startScore);
+    void showCricketBoard();
+    // The large figures and the closed numbers, as the model stands.
+    void showGlance();
+    void okClicked();
+    void nextTurn();
+
+    // What the model reports.
+    void corkAwaited(int player);
+    void corkDecided();
+    void dartPlaced(int player, int index);
+    void turnStarted(int player);
+    void turnReported(const QString &report);
+    void showOutcome(const SetOutcome &outcome);
+    void endGame(const SetOutcome &outcome);
+    void GameOver();
+
+    // A game over the network.
+    void connectNetwork();
+    void startNetworkConnection();
+    void startHumanGame();
+    void sendCork();
+    void sendSet();
+    // This side clicked "Ok" after the cork; the other has not yet.
+    void awaitPeerOk();
+    bool peerOkAwaited() const;
+    void greeted(const QString &name);
+    void gameChosen(const GameMessage &message);
+    void corkArrived(PicturePos dart);
+    void peerOk();
+    void setArrived(const QList<PicturePos> &darts);
+    void playAgainAsked();
+    void peerQuit();
+    void peerGone();
+    void closeNetClicked();
+
+    void refreshButton();
+    // The last dart marked in the set goes, as though never thrown.
+    void undoDart();
+    void syncBoard();
+    ThrowPhase throwPhase() const;
+    MarkerSet markerSet(int player) const;
+    void showLiveText();
+    void showAdvice();
+    void moveTarget(int index, BoardPoint at);
+    void playHitSound(int index);
+    void showCricketMark(int player, const CricketMark &mark);
+    // Writes the rows (and the end of the game) in one transaction; a failure
+    // is said once, and the rows are written later.
+    void record(const QList<GameDart> &rows, std::optional<std::pair<qint64, GameResult>> finished = {});
+    void retrySaving();
+    void setGameStats();
+    void hideGameStats();
+    void playHover(const PointerSpot &spot);
+    void databaseFailed();
+
+    Context c_;
+    GameSession game_;
+    LocalPlayer localPlayer_;
+    // A second person at this board plays player 1 the same way.
+    LocalPlayer personAtBoard_;
+    ComputerOpponent *computer_ = nullptr;
+    // The player at the other copy, over the network.
+    PlacedDartsOpponent *peer_ = nullptr;
+    NetworkGame *net_ = nullptr;
+    // The other copy left in the middle: only "Quit Game" goes on.
+    bool peerLeft_ = false;
+    OpponentNameDialog *opponentDialog_ = nullptr;
+    QString opponentName_;
+    GameRecordFigures record_;
+    GameRecorder recorder_;
+    // While records wait to be written, they are tried again now and then.
+    QTimer *saveRetryTimer_ = nullptr;
+    bool saveFailureShown_ = false;
+};
+
+} // namespace tavrix

@@ -1,0 +1,228 @@
+// Play mode against another copy of the program: starting the connection,
+// what this side sends as its player throws, and what the other side's
+// messages do to the game. Each copy scores both players' sets itself; the
+// other player's darts arrive as marker positions and are revealed like the
+// computer's.
+
+#include "ui/play/play_controller.h"
+
+#include "ui/board/board_picture.h"
+#include "ui/board/dart_marker.h"
+#include "ui/dialogs/messages.h"
+#include "ui/net/chat_dialog.h"
+#include "core/net/net_game_rules.h"
+#include "ui/net/network_game.h"
+#include "ui/net/opponent_name_dialog.h"
+#include "core/opponent/dart_by_dart_opponent.h"
+#include "ui/play/game_frame.h"
+#include "core/session/session.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+
+namespace tavrix {
+
+namespace {
+
+PicturePos markerPos(const DartMarker *marker)
+{
+    return {float(marker->x()), float(marker->y())};
+}
+
+} // namespace
+
+void PlayController::connectNetwork()
+{
+    net_ = new NetworkGame(
+        c_.messages, c_.window,
+        [this] {
+            if (!opponentDialog_)
+                return std::pair<QString, QString>();
+            return std::pair{opponentDialog_->getTxtClientHost(), opponentDialog_->getTxtClientPort()};
+        },
+        [this] { return c_.session.currentPlayerName; }, this);
+    connect(net_, &NetworkGame::startAllowed, this, [this] { c_.frame.btnStartGame->setEnabled(true); });
+    connect(net_, &NetworkGame::greeted, this, &PlayController::greeted);
+    connect(net_, &NetworkGame::gameChosen, this, &PlayController::gameChosen);
+    connect(net_, &NetworkGame::corkArrived, this, &PlayController::corkArrived);
+    connect(net_, &NetworkGame::peerOk, this, &PlayController::peerOk);
+    connect(net_, &NetworkGame::setArrived, this, &PlayController::setArrived);
+    connect(net_, &NetworkGame::playAgainAsked, this, &PlayController::playAgainAsked);
+    connect(net_, &NetworkGame::peerQuit, this, &PlayController::peerQuit);
+    connect(net_, &NetworkGame::peerGone, this, &PlayController::peerGone);
+}
+
+void PlayController::setNetIndicators(QAction *closeNet, QAction *showChat)
+{
+    net_->setIndicators(c_.frame.lblNetworkActive, closeNet, showChat);
+    connect(closeNet, &QAction::triggered, this, &PlayController::closeNetClicked);
+    c_.board.setChatWindow(net_->chat());
+}
+
+void PlayController::startNetworkConnection()
+{
+    if (net_->role() == NetRole::Server)
+        net_->waitForConnect(opponentName_, opponentDialog_->getTxtServerPort());
+    else
+        net_->connectToServer(opponentName_, opponentDialog_->getTxtClientHost(),
+                              opponentDialog_->getTxtClientPort());
+}
+
+void PlayController::leavePlay()
+{
+    if (net_->established() && game_.overNetwork() && gameInProgress())
+        net_->send(QuitMessage{});
+}
+
+void PlayController::closeNetClicked()
+{
+    net_->closeConnection();
+    resetGame();
+    c_.board.picture()->setEnabled(false);
+}
+
+// --- What this side sends -----------------------------------------------------
+
+void PlayController::sendCork()
+{
+    net_->send(BullMessage{markerPos(c_.board.markers(markerSet(2))[0])});
+}
+
+void PlayController::sendSet()
+{
+    SetMessage set;
+    for (int i = 0; i < game_.dartsPlaced(); ++i)
+        set.darts.append(markerPos(c_.board.markers(MarkerSet::Local)[i]));
+    net_->send(set);
+}
+
+bool PlayController::peerOkAwaited() const
+{
+    return game_.overNetwork() && game_.phase() == GamePhase::CorkResult && net_->flags.localBullOk
+           && !net_->flags.remoteBullOk;
+}
+
+void PlayController::awaitPeerOk()
+{
+    GameFrame &f = c_.frame;
+    f.btnStartGame->setEnabled(false);
+    c_.board.hidePips();
+    f.colourThrower(game_.currentThrower());
+    f.gameText->setText(okWaitText(f.player1Text->text()));
+}
+
+// --- What the other side's messages do ---------------------------------------
+
+void PlayController::greeted(const QString &name)
+{
+    opponentName_ = name;
+    c_.frame.player1Text->setText(name);
+    c_.frame.player1Text01->setText(name);
+    // The server answers the greeting with the game it set up.
+    if (net_->role() == NetRole::Server)
+        net_->send(gameMessageOf(optionsOnFrame()));
+    startHumanGame();
+}
+
+void PlayController::gameChosen(const GameMessage &message)
+{
+    if (!net_->established())
+        return;
+    GameFrame &f = c_.frame;
+    const int index = gameOptionIndex(message.game);
+    if (index >= 0) {
+        f.opGame[index]->setChecked(true);
+        setGameOptFrames(index);
+        if (index == 0) {
+            f.opCricketOptions[message.simple ? 0 : 1]->setChecked(true);
+        } else {
+            f.chkDoubleIn->setChecked(message.doubleIn);
+            f.chkDoubleOut->setChecked(message.doubleOut);
+        }
+    }
+    // A game over the network is always against the other copy's player.
+    f.opOpponent[1]->setChecked(true);
+    GameOptions options = optionsAfter(game_.options(), message);
+    options.opponent = OpponentKind::Human;
+    game_.reviseOptions(options);
+    net_->choose(true, net_->role());
+    c_.board.hidePips();
+    startHumanGame();
+}
+
+void PlayController::corkArrived(PicturePos dart)
+{
+    if (game_.overNetwork())
+        peer_->placeCork(dartAtMarker(dart));
+}
+
+void PlayController::peerOk()
+{
+    net_->flags.remoteBullOk = true;
+    // This side clicked "Ok" first and waited: the first turn starts.
+    if (net_->flags.localBullOk && game_.phase() == GamePhase::CorkResult)
+        nextTurn();
+}
+
+void PlayController::setArrived(const QList<PicturePos> &darts)
+{
+    if (!game_.overNetwork())
+        return;
+    QList<BoardPoint> points;
+    for (const PicturePos &dart : darts)
+        points.append(dartAtMarker(dart));
+    peer_->setDarts(points);
+}
+
+void PlayController::playAgainAsked()
+{
+    if (!game_.overNetwork())
+        return;
+    NetworkGame::Flags &flags = net_->flags;
+    if (flags.localPlayAgain) {
+        // This side asked first and stood by.
+        flags.localPlayAgain = false;
+        startHumanGame();
+        return;
+    }
+    flags.remotePlayAgain = true;
+    c_.messages.hideAlert();
+    // Before this side has seen the game end, the request waits for it.
+    if (game_.phase() == GamePhase::GameOver) {
+        refreshButton();
+        c_.frame.gameText->setText(playAgainConsentText(opponentName_));
+    }
+}
+
+void PlayController::peerQuit()
+{
+    // A game at this board, not with the other copy, goes on.
+    if (gameInProgress() && !game_.overNetwork())
+        return;
+    const NetRole role = net_->role();
+    resetGame();
+    c_.board.picture()->setEnabled(false);
+    c_.messages.notice(c_.window, quitTitle(opponentName_), quitText(opponentName_, role));
+}
+
+void PlayController::peerGone()
+{
+    // A game at this board, not with the other copy, goes on.
+    if (gameInProgress() && !game_.overNetwork())
+        return;
+    peerLeft_ = true;
+    peer_->stop();
+    GameFrame &f = c_.frame;
+    f.btnStartGame->setEnabled(false);
+    f.btnQuitGame->setEnabled(true);
+    f.btnUndoDart->setEnabled(false);
+    c_.board.picture()->setEnabled(false);
+    f.lblGameStartup->hide();
+    f.gameText->show();
+    f.gameText->setText(disconnectedText(opponentName_));
+}
+
+} // namespace tavrix

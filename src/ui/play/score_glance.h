@@ -1,0 +1,40 @@
+#pragma once
+
+// The players' standing in figures large enough to read from the oche:
+// player 1 on the left, player 2 on the right, as in the score columns
+// below. The panel of the player whose turn it is stands out in colour.
+
+#include "core/games/play_rules.h"
+
+#include <QFrame>
+
+#include <array>
+
+class QLabel;
+
+namespace tavrix {
+
+class ScoreGlance : public QFrame {
+    Q_OBJECT
+
+public:
+    explicit ScoreGlance(QWidget *parent = nullptr);
+
+    void showFigures(int player, const GlanceFigures &figures);
+    // 0 when nobody is throwing (the cork, the end of a game).
+    void markThrower(int player);
+    int markedThrower() const { return thrower_; }
+    QLabel *figure(int player) const { return figures_[player - 1]; }
+    QLabel *detail(int player) const { return details_[player - 1]; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    std::array<QFrame *, 2> panels_{};
+    std::array<QLabel *, 2> figures_{};
+    std::array<QLabel *, 2> details_{};
+    int thrower_ = 0;
+};
+
+} // namespace tavrix

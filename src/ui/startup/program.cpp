@@ -1,0 +1,193 @@
+#include "ui/startup/program.h"
+
+#include "ui/dialogs/messages.h"
+#include "ui/players/new_user_dialog.h"
+#include "ui/players/user_select_dialog.h"
+#include "ui/play/play_controller.h"
+#include "ui/startup/darts_window.h"
+#include "core/startup/settings.h"
+#include "ui/sound/sounds.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace tavrix {
+
+QString smallScreenMessage()
+{
+    return QStringList{QStringLiteral("Sorry."), QString(),
+                       QStringLiteral("Tavrix! Requires 800x600 screen resolution or higher to "
+                                      "work properly."),
+                       QString(),
+                       QStringLiteral("Please use the Display Settings Control Panel to increase "
+                                      "your screen resolution")}
+        .join(QStringLiteral("\r\n"));
+}
+
+bool screenIsLargeEnough(QSize screen)
+{
+    return screen.width() >= 800 && screen.height() >= 600;
+}
+
+namespace {
+
+int programsAlive = 0;
+int programsMade = 0;
+
+// Each program alive in the process has its own database connection (two
+// copies may run side by side in one test).
+QString storeConnectionName()
+{
+    const QString name = QString::fromLatin1(StatsStore::defaultConnectionName);
+    ++programsMade;
+    return programsAlive == 0 ? name : name + QStringLiteral("-%1").arg(programsMade);
+}
+
+QString rowCount(int rows)
+{
+    return rows == 1 ? QStringLiteral("1 row") : QStringLiteral("%1 rows").arg(rows);
+}
+
+} // namespace
+
+QString chartRepairMessage(const ChartRepairReport &report, const QString &databasePath)
+{
+    if (!report.repaired())
+        return {};
+    QStringList done;
+    if (report.replaced > 0)
+        done.append(rowCount(report.replaced)
+                    + (report.replaced == 1 ? QStringLiteral(" was") : QStringLiteral(" were"))
+                    + QStringLiteral(" replaced by the chart that comes with Tavrix"));
+    if (report.surplus > 0)
+        done.append(rowCount(report.surplus)
+                    + (report.surplus == 1
+                           ? QStringLiteral(" that belongs to no score or repeats one was removed")
+                           : QStringLiteral(" that belong to no score or repeat one were removed")));
+    const QString file = QDir::toNativeSeparators(databasePath);
+    if (report.saved)
+        return QStringLiteral("The checkout chart in %1 was damaged: %2.")
+            .arg(file, done.join(QStringLiteral(", and ")));
+    return QStringLiteral("The checkout chart in %1 is damaged, and the repair cannot be saved "
+                          "(%2). Until it can, Tavrix uses the chart that comes with it in place "
+                          "of the damaged rows.")
+        .arg(file, report.error);
+}
+
+Program::Program(Messages &messages, QString databasePath, SoundPlayer *soundPlayer)
+    : screenSize([] {
+        const QScreen *screen = QGuiApplication::primaryScreen();
+        return screen ? screen->size() : QSize();
+    })
+    , messages_(messages)
+    , databasePath_(std::move(databasePath))
+    , store_(storeConnectionName())
+{
+    ++programsAlive;
+    if (!soundPlayer) {
+        ownSoundPlayer_ = std::make_unique<QtSoundPlayer>();
+        soundPlayer = ownSoundPlayer_.get();
+    }
+    sounds_ = std::make_unique<Sounds>(*soundPlayer, Sounds::defaultFolder());
+}
+
+Program::~Program()
+{
+    --programsAlive;
+}
+
+bool Program::Main()
+{
+    if (!screenIsLargeEnough(screenSize())) {
+        messages_.notice(nullptr, QString::fromLatin1(smallScreenTitle), smallScreenMessage());
+        exitCode_ = 1;
+        return false;
+    }
+    if (!settingsStored())
+        createDefaultSettings();
+    // The computer's names, the angle and unit constants and the board
+    // tables are compile-time data; only what is read at run time is set here.
+    session_ = Session{};
+    shutDownDone_ = false;
+    if (!store_.isOpen() && !store_.open(databasePath_)) {
+        messages_.error(nullptr, QString::fromLatin1(applicationTitle), store_.lastError());
+        exitCode_ = 1;
+        return false;
+    }
+    if (const std::optional<QString> problem = store_.writeProblem())
+        messages_.error(nullptr, QString::fromLatin1(applicationTitle), *problem);
+    session_.useCms = unitsAreCentimetres(getSetting(QString::fromLatin1(unitsSetting)));
+    sounds_->setEnabled(soundIsOn(getSetting(QString::fromLatin1(soundSetting))));
+
+    window_ = std::make_unique<Darts>(*this);
+    window_->showFitted();
+
+    if (!choosePlayer()) {
+        shutDownProgram();
+        exitCode_ = 1;
+        return false;
+    }
+    const std::optional<ChartRepairReport> chartRepair = loadRepairedCheckoutChart(store_, chart_);
+    if (!chartRepair) {
+        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
+        shutDownProgram();
+        exitCode_ = 1;
+        return false;
+    }
+    if (chartRepair->repaired())
+        messages_.notice(window_.get(), QString::fromLatin1(applicationTitle),
+                         chartRepairMessage(*chartRepair, databasePath_));
+    shutDownDone_ = false;
+
+    if (session_.currentPlayerId == 0) {
+        // No player was created or chosen: the program closes without a word.
+        shutDownProgram();
+        exitCode_ = 0;
+        return false;
+    }
+    window_->setPlayerName();
+    window_->buildYouProfile();
+    window_->switchMode(Mode::Play);
+    window_->restoreGameChoices();
+    return true;
+}
+
+bool Program::choosePlayer()
+{
+    const std::optional<int> count = store_.playerCount();
+    if (!count) {
+        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
+        return false;
+    }
+    if (*count == 0) {
+        window_->newUserDialog()->exec();
+    } else if (*count > 1) {
+        window_->userSelectDialog()->dockShow();
+    } else {
+        const std::optional<QList<PlayerRow>> players = store_.players();
+        if (!players || players->isEmpty()) {
+            messages_.error(window_.get(), QString::fromLatin1(applicationTitle),
+                            store_.lastError());
+            return false;
+        }
+        session_.currentPlayerId = players->first().id;
+        session_.currentPlayerName = players->first().name;
+    }
+    return true;
+}
+
+void Program::shutDownProgram()
+{
+    if (shutDownDone_)
+        return;
+    // Set first: closing the main window below must not shut down again.
+    shutDownDone_ = true;
+    if (window_ && store_.isOpen())
+        window_->playController()->saveBeforeClosing();
+    store_.close();
+    if (window_)
+        window_->unloadWindows();
+}
+
+} // namespace tavrix

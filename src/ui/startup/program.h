@@ -1,0 +1,79 @@
+#pragma once
+
+// Start-up and shutdown: the entry routine Main, which brings the program from
+// nothing to a main window with a current player, and shutDownProgram, which
+// takes it down again exactly once.
+
+#include "core/games/checkout_chart.h"
+#include "core/session/session.h"
+#include "core/stats/stats_store.h"
+
+#include <QSize>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace tavrix {
+
+class Darts;
+class Messages;
+class SoundPlayer;
+class Sounds;
+
+// The message shown when the screen is too small, and its title.
+inline constexpr const char *smallScreenTitle = "800 x 600 required";
+QString smallScreenMessage();
+bool screenIsLargeEnough(QSize screen);
+
+// The notice after start-up found the checkout chart in `databasePath`
+// damaged; "" when it was whole.
+QString chartRepairMessage(const ChartRepairReport &report, const QString &databasePath);
+
+class Program {
+public:
+    // `databasePath` is where the statistics live; `messages` shows every
+    // message box; `soundPlayer` plays the sound effects (the program's own
+    // Qt Multimedia player when none is given). The screen size comes from
+    // the primary screen unless a test sets `screenSize`.
+    Program(Messages &messages, QString databasePath, SoundPlayer *soundPlayer = nullptr);
+    ~Program();
+    Program(const Program &) = delete;
+    Program &operator=(const Program &) = delete;
+
+    std::function<QSize()> screenSize;
+
+    // Runs every start-up step in order. Returns false when the program ends
+    // during start-up; exitCode() then says how (0 when the user chose to
+    // end, 1 on a failure).
+    bool Main();
+    int exitCode() const { return exitCode_; }
+
+    // Closes the database and every window; runs once, however often called.
+    void shutDownProgram();
+
+    Session &session() { return session_; }
+    bool isShutDown() const { return shutDownDone_; }
+    StatsStore &store() { return store_; }
+    const CheckoutChart &checkoutChart() const { return chart_; }
+    Messages &messages() { return messages_; }
+    Sounds &sounds() { return *sounds_; }
+    Darts *window() { return window_.get(); }
+
+private:
+    // Step 11: the number of players decides how the current one is chosen.
+    bool choosePlayer();
+
+    Messages &messages_;
+    QString databasePath_;
+    std::unique_ptr<SoundPlayer> ownSoundPlayer_;
+    std::unique_ptr<Sounds> sounds_;
+    Session session_;
+    bool shutDownDone_ = false;
+    StatsStore store_;
+    CheckoutChart chart_;
+    std::unique_ptr<Darts> window_;
+    int exitCode_ = 0;
+};
+
+} // namespace tavrix
