@@ -5,6 +5,7 @@
 //
 //   bench_computer_games [games per level] [seed]
 
+#include "core/advice/chart_advisor.h"
 #include "core/opponent/self_play.h"
 
 #include <QCoreApplication>
@@ -32,6 +33,7 @@ int main(int argc, char *argv[])
     const quint32 seed = argc > 2 ? QString::fromLocal8Bit(argv[2]).toUInt() : 20261123;
     CheckoutChart chart;
     chart.load(bundledChartRows());
+    const ChartAdvisor advisor(chart);
 
     std::printf("501, double out, computer against itself, %d games per level, seed %u\n", games,
                 seed);
@@ -44,7 +46,7 @@ int main(int argc, char *argv[])
         QElapsedTimer timer;
         timer.start();
         for (int g = 0; g < games; ++g) {
-            const SelfPlayLeg leg = playSelfPlayLeg(profile, chart, random, g % 2);
+            const SelfPlayLeg leg = playSelfPlayLeg(profile, advisor, random, g % 2);
             figures.legDarts += leg.winnerDarts;
             figures.thrown += leg.thrown;
             figures.scored += leg.scored;

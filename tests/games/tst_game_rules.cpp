@@ -1,6 +1,7 @@
-// The rules of X01 and Cricket, without widgets.
+// The rules of X01 and Cricket and the chart's advice, without widgets.
 
 #include "../support/board_points.h"
+#include "core/advice/chart_advisor.h"
 #include "core/games/cricket_rules.h"
 #include "core/games/x01_rules.h"
 
@@ -8,73 +9,241 @@
 
 using namespace tavrix;
 
+Q_DECLARE_METATYPE(tavrix::X01Reading)
+
 class TestGameRules : public QObject {
     Q_OBJECT
 
-private slots:
-    // A set's darts against the score: double in, the finish, and the darts
-    // that count no more.
-    void x01SetScoring()
+    const CheckoutChart chart_ = testChart();
+    const ChartAdvisor advisor_{chart_};
+
+    GameOptions options(GameType type, bool doubleIn = false, bool doubleOut = true, bool simple = false) const
     {
-        const struct {
-            QStringList darts;
-            int remaining;
-            bool doubledIn;
-            int left, dealtWith;
-            bool doublesIn;
-        } sets[] = {{{"T20", "T20", "S20"}, 501, true, 361, 3, false},
-                    {{"S20", "D10", "T20"}, 301, false, 221, 3, true}, // doubles in on the second dart
-                    {{"T20", "S5", "B"}, 301, false, 251, 3, true},    // the inner bull doubles in
-                    {{"T20", "S5", "OB"}, 301, false, 301, 3, false},
-                    {{"D16", "T20", "T20"}, 32, true, 0, 1, false}, // darts after the finish are ignored
-                    {{"S19", "S20"}, 20, true, 1, 1, false},        // stops at 1
-                    {{"", "T20", ""}, 100, true, 40, 1, false}};    // hidden markers score nothing
-        for (const auto &row : sets) {
-            const X01Set scored = scoreX01Set(set(row.darts), row.remaining, row.doubledIn);
-            QVERIFY2(scored.remaining == row.left && int(scored.darts.size()) == row.dealtWith
-                         && scored.doubledIn == row.doublesIn && scored.turnPoints == row.remaining - row.left,
-                     qPrintable(row.darts.join(',')));
-        }
+        GameOptions o;
+        o.type = type;
+        o.doubleIn = doubleIn;
+        o.doubleOut = doubleOut;
+        o.simpleCricket = simple;
+        return o;
+    }
+
+private slots:
+    // A set's darts against the score: the doubling dart, the finish, and
+    // the darts that count no more; scored, and as the live text and the
+    // computer read them while they are thrown.
+    void x01SetCounting_data()
+    {
+        QTest::addColumn<QStringList>("darts");
+        QTest::addColumn<X01Reading>("reading");
+        QTest::addColumn<int>("remaining");
+        QTest::addColumn<bool>("doubledIn");
+        QTest::addColumn<int>("left");
+        QTest::addColumn<int>("dealtWith");
+        QTest::addColumn<bool>("doublesIn");
+        const auto scored = X01Reading::Scored;
+        const auto thrown = X01Reading::AsThrown;
+        QTest::newRow("plain") << QStringList{"T20", "T20", "S20"} << scored << 501 << true << 361 << 3 << true;
+        QTest::newRow("second dart doubles in") << QStringList{"S20", "D10", "T20"} << scored << 301 << false << 221 << 3 << true;
+        QTest::newRow("inner bull doubles in") << QStringList{"T20", "S5", "B"} << scored << 301 << false << 251 << 3 << true;
+        QTest::newRow("outer bull does not") << QStringList{"T20", "S5", "OB"} << scored << 301 << false << 301 << 3 << false;
+        QTest::newRow("darts after the finish") << QStringList{"D16", "T20", "T20"} << scored << 32 << true << 0 << 1 << true;
+        QTest::newRow("stops at 1") << QStringList{"S19", "S20"} << scored << 20 << true << 1 << 1 << true;
+        QTest::newRow("hidden markers") << QStringList{"", "T20", ""} << scored << 100 << true << 40 << 1 << true;
+        // A wire between two doubles: no double when the set is scored, a
+        // double while the darts are thrown.
+        QTest::newRow("wire double, scored") << QStringList{"WD", "S20"} << scored << 301 << false << 301 << 2 << false;
+        QTest::newRow("wire double, as thrown") << QStringList{"WD", "S20"} << thrown << 301 << false << 281 << 2 << true;
+        // As thrown, every dart counts: the live text adds up all three.
+        QTest::newRow("as thrown past 1") << QStringList{"S19", "S20", "S5"} << thrown << 20 << true << -24 << 3 << true;
+    }
+    void x01SetCounting()
+    {
+        QFETCH(QStringList, darts);
+        QFETCH(X01Reading, reading);
+        QFETCH(int, remaining);
+        QFETCH(bool, doubledIn);
+        QFETCH(int, left);
+        QFETCH(int, dealtWith);
+        QFETCH(bool, doublesIn);
+        const X01Count count = countX01Set(set(darts), remaining, doubledIn, reading);
+        QCOMPARE(count.remaining, left);
+        QCOMPARE(int(count.darts.size()), dealtWith);
+        QCOMPARE(count.doubledIn, doublesIn);
+        QCOMPARE(count.points, remaining - left);
     }
 
     // Every kind of bust, the wins, and the best-set quirk at exactly 1.
     void bustsWinsAndTheBestSet()
     {
-        // {remaining, double out, last multiplier}: below zero, 1 left with or
-        // without double out, a finish on a single or treble under double out.
         for (const auto &[left, doubleOut, multiplier] : {std::tuple(-4, true, 3), {1, false, 1}, {1, true, 2}, {0, true, 1},
                                                           {0, true, 3}})
             QCOMPARE(x01Outcome(left, doubleOut, multiplier), X01Outcome::Bust);
         QCOMPARE(x01Outcome(0, true, 2), X01Outcome::Win);
         QCOMPARE(x01Outcome(0, false, 3), X01Outcome::Win);
         QCOMPARE(x01Outcome(40, true, 0), X01Outcome::Continue);
-        // The inner bull is a double: it finishes under double out.
-        const X01Set bull = scoreX01Set(set({"B"}), 50, true);
-        QCOMPARE(x01Outcome(bull.remaining, true, bull.lastMultiplier), X01Outcome::Win);
-        // A wire in the double ring scores nothing and doubles nobody in.
-        QCOMPARE(findDoubleIn({BoardPoint{0, 201.5}, std::nullopt, std::nullopt}), -1);
-
         QVERIFY(countsForBestSet(1, false) && countsForBestSet(0, true));
         QVERIFY(!countsForBestSet(1, true) && !countsForBestSet(-3, false));
     }
 
-    void x01Advice()
+    // A 301 through the rules object: the missed double in, the doubling
+    // set, a bust that puts the score back, the column lines, the win on the
+    // inner bull, and the figures recorded for the local player.
+    void x01RulesPlayAGame()
     {
-        const CheckoutChart chart = testChart();
-        QCOMPARE(nextX01Aim({}, 301, false, true, chart), (DartScore{2, 20}));
-        QCOMPARE(nextX01Aim({scoreOf("D20")}, 301, false, true, chart), (DartScore{3, 20}));
-        QCOMPARE(nextX01Aim({}, 40, true, false, chart), (DartScore{3, 10}));
+        X01Rules rules(GameType::X01_301, advisor_);
+        rules.start(options(GameType::X01_301, true));
+        QCOMPARE(rules.glance(2).figure, QStringLiteral("301"));
+        ScoredSet s = rules.scoreSet(2, set({"T20", "T20", "T20"}));
+        QCOMPARE(s.doubleIn, ScoredSet::DoubleIn::Missed);
+        QCOMPARE(s.columnLine, QStringLiteral("*"));
+        s = rules.scoreSet(2, set({"S20", "D20", "T20"}));
+        QCOMPARE(s.doubleIn, ScoredSet::DoubleIn::DoubledIn);
+        QCOMPARE(s.columnLine, QStringLiteral("\n201"));
+        QCOMPARE(s.applause, SoundCue::Applause100);
+        s = rules.scoreSet(2, set({"T20", "T20", "T20"}));
+        QCOMPARE(s.columnLine, QStringLiteral("\n21"));
+        s = rules.scoreSet(2, set({"S20", "S1"}));
+        QVERIFY(s.bust);
+        QCOMPARE(s.columnLine, QStringLiteral("*"));
+        QCOMPARE(rules.remaining(2), 21);
+        rules.scoreSet(2, set({"S1"}));
+        s = rules.scoreSet(2, set({"S20", "D25"}));
+        QVERIFY(s.bust); // 20 left, then the bull: below zero
+        s = rules.scoreSet(2, set({"B"}));
+        QVERIFY(!s.won && s.bust);
+        rules.scoreSet(2, set({"S10"}));
+        s = rules.scoreSet(2, set({"D5"}));
+        QVERIFY(s.won);
+        QCOMPARE(s.columnLine, QString());
+        QCOMPARE(rules.localFigures(true).points, 301);
+        QCOMPARE(rules.localFigures(true).bestSet, 180);
+        QCOMPARE(rules.glance(2).figure, QStringLiteral("0"));
+    }
 
-        const QString name = QStringLiteral("Ann");
-        QCOMPARE(x01LiveText(name, set({"S20"}), 1, 60, true, true, chart),
-                 QStringLiteral("\nAnn threw: Single 20 for 20 points.\n\nRecommend D20 next."));
-        QCOMPARE(x01LiveText(name, set({"S20", "S19"}), 2, 40, true, true, chart),
-                 QStringLiteral("\nAnn threw: Single 20, and Single 19 for 39 points.\n\nNo recommendations."));
-        QCOMPARE(x01LiveText(name, set({"D20"}), 1, 40, true, true, chart),
-                 QStringLiteral("\nAnn threw: Double 20 for 40 points.\n\nGame over?"));
-        QCOMPARE(x01LiveText(name, set({"S5", "S1", "S20"}), 3, 301, false, true, chart),
-                 QStringLiteral("\nAnn threw: Single 5, Single 1, and Single 20 for 0 points.\n\n"
+    // The advice of a turn: double 20 until doubled in, then the chart's
+    // first dart from what is left; the live text and the turn's prompt.
+    void x01AdviceAndTexts()
+    {
+        QCOMPARE(advisor_.x01Target({301, false, true}), (DartScore{2, 20}));
+        QCOMPARE(advisor_.x01Target({40, true, false}), (DartScore{3, 10}));
+        QCOMPARE(advisor_.x01Target({1, true, true}), DartScore{});
+        QCOMPARE(advisor_.bestOut(40, true), (DartRoute{{2, 20}}));
+
+        X01Rules rules(GameType::X01_501, advisor_);
+        rules.start(options(GameType::X01_501));
+        const QString ann = QStringLiteral("Ann");
+        QCOMPARE(rules.turnPrompt(ann, 2),
+                 QStringLiteral("\nAnn: Throw your darts, mark the board, adjust if necessary, and click \"Ok\""
+                                "\n\nRecommend T20 next."));
+        rules.scoreSet(2, set({"T20", "T20", "T20"}));
+        rules.scoreSet(2, set({"T20", "T20", "T20"}));
+        rules.scoreSet(2, set({"T20", "T20", "S1"}));
+        QCOMPARE(rules.remaining(2), 20);
+        rules.scoreSet(2, set({"S10", "S10"})); // a bust at 0 without a double
+        QCOMPARE(rules.liveText(ann, 2, set({"S20"}), 1),
+                 QStringLiteral("\nAnn threw: Single 20 for 20 points.\n\nGame over?"));
+        QCOMPARE(rules.liveText(ann, 2, set({"S19"}), 1),
+                 QStringLiteral("\nAnn threw: Single 19 for 19 points.\n\nNo recommendations."));
+        QCOMPARE(rules.liveText(ann, 2, set({"S10", "S1", "S1"}), 3),
+                 QStringLiteral("\nAnn threw: Single 10, Single 1, and Single 1 for 12 points.\n\n"
                                 "Adjust darts if necessary and click \"Ok\" to continue."));
+        // 10 left after the dart: the chart has no route, treble 20 stands in.
+        QCOMPARE(rules.advice(2, set({"S10"})), aimPoint(3, 20));
+    }
+
+    // The turn's prompt: the best out from the chart, or the advice of T20
+    // once doubled in, and the reminder while not doubled in.
+    void x01TurnPrompt_data()
+    {
+        QTest::addColumn<bool>("doubleIn");
+        QTest::addColumn<bool>("doubleOut");
+        QTest::addColumn<QStringList>("sets");
+        QTest::addColumn<QString>("ending");
+        const QStringList to40{"T20,T20,T20", "T20,S20,S1"};
+        QTest::newRow("best out, single out") << false << false << to40 << "\n\nBest Out: T10, D5";
+        QTest::newRow("best out, double out") << false << true << to40 << "\n\nBest Out: D20";
+        QTest::newRow("no route") << false << true << QStringList{} << "\n\nRecommend T20 next.";
+        QTest::newRow("not doubled in") << true << true << QStringList{"T20"} << "\n\nYou have not yet doubled in.";
+    }
+    void x01TurnPrompt()
+    {
+        QFETCH(bool, doubleIn);
+        QFETCH(bool, doubleOut);
+        QFETCH(QStringList, sets);
+        QFETCH(QString, ending);
+        X01Rules rules(GameType::X01_301, advisor_);
+        rules.start(options(GameType::X01_301, doubleIn, doubleOut));
+        for (const QString &darts : std::as_const(sets))
+            rules.scoreSet(2, set(darts.split(',')));
+        QCOMPARE(rules.turnPrompt(QStringLiteral("Ann"), 2),
+                 QStringLiteral("\nAnn: Throw your darts, mark the board, adjust if necessary, and click \"Ok\"") + ending);
+    }
+
+    // 301/501 applaud the points of a set, Cricket its marks: each step's
+    // last miss and first hit.
+    void applause_data()
+    {
+        QTest::addColumn<QStringList>("x01Set");
+        QTest::addColumn<QStringList>("cricketSet");
+        QTest::addColumn<int>("expected"); // -1 none
+        QTest::newRow("59, 2 marks") << QStringList{"T19", "S2"} << QStringList{"D20"} << -1;
+        QTest::newRow("60, 3 marks") << QStringList{"T20"} << QStringList{"T20"} << int(SoundCue::Applause60);
+        QTest::newRow("99, 5 marks") << QStringList{"T20", "T13"} << QStringList{"T20", "D19"} << int(SoundCue::Applause60);
+        QTest::newRow("100, 6 marks") << QStringList{"T20", "D20"} << QStringList{"T20", "T19"} << int(SoundCue::Applause100);
+        QTest::newRow("139, 7 marks") << QStringList{"T20", "T19", "D1"} << QStringList{"T20", "T19", "S18"} << int(SoundCue::Applause100);
+        QTest::newRow("140, 8 marks") << QStringList{"T20", "T20", "D10"} << QStringList{"T20", "T19", "D18"} << int(SoundCue::Applause140);
+    }
+    void applause()
+    {
+        QFETCH(QStringList, x01Set);
+        QFETCH(QStringList, cricketSet);
+        QFETCH(int, expected);
+        X01Rules x01(GameType::X01_501, advisor_);
+        x01.start(options(GameType::X01_501));
+        CricketRules cricket(advisor_);
+        cricket.start(options(GameType::Cricket));
+        const std::optional<SoundCue> fromPoints = x01.scoreSet(2, set(x01Set)).applause;
+        const std::optional<SoundCue> fromMarks = cricket.scoreSet(2, set(cricketSet)).applause;
+        QCOMPARE(fromPoints ? int(*fromPoints) : -1, expected);
+        QCOMPARE(fromMarks ? int(*fromMarks) : -1, expected);
+    }
+
+    // The large figures: the score left and the average, the Cricket points
+    // or, under Simple rules, the numbers closed.
+    void glanceFigures()
+    {
+        X01Rules x01(GameType::X01_501, advisor_);
+        x01.start(options(GameType::X01_501));
+        QCOMPARE(x01.glance(2).detail, QStringLiteral("Avg -"));
+        x01.scoreSet(2, set({"T20", "S1", "S1"}));
+        QCOMPARE(x01.glance(2).figure + '|' + x01.glance(2).detail, QStringLiteral("439|Avg 62.00"));
+        CricketRules simple(advisor_);
+        simple.start(options(GameType::Cricket, false, true, true));
+        simple.scoreSet(2, set({"B", "B", "T20"}));
+        QCOMPARE(simple.glance(2).figure + '|' + simple.glance(2).detail, QStringLiteral("2/7|closed"));
+    }
+
+    // Where the computer aims, by the out rule of the game, and when its turn
+    // is decided: a finish, or a score of 1 or less.
+    void computerAimAndTurnEnd()
+    {
+        X01Rules single(GameType::X01_501, advisor_);
+        single.start(options(GameType::X01_501, false, false));
+        X01Rules doubleOut(GameType::X01_501, advisor_);
+        doubleOut.start(options(GameType::X01_501));
+        for (X01Rules *rules : {&single, &doubleOut}) {
+            rules->scoreSet(1, set({"T20", "T20", "T20"}));
+            rules->scoreSet(1, set({"T20", "T20", "T20"}));
+            rules->scoreSet(1, set({"T20", "T13", "D1"})); // 40 left
+        }
+        TurnDarts none;
+        QCOMPARE(single.computerAim(1, none)->area, (DartScore{3, 10}));
+        QCOMPARE(doubleOut.computerAim(1, none)->area, (DartScore{2, 20}));
+        QVERIFY(!doubleOut.turnDecided(1, none));
+        TurnDarts leavesOne;
+        leavesOne.landed = set({"T13"});
+        QVERIFY(doubleOut.turnDecided(1, leavesOne));
+        QCOMPARE(doubleOut.reportedPoints(1, leavesOne), 39);
     }
 
     // Standard: points only while the opponent is open, marks cut back to 3
@@ -116,19 +285,55 @@ private slots:
 
         // The advice: the bull first, then the treble 20, the single once
         // marked, and behind on points a number still open for the opponent.
-        CricketMarks fresh{};
-        QCOMPARE(nextCricketTarget(fresh, 2, {}, false), BoardPoint{});
-        QCOMPARE(nextCricketTarget(fresh, 2, {scoreOf("B"), scoreOf("OB")}, true), aimPoint(3, 20));
-        QCOMPARE(nextCricketTarget(fresh, 2, {scoreOf("B"), scoreOf("B"), scoreOf("S20")}, true), aimPoint(1, 20));
-        CricketMarks behind{};
-        behind[0] = {0, 3, 3, 0, 0, 0, 0};
-        behind[1] = {3, 3, 3, 3, 0, 0, 0};
-        QCOMPARE(nextCricketTarget(behind, 2, {}, false), aimPoint(1, 18));
-        CricketMarks allClosed{};
-        allClosed.fill({3, 3, 3, 3, 3, 3, 3});
-        QCOMPARE(nextCricketTarget(allClosed, 2, {}, false), BoardPoint{});
-        allClosed[1][1] = 4;
-        QCOMPARE(nextCricketTarget(allClosed, 2, {}, false), std::nullopt);
+        CricketRules rules(advisor_);
+        rules.start(options(GameType::Cricket, false, true, true));
+        QCOMPARE(rules.advice(2, {}), BoardPoint{});
+        QCOMPARE(rules.advice(2, set({"B", "OB"})), aimPoint(3, 20));
+        QCOMPARE(rules.advice(2, set({"B", "B", "S20"})), aimPoint(1, 20));
+        CricketStanding behind{{3, 3, 3, 3, 0, 0, 0}, {0, 3, 3, 0, 0, 0, 0}, false};
+        QCOMPARE(advisor_.cricketTarget(behind), aimPoint(1, 18));
+        CricketStanding allClosed{{3, 3, 3, 3, 3, 3, 3}, {3, 3, 3, 3, 3, 3, 3}, false};
+        QCOMPARE(advisor_.cricketTarget(allClosed), BoardPoint{});
+        allClosed.mine[1] = 4;
+        QCOMPARE(advisor_.cricketTarget(allClosed), std::nullopt);
+    }
+
+    // The sounds a dart earns beyond its landing.
+    void hitSounds_data()
+    {
+        QTest::addColumn<QString>("game");
+        QTest::addColumn<QString>("dart");
+        QTest::addColumn<QString>("aimedAt");
+        QTest::addColumn<bool>("atThisBoard");
+        QTest::addColumn<int>("expected"); // -1 none
+        const int none = -1, harp = int(SoundCue::Harp), fanfare = int(SoundCue::Fanfare);
+        QTest::newRow("x01 treble hit") << "x01" << "T20" << "T20" << true << fanfare;
+        QTest::newRow("x01 single hit here") << "x01" << "S20" << "S20" << true << harp;
+        QTest::newRow("x01 single hit by the computer") << "x01" << "S20" << "S20" << false << none;
+        QTest::newRow("x01 double hit by the computer") << "x01" << "D16" << "D16" << false << harp;
+        QTest::newRow("x01 miss of the target") << "x01" << "T19" << "T20" << true << none;
+        QTest::newRow("cricket double") << "cricket" << "D20" << "" << true << harp;
+        QTest::newRow("cricket treble") << "cricket" << "T18" << "" << true << fanfare;
+        QTest::newRow("cricket single") << "cricket" << "S18" << "" << true << none;
+        QTest::newRow("cricket number the other closed") << "cricket" << "T15" << "" << true << none;
+        QTest::newRow("cricket low number") << "cricket" << "T14" << "" << true << none;
+        QTest::newRow("cricket computer") << "cricket" << "T20" << "" << false << none;
+    }
+    void hitSounds()
+    {
+        QFETCH(QString, game);
+        QFETCH(QString, dart);
+        QFETCH(QString, aimedAt);
+        QFETCH(bool, atThisBoard);
+        QFETCH(int, expected);
+        std::unique_ptr<GameRules> rules =
+            makeGameRules(game == QLatin1String("x01") ? GameType::X01_501 : GameType::Cricket, advisor_);
+        rules->start(options(rules->type()));
+        // Player 1 has closed the 15.
+        rules->scoreSet(1, set({"T15"}));
+        const std::optional<DartScore> aim = aimedAt.isEmpty() ? std::nullopt : std::optional(scoreOf(aimedAt));
+        const std::optional<SoundCue> cue = rules->hitCue(2, scoreOf(dart), aim, atThisBoard);
+        QCOMPARE(cue ? int(*cue) : -1, expected);
     }
 };
 

@@ -3,6 +3,7 @@
 // as the play controller enters them.
 
 #include "../support/board_points.h"
+#include "core/advice/chart_advisor.h"
 #include "core/games/game_session.h"
 #include "core/games/thrower.h"
 #include "core/opponent/local_player.h"
@@ -47,6 +48,7 @@ class TestGameSession : public QObject {
     Q_OBJECT
 
     CheckoutChart chart_ = testChart();
+    ChartAdvisor advisor_{chart_};
     Session session_;
     ScriptedOpponent bob_;
     LocalPlayer ann_;
@@ -79,7 +81,7 @@ private slots:
     {
         session_.currentPlayerId = 3;
         bob_ = ScriptedOpponent{};
-        game_ = std::make_unique<GameSession>(chart_, session_);
+        game_ = std::make_unique<GameSession>(advisor_, session_);
         game_->setThrowers(&bob_, &ann_);
     }
 
@@ -128,8 +130,8 @@ private slots:
         QCOMPARE((QList<int>{tallies.localWins, tallies.localBestOut, tallies.localBestLeg}), (QList<int>{1, 141, 12}));
         // Three-dart averages: Ann's bust counts as darts, her finish in
         // full; Bob's misses count as darts.
-        QCOMPARE(game_->threeDartAverage(2), std::optional(125.25));
-        QCOMPARE(game_->threeDartAverage(1), std::optional(6.0));
+        QCOMPARE(game_->glance(2).detail, QStringLiteral("Avg 125.25"));
+        QCOMPARE(game_->glance(1).detail, QStringLiteral("Avg 6.00"));
 
         // Ann's sets are numbered 1 to 4; Bob's turns are not hers to record.
         QList<int> sets;
@@ -142,7 +144,7 @@ private slots:
         // The tallies stay for the same options and go with other ones.
         start(options(GameType::X01_501, true));
         QCOMPARE(game_->tallies().localWins, 1);
-        QCOMPARE(game_->threeDartAverage(2), std::nullopt);
+        QCOMPARE(game_->glance(2).detail, QStringLiteral("Avg -"));
         start(options(GameType::X01_301, true));
         QCOMPARE(game_->tallies().localWins, 0);
     }
@@ -169,7 +171,7 @@ private slots:
                 game_->nextTurn();
             }
         }
-        QCOMPARE(game_->cricketMarks()[1], (CricketRow{5, 3, 3, 3, 3, 3, 3}));
+        QCOMPARE(game_->glance(2).figure + ' ' + game_->glance(2).detail, QStringLiteral("50 7/7 closed"));
         QVERIFY(game_->gameOverText().startsWith(QStringLiteral("\nAnn won that ")));
     }
 

@@ -1,5 +1,6 @@
 // The simulated dart and the computer's 301/501 turn, without widgets.
 
+#include "core/advice/chart_advisor.h"
 #include "core/opponent/computer_turn_rules.h"
 #include "core/opponent/throw_model.h"
 
@@ -61,47 +62,18 @@ private slots:
         }
     }
 
+    // The computer aims where the chart's advisor says: double 20 until it
+    // has doubled in, then the chart's first dart, treble 20 where the chart
+    // has no finish.
     void computerAimsAsTheChartSays()
     {
         const CheckoutChart chart = bundledChart();
-        QCOMPARE(computerX01Target(false, 40, true, chart), (DartScore{2, 20}));
-        QCOMPARE(computerX01Target(true, 40, true, chart), (DartScore{2, 20}));
-        QCOMPARE(computerX01Target(true, 501, true, chart), (DartScore{3, 20}));
-        // No double-out finish from 159: treble 20.
-        QCOMPARE(computerX01Target(true, 159, true, chart), (DartScore{3, 20}));
-        QCOMPARE(computerX01Target(true, 50, true, chart).number, 25);
-        QCOMPARE(scoreFromXY(targetPoint({3, 19}).x, targetPoint({3, 19}).y), (DartScore{3, 19}));
-    }
-
-    // Every dart lowers the live score (which only steers the aim and the
-    // early end); the turn's points count from the doubling dart on. The
-    // turn ends early at 1 or less; wires and misses score nothing.
-    void aTurnCountsItsDarts()
-    {
-        const BoardPoint t20 = targetPoint({3, 20});
-        const BoardPoint d16 = targetPoint({2, 16});
-        ComputerX01Turn notIn(301, false);
-        notIn.count(t20.x, t20.y, QStringLiteral("Triple 20"));
-        notIn.count(d16.x, d16.y, QStringLiteral("Double 16"));
-        notIn.count(t20.x, t20.y, QStringLiteral("Triple 20"));
-        QCOMPARE(notIn.remaining, 241 - 32 - 60);
-        QCOMPARE(notIn.turnPoints, 92);
-        QVERIFY(notIn.over());
-
-        ComputerX01Turn finish(32, true);
-        finish.count(d16.x, d16.y, QStringLiteral("Double 16"));
-        QVERIFY(finish.over());
-        QCOMPARE(finish.dartCount(), 1);
-
-        ComputerX01Turn misses(60, true);
-        misses.count(300, 0, QStringLiteral("Missed board"));
-        // On the wire between the single and the treble ring of the 20.
-        misses.count(0, 113.5, QStringLiteral("Bounce-out"));
-        QCOMPARE(misses.remaining, 60);
-        QVERIFY(!misses.over());
-        ComputerX01Turn bust(3, true);
-        bust.count(t20.x, t20.y, QStringLiteral("Triple 20"));
-        QVERIFY(bust.over());
+        const ChartAdvisor advisor(chart);
+        QCOMPARE(advisor.x01Target({40, false, true}), (DartScore{2, 20}));
+        QCOMPARE(advisor.x01Target({40, true, true}), (DartScore{2, 20}));
+        QCOMPARE(advisor.x01Target({501, true, true}), (DartScore{3, 20}));
+        QCOMPARE(advisor.x01Target({159, true, true}), (DartScore{3, 20}));
+        QCOMPARE(advisor.x01Target({50, true, true}).number, 25);
     }
 
     // (The report with points and a withheld dart is pinned in tst_opponents.)

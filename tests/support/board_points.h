@@ -4,12 +4,15 @@
 
 #include "core/board/board_geometry.h"
 #include "core/games/checkout_chart.h"
-#include "core/games/x01_rules.h"
+#include "core/games/game_rules.h"
 
 #include <QStringList>
 
+#include <cmath>
+
 // A board point inside the area: "T20", "D16", "S5", "B" (bull), "OB"
-// (outer bull), "M" (a miss off the board).
+// (outer bull), "M" (a miss off the board), "WD" (the wire between the
+// doubles of 6 and 13).
 inline tavrix::BoardPoint at(const QString &code)
 {
     if (code == QLatin1String("B"))
@@ -18,6 +21,8 @@ inline tavrix::BoardPoint at(const QString &code)
         return {0, 13};
     if (code == QLatin1String("M"))
         return {0, 240};
+    if (code == QLatin1String("WD"))
+        return {196 * std::cos(9 * tavrix::radPerDeg), 196 * std::sin(9 * tavrix::radPerDeg)};
     const int multiplier = QStringLiteral("SDT").indexOf(code[0]) + 1;
     return tavrix::aimPoint(multiplier, code.mid(1).toInt());
 }

@@ -125,7 +125,6 @@ int CheckoutChart::load(const QList<ChartRow> &rows)
             if (!route)
                 ++rejected;
             entry.routes[rule] = route.value_or(DartRoute{});
-            entry.texts[rule] = dartCodesText(entry.routes[rule]);
         }
     }
     return rejected;
@@ -141,11 +140,16 @@ DartRoute CheckoutChart::checkoutDarts(int remaining, bool doubleOut) const
     return route.isEmpty() ? DartRoute{trebleTwenty} : route;
 }
 
-QString CheckoutChart::routeText(int points, bool doubleOut) const
+DartRoute CheckoutChart::route(int points, bool doubleOut) const
 {
     if (points < 1 || points > MaxPoints)
         return {};
-    return entries_[points - 1].texts[doubleOut ? 1 : 0];
+    return entries_[points - 1].routes[doubleOut ? 1 : 0];
+}
+
+QString CheckoutChart::routeText(int points, bool doubleOut) const
+{
+    return dartCodesText(route(points, doubleOut));
 }
 
 bool CheckoutChart::hasRow(int points) const

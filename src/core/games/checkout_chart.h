@@ -5,6 +5,7 @@
 // must end on a double (double out).
 
 #include "core/board/board_geometry.h"
+#include "core/games/advisor.h"
 #include "core/stats/outchart_data.h"
 
 #include <QList>
@@ -16,8 +17,6 @@
 namespace tavrix {
 
 class StatsStore;
-
-using DartRoute = QList<DartScore>;
 
 // Parses a field of dart codes: "S", "D" or "T" followed by 1 to 20 or 25,
 // separated by commas ("T20,T20,D25"). An empty field is an empty route.
@@ -42,6 +41,9 @@ public:
     // where it has nothing, (0, 0) when remaining is 1 or less.
     DartRoute checkoutDarts(int remaining, bool doubleOut) const;
 
+    // The chart's own route for a score, empty when it has none (or the
+    // score lies outside 1..180).
+    DartRoute route(int points, bool doubleOut) const;
     // The display text of a score's route ("T20, D20"), "" when there is none.
     QString routeText(int points, bool doubleOut) const;
 
@@ -51,7 +53,6 @@ private:
     struct Entry {
         bool set = false;
         std::array<DartRoute, 2> routes; // [0] single out, [1] double out
-        std::array<QString, 2> texts;
     };
     std::array<Entry, MaxPoints> entries_{};
 };

@@ -1,86 +1,120 @@
 #include "core/games/cricket_rules.h"
 
+#include "core/games/advisor.h"
+
 #include <algorithm>
 
 namespace tavrix {
 
-int cricketSlot(int number)
+CricketRules::CricketRules(const Advisor &advisor)
+    : advisor_(advisor)
 {
-    if (number == 25)
-        return 0;
-    return number >= 15 && number <= 20 ? 21 - number : -1;
 }
 
-int cricketSlotValue(int slot)
+void CricketRules::start(const GameOptions &options)
 {
-    return slot == 0 ? 25 : 21 - slot;
+    simple_ = options.simpleCricket;
+    marks_ = {};
+    shownPoints_ = {};
 }
 
-int cricketPointsOf(const CricketRow &row)
+ScoredSet CricketRules::scoreSet(int player, const SetDarts &darts)
 {
-    int points = 0;
-    for (int slot = 0; slot < 7; ++slot) {
-        if (row[slot] > 3)
-            points += (row[slot] - 3) * cricketSlotValue(slot);
-    }
-    return points;
-}
-
-CricketMark markCricketScore(CricketMarks &marks, int player, int multiplier, int number,
-                             bool simple)
-{
-    CricketMark mark;
-    mark.slot = cricketSlot(number);
-    if (mark.slot < 0)
-        return mark;
-    CricketRow &mine = marks[player - 1];
-    const CricketRow &theirs = marks[2 - player];
-    mine[mark.slot] += multiplier;
-    mark.marks = multiplier;
-    if (!simple && mine[mark.slot] > 3) {
-        if (theirs[mark.slot] < 3)
-            mark.slotPoints = cricketSlotValue(mark.slot) * (mine[mark.slot] - 3);
-        else
-            mine[mark.slot] = 3;
-    }
-    return mark;
-}
-
-bool cricketWon(const CricketMarks &marks, int player, bool simple)
-{
-    const CricketRow &mine = marks[player - 1];
-    if (std::any_of(mine.begin(), mine.end(), [](int m) { return m < 3; }))
-        return false;
-    return simple || cricketPointsOf(mine) >= cricketPointsOf(marks[2 - player]);
-}
-
-std::optional<BoardPoint> nextCricketTarget(const CricketMarks &marks, int player,
-                                            const QList<DartScore> &placed, bool simple)
-{
-    CricketRow mine = marks[player - 1];
-    const CricketRow &theirs = marks[2 - player];
-    for (const DartScore &dart : placed) {
-        const int slot = cricketSlot(dart.number);
-        if (slot >= 0 && dart.multiplier > 0)
-            mine[slot] += dart.multiplier;
-    }
-    const bool behind = cricketPointsOf(mine) <= cricketPointsOf(theirs);
-    // Behind under Standard rules: score on a number the opponent still has open.
-    if (!simple && behind) {
-        for (int slot = 1; slot <= 6; ++slot) {
-            if (mine[slot] >= 3 && theirs[slot] < 3)
-                return aimPoint(1, 21 - slot);
-        }
-    }
-    for (int slot = 0; slot <= 6; ++slot) {
-        if (mine[slot] >= 3)
+    ScoredSet out;
+    int turnMarks = 0;
+    for (int i = 0; i < 3; ++i) {
+        if (!darts[i])
             continue;
-        if (slot == 0)
-            return BoardPoint{0, 0};
-        return aimPoint(mine[slot] == 0 ? 3 : 1, 21 - slot);
+        out.darts.append(i);
+        const DartScore score = scoreFromXY(darts[i]->x, darts[i]->y);
+        if (score.number <= 0 || score.multiplier <= 0)
+            continue;
+        const CricketMark mark = markCricketScore(marks_, player, score.multiplier, score.number, simple_);
+        if (mark.slot >= 0) {
+            turnMarks += mark.marks;
+            out.marks.append(mark);
+        }
+        if (mark.slotPoints)
+            shownPoints_[player - 1] = cricketPointsOf(marks_[player - 1]);
     }
-    if (behind)
-        return BoardPoint{0, 0};
+    out.marksAfter = marks_[player - 1];
+    out.pointsAfter = cricketPointsOf(marks_[player - 1]);
+    out.won = cricketWon(marks_, player, simple_);
+    if (out.won)
+        return out;
+    if (turnMarks >= 8)
+        out.applause = SoundCue::Applause140;
+    else if (turnMarks >= 6)
+        out.applause = SoundCue::Applause100;
+    else if (turnMarks >= 3)
+        out.applause = SoundCue::Applause60;
+    return out;
+}
+
+LocalFigures CricketRules::localFigures(bool) const
+{
+    return {simple_ ? 0 : cricketPointsOf(marks_[1]), 0};
+}
+
+GlanceFigures CricketRules::glance(int player) const
+{
+    const CricketRow &row = marks_[player - 1];
+    const int closed = int(std::count_if(row.begin(), row.end(), [](int marks) { return marks >= 3; }));
+    const QString closedText = QString::number(closed) + QStringLiteral("/7");
+    if (simple_)
+        return {closedText, QStringLiteral("closed")};
+    return {QString::number(shownPoints_[player - 1]), closedText + QStringLiteral(" closed")};
+}
+
+QString CricketRules::turnPrompt(const QString &name, int) const
+{
+    return tavrix::turnPrompt(name);
+}
+
+QString CricketRules::liveText(const QString &name, int, const SetDarts &darts, int placed) const
+{
+    if (!darts[0] && !darts[1] && !darts[2])
+        return {};
+    QString text = QStringLiteral("\n") + name + QStringLiteral(" threw: ") + dartListText(darts);
+    if (placed >= 3)
+        text += adjustDartsText();
+    return text;
+}
+
+std::optional<BoardPoint> CricketRules::advice(int player, const SetDarts &darts) const
+{
+    CricketStanding standing{marks_[player - 1], marks_[2 - player], simple_};
+    for (const std::optional<BoardPoint> &dart : darts) {
+        if (!dart)
+            continue;
+        const DartScore score = scoreFromXY(dart->x, dart->y);
+        const int slot = cricketSlot(score.number);
+        if (slot >= 0 && score.multiplier > 0)
+            standing.mine[slot] += score.multiplier;
+    }
+    return advisor_.cricketTarget(standing);
+}
+
+std::optional<ComputerAim> CricketRules::computerAim(int player, const TurnDarts &turn) const
+{
+    const std::optional<BoardPoint> aim = advice(player, turn.shown);
+    if (!aim)
+        return std::nullopt;
+    return ComputerAim{*aim, std::nullopt};
+}
+
+std::optional<SoundCue> CricketRules::hitCue(int player, DartScore scored, std::optional<DartScore>,
+                                             bool atThisBoard) const
+{
+    // A double or treble marked here on a number the other player has not
+    // closed; the computer's darts earn no such sound.
+    const int slot = cricketSlot(scored.number);
+    if (!atThisBoard || slot < 0 || marks_[2 - player][slot] >= 3)
+        return std::nullopt;
+    if (scored.multiplier == 2)
+        return SoundCue::Harp;
+    if (scored.multiplier == 3)
+        return SoundCue::Fanfare;
     return std::nullopt;
 }
 

@@ -1,50 +1,44 @@
 #pragma once
 
-// The rules of Cricket as pure functions over the marks board: seven slots,
-// the bull (slot 0) and 20 down to 15 (slots 1 to 6), for two players.
+// The rules of Cricket: marks and points of a set, the win, the texts and
+// advice of a turn, and the computer's aim. Simple Cricket only closes
+// numbers; Standard scores the marks past three on a number the opponent
+// still has open, and wins only with at least as many points.
 
-#include "core/board/board_geometry.h"
-
-#include <QList>
-
-#include <array>
-#include <optional>
+#include "core/games/game_rules.h"
 
 namespace tavrix {
 
-using CricketRow = std::array<int, 7>;
-// Row k holds player k + 1's marks; a row may pass 3 marks under Standard rules.
-using CricketMarks = std::array<CricketRow, 2>;
+class CricketRules : public GameRules {
+public:
+    explicit CricketRules(const Advisor &advisor);
 
-// The slot of a number: 0 for the bull, 21 - n for 15 to 20, -1 otherwise.
-int cricketSlot(int number);
-// The value a slot scores per extra mark: 25 for the bull, else its number.
-int cricketSlotValue(int slot);
+    GameType type() const override { return GameType::Cricket; }
+    void start(const GameOptions &options) override;
+    ScoredSet scoreSet(int player, const SetDarts &darts) override;
+    LocalFigures localFigures(bool localWon) const override;
+    GlanceFigures glance(int player) const override;
+    std::array<bool, 7> closedNumbers() const override { return closedByBoth(marks_); }
+    QString turnPrompt(const QString &name, int player) const override;
+    QString liveText(const QString &name, int player, const SetDarts &darts, int placed) const override;
+    std::optional<BoardPoint> advice(int player, const SetDarts &darts) const override;
+    // Only the local player is advised where to aim the first dart.
+    bool advisesFirstDart(int player) const override { return player == 2; }
+    std::optional<ComputerAim> computerAim(int player, const TurnDarts &turn) const override;
+    bool turnDecided(int, const TurnDarts &) const override { return false; }
+    bool turnEndsWithLastSentDart() const override { return false; }
+    std::optional<int> reportedPoints(int, const TurnDarts &) const override { return std::nullopt; }
+    std::optional<SoundCue> hitCue(int player, DartScore scored, std::optional<DartScore> aimedAt,
+                                   bool atThisBoard) const override;
 
-// Points of a row: (marks - 3) x value over every slot past 3 marks.
-int cricketPointsOf(const CricketRow &row);
+    const CricketMarks &marks() const { return marks_; }
 
-struct CricketMark {
-    int slot = -1;
-    int marks = 0; // the marks added (the dart's multiplier)
-    // Standard rules, past three marks with the opponent still open: the
-    // slot's points for the thrower.
-    std::optional<int> slotPoints;
+private:
+    const Advisor &advisor_;
+    bool simple_ = false;
+    CricketMarks marks_{};
+    // Points as the totals show them: set when a dart scores.
+    std::array<int, 2> shownPoints_{};
 };
-
-// Adds one dart of `player` (1 or 2). Past three marks under Standard rules
-// it scores while the opponent is open; once the opponent has closed the
-// number the thrower's marks stay at 3.
-CricketMark markCricketScore(CricketMarks &marks, int player, int multiplier, int number,
-                             bool simple);
-
-// Whether `player` has won: every number closed for him and, under Standard
-// rules, at least as many points as the other player.
-bool cricketWon(const CricketMarks &marks, int player, bool simple);
-
-// Where `player` should aim next, given the darts of this turn already
-// placed; nothing when there is no advice.
-std::optional<BoardPoint> nextCricketTarget(const CricketMarks &marks, int player,
-                                            const QList<DartScore> &placed, bool simple);
 
 } // namespace tavrix

@@ -1,6 +1,5 @@
 #include "core/games/game_session.h"
 
-#include "core/games/checkout_chart.h"
 #include "core/games/thrower.h"
 #include "core/session/session.h"
 
@@ -8,10 +7,11 @@
 
 namespace tavrix {
 
-GameSession::GameSession(const CheckoutChart &chart, const Session &session, QObject *parent)
+GameSession::GameSession(const Advisor &advisor, const Session &session, QObject *parent)
     : QObject(parent)
-    , chart_(chart)
+    , advisor_(advisor)
     , session_(session)
+    , rules_(makeGameRules(GameType::X01_501, advisor))
 {
     // A target never placed stands where a new marker does: in the picture's
     // top-left corner, off the board.
@@ -41,7 +41,6 @@ void GameSession::prepare()
         tallies_.clearLocalStats();
     setSeq_ = 0;
     localThrows_ = 0;
-    gameBestSet_ = 0;
     winner_ = 0;
 }
 
@@ -51,13 +50,11 @@ void GameSession::start(const GameOptions &options, qint64 gameId, int firstCork
     gameId_ = gameId;
     cork_ = {};
     set_ = {};
+    landed_ = {};
     placed_ = 0;
-    startScore_ = options_.type == GameType::X01_301 ? 301 : 501;
-    scoreHistory_ = {QList<int>{startScore_}, QList<int>{startScore_}};
-    dartsThrown_ = {};
-    shownCricketPoints_ = {};
-    doubledIn_.fill(!options_.doubleIn);
-    cricketMarks_ = {};
+    if (rules_->type() != options_.type)
+        rules_ = makeGameRules(options_.type, advisor_);
+    rules_->start(options_);
     awaitCork(firstCorkThrower);
 }
 
@@ -120,7 +117,8 @@ bool GameSession::canConfirm() const
 int GameSession::placeDart(BoardPoint at)
 {
     // A cork dart is measured where it landed; a dart of a set is scored
-    // where its marker stands, on whole picture pixels.
+    // where its marker stands, on whole picture pixels, and kept as landed
+    // for the computer's count and the sounds.
     if (phase_ == GamePhase::CorkAwaited) {
         cork_[thrower_ - 1] = at;
         placed_ = 1;
@@ -131,6 +129,7 @@ int GameSession::placeDart(BoardPoint at)
     if (phase_ != GamePhase::Turn || placed_ >= 3 || reported_)
         return -1;
     const int index = placed_++;
+    landed_[index] = at;
     set_[index] = onMarkerGrid(at, flightMarkerSide);
     emit dartPlaced(thrower_, index);
     return index;
@@ -148,6 +147,7 @@ int GameSession::undoDart()
     // Only the darts kept are scored and recorded when the set is confirmed.
     const int index = --placed_;
     set_[index].reset();
+    landed_[index].reset();
     return index;
 }
 
@@ -159,8 +159,10 @@ void GameSession::moveDart(int index, BoardPoint at)
             cork_[thrower_ - 1] = shown;
         return;
     }
-    if (phase_ == GamePhase::Turn && index >= 0 && index < placed_)
+    if (phase_ == GamePhase::Turn && index >= 0 && index < placed_) {
         set_[index] = shown;
+        landed_[index] = shown;
+    }
 }
 
 void GameSession::setTarget(int index, BoardPoint at)
@@ -222,6 +224,7 @@ void GameSession::nextTurn()
 {
     phase_ = GamePhase::Turn;
     set_ = {};
+    landed_ = {};
     placed_ = 0;
     reported_ = false;
     scored_ = false;
@@ -232,16 +235,6 @@ void GameSession::nextTurn()
     emit turnStarted(player);
     if (phase_ == GamePhase::Turn && thrower_ == player && throwers_[player - 1])
         throwers_[player - 1]->takeTurn(*this, player);
-}
-
-QList<DartScore> GameSession::placedScores() const
-{
-    QList<DartScore> scores;
-    for (int i = 0; i < placed_; ++i) {
-        if (set_[i])
-            scores.append(scoreFromXY(set_[i]->x, set_[i]->y));
-    }
-    return scores;
 }
 
 DartScore GameSession::targetScore(int index) const
@@ -265,138 +258,60 @@ SetOutcome GameSession::scoreSet()
     if (phase_ != GamePhase::Turn)
         return out;
     scored_ = true;
-    const bool x01 = isX01(options_.type);
-
-    X01Set set;
-    if (x01) {
-        set = scoreX01Set(set_, remaining(p), doubledIn_[p - 1]);
-        if (!doubledIn_[p - 1]) {
-            out.doubleIn = set.doubledIn ? SetOutcome::DoubleIn::DoubledIn : SetOutcome::DoubleIn::Missed;
-            doubledIn_[p - 1] = set.doubledIn;
-        }
-    } else {
-        for (int i = 0; i < 3; ++i) {
-            if (set_[i])
-                set.darts.append(i);
-        }
-    }
-    turnPoints_ = x01 ? set.turnPoints : 0;
-    out.turnPoints = turnPoints_;
-    dartsThrown_[p - 1] += int(set.darts.size());
-    int turnMarks = 0;
-    for (int i : std::as_const(set.darts)) {
-        const BoardPoint at = *set_[i];
-        const DartScore score = scoreFromXY(at.x, at.y);
-        if (p == 2) {
+    static_cast<ScoredSet &>(out) = rules_->scoreSet(p, set_);
+    // The local player's darts the rules dealt with are counted and recorded.
+    if (p == 2) {
+        for (int i : std::as_const(out.darts)) {
+            const BoardPoint at = *set_[i];
             if (options_.keepStats)
-                out.rows.append(dartRow(i, score, at));
+                out.rows.append(dartRow(i, scoreFromXY(at.x, at.y), at));
             ++localThrows_;
         }
-        if (!x01 && score.number > 0 && score.multiplier > 0) {
-            const CricketMark mark =
-                markCricketScore(cricketMarks_, p, score.multiplier, score.number, options_.simpleCricket);
-            if (mark.slot >= 0) {
-                turnMarks += mark.marks;
-                out.marks.append(mark);
-            }
-            if (mark.slotPoints)
-                shownCricketPoints_[p - 1] = cricketPointsOf(cricketMarks_[p - 1]);
-        }
     }
-
-    int left = set.remaining;
-    if (x01 && p == 2 && countsForBestSet(left, options_.doubleOut))
-        gameBestSet_ = std::max(gameBestSet_, turnPoints_);
-    if (x01) {
-        const X01Outcome outcome = x01Outcome(left, options_.doubleOut, set.lastMultiplier);
-        out.bust = outcome == X01Outcome::Bust;
-        if (out.bust)
-            left = remaining(p);
-        out.won = outcome == X01Outcome::Win;
-    } else {
-        out.won = cricketWon(cricketMarks_, p, options_.simpleCricket);
-    }
-
     if (out.won) {
         winner_ = p;
-        tallies_.countGame(p == 2, turnPoints_, localThrows_);
-        GameEnd end;
-        end.winner = p;
-        end.type = options_.type;
-        end.simpleCricket = options_.simpleCricket;
-        end.localCricketPoints = cricketPointsOf(cricketMarks_[1]);
-        end.startScore = startScore_;
-        end.localRemaining = remaining(2);
-        end.localThrows = localThrows_;
-        end.lastSetPoints = turnPoints_;
-        end.bestSet = gameBestSet_;
-        out.result = gameResultRow(end);
+        tallies_.countGame(p == 2, out.turnPoints, localThrows_);
+        out.result = gameResultRow(p == 2, out.turnPoints, localThrows_, rules_->localFigures(p == 2));
         phase_ = GamePhase::GameOver;
         return out;
-    }
-
-    out.applause = applauseCue(options_.type, turnPoints_, turnMarks);
-    if (x01) {
-        out.columnLine = scoreColumnLine(left, remaining(p));
-        scoreHistory_[p - 1].append(left);
     }
     thrower_ = 3 - p;
     return out;
 }
 
-int GameSession::pointsScored(int player) const
-{
-    if (!isX01(options_.type))
-        return 0;
-    return startScore_ - (winner_ == player ? 0 : remaining(player));
-}
-
-std::optional<double> GameSession::threeDartAverage(int player) const
-{
-    const int darts = dartsThrown(player);
-    if (!isX01(options_.type) || darts == 0)
-        return std::nullopt;
-    return pointsScored(player) * 3.0 / darts;
-}
-
-GlanceFigures GameSession::glance(int player) const
-{
-    if (isX01(options_.type))
-        return x01Glance(startScore_ - pointsScored(player), threeDartAverage(player));
-    return cricketGlance(cricketMarks_[player - 1], options_.simpleCricket, shownCricketPoints_[player - 1]);
-}
-
 std::optional<BoardPoint> GameSession::advice() const
 {
-    const int p = thrower_;
-    if (options_.type == GameType::Cricket)
-        return nextCricketTarget(cricketMarks_, p, placedScores(), options_.simpleCricket);
-    const DartScore aim = nextX01Aim(placedScores(), remaining(p), doubledIn_[p - 1], options_.doubleOut, chart_);
-    return aimPoint(aim.multiplier, aim.number);
+    return rules_->advice(thrower_, set_);
 }
 
 QString GameSession::liveText() const
 {
     if (placed_ == 0)
         return turnPromptText();
-    const QString &name = options_.names[thrower_ - 1];
-    if (options_.type == GameType::Cricket)
-        return cricketLiveText(name, set_, placed_);
-    return x01LiveText(name, set_, placed_, remaining(thrower_), doubledIn_[thrower_ - 1],
-                       options_.doubleOut, chart_);
+    return rules_->liveText(options_.names[thrower_ - 1], thrower_, set_, placed_);
 }
 
 QString GameSession::turnPromptText() const
 {
-    const QString &name = options_.names[thrower_ - 1];
-    if (options_.type == GameType::Cricket)
-        return turnPrompt(name);
-    return x01TurnPrompt(name, remaining(thrower_), doubledIn_[thrower_ - 1], options_.doubleOut, chart_);
+    return rules_->turnPrompt(options_.names[thrower_ - 1], thrower_);
 }
 
 QString GameSession::gameOverText() const
 {
     return tavrix::gameOverText(messageName(winner_));
+}
+
+DartSounds GameSession::dartSounds(int index, std::optional<DartScore> aimedAt) const
+{
+    DartSounds sounds;
+    if (index < 0 || index > 2 || !landed_[index])
+        return sounds;
+    const BoardPoint at = *landed_[index];
+    const bool here = throwerMarksHere();
+    sounds.landing = landingCue(at);
+    sounds.hit = rules_->hitCue(thrower_, scoreFromXY(at.x, at.y), here ? targetScore(index) : aimedAt, here);
+    sounds.hitWaits = !here;
+    return sounds;
 }
 
 } // namespace tavrix

@@ -2,26 +2,27 @@
 
 // One game between player 1 (the opponent) and player 2 (the local player),
 // without any widget: its phase, whose turn it is, the cork, the darts of the
-// set being thrown, the scores and marks, and what a confirmed set did. The
-// window shows what this model says; the two sides feed it darts through the
-// Thrower interface and never tell it who they are.
+// set being thrown, and what a confirmed set did. The scores, marks, texts
+// and advice belong to the rules of the game's type (GameRules), which it
+// asks. The window shows what this model says; the two sides feed it darts
+// through the Thrower interface and never tell it who they are.
 
 #include "core/board/board_geometry.h"
-#include "core/games/cricket_rules.h"
+#include "core/games/game_options.h"
+#include "core/games/game_rules.h"
 #include "core/games/play_rules.h"
-#include "core/games/x01_rules.h"
-#include "core/stats/game_codes.h"
 #include "core/stats/local_tallies.h"
 #include "core/stats/stats_store.h"
 
 #include <QObject>
 
 #include <array>
+#include <memory>
 #include <optional>
 
 namespace tavrix {
 
-class CheckoutChart;
+class Advisor;
 class Thrower;
 struct Session;
 
@@ -34,48 +35,28 @@ enum class GamePhase {
     GameOver,
 };
 
-// Which end of a network connection this copy is, in a game over the network.
-enum class NetRole { None, Server, Client };
-
-struct GameOptions {
-    GameType type = GameType::X01_501;
-    OpponentKind opponent = OpponentKind::Computer;
-    SkillLevel skill = SkillLevel::BPlayer;
-    bool doubleIn = false;
-    bool doubleOut = true;
-    bool simpleCricket = false;
-    // The local player's darts are recorded with their targets.
-    bool keepStats = false;
-    // Player 1 and player 2 as the score boards name them.
-    std::array<QString, 2> names;
-    // Played against another copy of the program: player 1 is its player.
-    NetRole netRole = NetRole::None;
+// What a confirmed set did, in the order it is to be shown: what the rules
+// made of it, the local player's darts to record, and the `games` row when
+// it won.
+struct SetOutcome : ScoredSet {
+    int player = 0;
+    QList<GameDart> rows;
+    GameResult result;
 };
 
-// What a confirmed set did, in the order it is to be shown.
-struct SetOutcome {
-    enum class DoubleIn { NotAsked, DoubledIn, Missed };
-
-    int player = 0;
-    DoubleIn doubleIn = DoubleIn::NotAsked;
-    // The local player's darts to record.
-    QList<GameDart> rows;
-    // The Cricket marks the set added, dart by dart.
-    QList<CricketMark> marks;
-    bool bust = false;
-    bool won = false;
-    // Neither set when the game was won.
-    std::optional<SoundCue> applause;
-    QString columnLine; // 301/501
-    int turnPoints = 0;
-    GameResult result;  // when won
+// The sounds of a dart: its landing, which the thrower waits for, and the
+// sound of a hit, which only the computer's darts wait for.
+struct DartSounds {
+    SoundCue landing = SoundCue::Splat;
+    std::optional<SoundCue> hit;
+    bool hitWaits = false;
 };
 
 class GameSession : public QObject {
     Q_OBJECT
 
 public:
-    GameSession(const CheckoutChart &chart, const Session &session, QObject *parent = nullptr);
+    GameSession(const Advisor &advisor, const Session &session, QObject *parent = nullptr);
 
     // Player 1's side and player 2's; kept until changed.
     void setThrowers(Thrower *player1, Thrower *player2);
@@ -96,9 +77,9 @@ public:
     // Back to no game; a side throwing stops.
     void reset();
 
-    // A dart of the side whose cork or turn it is, at a board position; it
-    // stands where its marker is shown, on whole picture pixels. Returns the
-    // dart's index in its set, or -1 when no dart is awaited.
+    // A dart of the side whose cork or turn it is, where it landed; a dart of
+    // a set is scored where its marker shows it, on whole picture pixels.
+    // Returns the dart's index in its set, or -1 when no dart is awaited.
     int placeDart(BoardPoint at);
     // Takes back the last dart marked at this board in the set being thrown,
     // as though it had never been placed. Returns its index, or -1 when there
@@ -135,10 +116,14 @@ public:
     // Whether the main button may be clicked now.
     bool canConfirm() const;
 
-    // The darts of the set being thrown, and how many were placed.
+    // The rules of the game being played (or last set up).
+    const GameRules &rules() const { return *rules_; }
+
+    // The darts of the set being thrown as their markers show them, and how
+    // many were placed; the same with where each landed.
     const SetDarts &setDarts() const { return set_; }
+    TurnDarts turnDarts() const { return {landed_, set_, placed_}; }
     int dartsPlaced() const { return placed_; }
-    QList<DartScore> placedScores() const;
     std::optional<BoardPoint> corkDart(int player) const { return cork_[player - 1]; }
     // The area the target of dart `index` stands on.
     DartScore targetScore(int index) const;
@@ -146,31 +131,34 @@ public:
     QString corkResultText() const;
     QList<GameDart> corkRows() const;
 
-    // 301/501.
-    int remaining(int player) const { return scoreHistory_[player - 1].last(); }
-    bool doubledIn(int player) const { return doubledIn_[player - 1]; }
-    // Darts of the player's confirmed sets that counted (a finishing set
-    // stops at the finishing dart), and the points they took off in 301/501.
-    int dartsThrown(int player) const { return dartsThrown_[player - 1]; }
-    int pointsScored(int player) const;
-    // Points per three darts in 301/501; none before the first dart.
-    std::optional<double> threeDartAverage(int player) const;
-    // The player's standing for the large figures beside the score board.
-    GlanceFigures glance(int player) const;
-    // Cricket.
-    const CricketMarks &cricketMarks() const { return cricketMarks_; }
+    // The player's standing for the large figures beside the score board,
+    // and the numbers both players have closed (Cricket).
+    GlanceFigures glance(int player) const { return rules_->glance(player); }
+    std::array<bool, 7> closedNumbers() const { return rules_->closedNumbers(); }
 
     // The record against the present opponent since it was last cleared.
     const LocalTallies &tallies() const { return tallies_; }
 
     // Where the thrower at this board is advised to aim the next dart.
     std::optional<BoardPoint> advice() const;
+    // Whether the first dart of the turn that starts is advised.
+    bool advisesFirstDart() const { return rules_->advisesFirstDart(thrower_); }
     // The text of the turn so far for the thrower marking at this board; the
     // turn's prompt while no dart is marked.
     QString liveText() const;
     // "Name: Throw your darts..." when a turn at this board starts.
     QString turnPromptText() const;
     QString gameOverText() const;
+
+    // The sounds of dart `index` of the set: a dart marked at this board was
+    // aimed at its target, a dart of another side at `aimedAt`.
+    DartSounds dartSounds(int index, std::optional<DartScore> aimedAt = std::nullopt) const;
+
+    // A side throwing dart by dart: where the computer aims next, whether the
+    // turn is decided, and the points its report names.
+    std::optional<ComputerAim> computerAim() const { return rules_->computerAim(thrower_, turnDarts()); }
+    bool turnDecided() const { return rules_->turnDecided(thrower_, turnDarts()); }
+    std::optional<int> reportedPoints() const { return rules_->reportedPoints(thrower_, turnDarts()); }
 
 signals:
     // The cork of `player` is awaited.
@@ -188,8 +176,9 @@ private:
     void awaitCork(int player);
     GameDart dartRow(int index, DartScore score, BoardPoint at) const;
 
-    const CheckoutChart &chart_;
+    const Advisor &advisor_;
     const Session &session_;
+    std::unique_ptr<GameRules> rules_;
     std::array<Thrower *, 2> throwers_{};
 
     GameOptions options_;
@@ -202,6 +191,7 @@ private:
     int firstCorkThrower_ = 2;
     std::array<std::optional<BoardPoint>, 2> cork_;
     SetDarts set_{};
+    SetDarts landed_{};
     int placed_ = 0;
     bool reported_ = false;
     // The set was scored; it stays on the board until the next turn.
@@ -211,15 +201,6 @@ private:
 
     int setSeq_ = 0;
     int localThrows_ = 0;
-    int startScore_ = 0;
-    int gameBestSet_ = 0;
-    int turnPoints_ = 0;
-    std::array<bool, 2> doubledIn_{};
-    std::array<QList<int>, 2> scoreHistory_;
-    std::array<int, 2> dartsThrown_{};
-    // Cricket points as the totals show them: set when a dart scores.
-    std::array<int, 2> shownCricketPoints_{};
-    CricketMarks cricketMarks_{};
     LocalTallies tallies_;
     int winner_ = 0;
 };

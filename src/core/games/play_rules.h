@@ -1,15 +1,12 @@
 #pragma once
 
-// The rules of play around the scoring itself, as pure functions: who wins
-// the cork, which sounds a dart or a set earns, what is recorded with a dart
-// and with a finished game, and the texts a game shows.
+// The rules of play around the scoring itself, the same for every type of
+// game, as pure functions: who wins the cork, what is recorded with a dart
+// and with a finished game, and the texts of the cork, the alerts and the
+// end of a game.
 
 #include "core/board/board_geometry.h"
-#include "core/games/checkout_chart.h"
-#include "core/games/cricket_rules.h"
-#include "core/sound/sound_cue.h"
-#include "core/stats/game_codes.h"
-#include "core/stats/local_tallies.h"
+#include "core/games/game_rules.h"
 #include "core/stats/stats_store.h"
 
 #include <QList>
@@ -45,21 +42,6 @@ QString corkResultText(bool vsComputer, const std::array<QString, 2> &names, dou
 
 // --- Darts and sets -----------------------------------------------------------
 
-// The sound of a dart landing: a boing off a wire, a splat anywhere else.
-SoundCue landingCue(BoardPoint at);
-
-// The extra sound of a dart marked in 301/501: on the target it was aimed at,
-// a fanfare for a treble, a harp for anything else.
-std::optional<SoundCue> x01HitCue(DartScore score, DartScore target);
-
-// The extra sound of a dart marked in Cricket: a double or treble on a number
-// the other player has not closed.
-std::optional<SoundCue> cricketHitCue(DartScore score, const CricketRow &otherPlayer);
-
-// The applause a set earns: 60, 100 or 140 and more points in 301/501; 3, 6
-// or 8 and more marks in Cricket.
-std::optional<SoundCue> applauseCue(GameType type, int turnPoints, int turnMarks);
-
 // How a dart's target is recorded: the bull as number 25 in ring 1, aimed at
 // the bull's centre; any other area as its own number and ring, aimed at its
 // aiming point.
@@ -70,24 +52,6 @@ struct RecordedTarget {
 };
 RecordedTarget recordedTarget(DartScore target);
 
-// The line added to a 301/501 score column after a set: the new score on a
-// line of its own, or "*" when the score did not change.
-QString scoreColumnLine(int remaining, int previous);
-
-// --- Turns ---------------------------------------------------------------------
-
-// "Name: Throw your darts, ..." for a Cricket turn at this board.
-QString turnPrompt(const QString &name);
-
-// The same for 301/501, with the best out from `remaining` when there is one,
-// else the advice of T20 once doubled in, and a reminder while not doubled in.
-QString x01TurnPrompt(const QString &name, int remaining, bool doubledIn, bool doubleOut,
-                      const CheckoutChart &chart);
-
-// Cricket's live text for the darts marked so far.
-QString cricketLiveText(const QString &name, const std::array<std::optional<BoardPoint>, 3> &darts,
-                        int marked);
-
 // --- Alerts --------------------------------------------------------------------
 
 enum class AlertKind { DoubledIn, NotDoubledIn, Bust };
@@ -97,38 +61,12 @@ QString alertTitle(AlertKind kind, QRandomGenerator &random);
 
 // --- The end of a game ------------------------------------------------------------
 
-struct GameEnd {
-    int winner = 0;          // 1 the opponent, 2 the local player
-    GameType type = GameType::None;
-    bool simpleCricket = false;
-    int localCricketPoints = 0;
-    int startScore = 0;
-    int localRemaining = 0;  // the local player's score before the last set
-    int localThrows = 0;     // the local player's darts of the game
-    int lastSetPoints = 0;   // the winning set's points
-    int bestSet = 0;         // the local player's best set
-};
-
-// The `games` row of a finished game.
-GameResult gameResultRow(const GameEnd &end);
+// The `games` row of a finished game: won or lost by the local player, the
+// winning set's points, the local player's darts of the game, and what the
+// game's rules record of the local player.
+GameResult gameResultRow(bool localWon, int lastSetPoints, int localThrows, const LocalFigures &figures);
 
 // "Name won that one. ..." shown after a game.
 QString gameOverText(const QString &winner);
-
-// --- The score at a glance --------------------------------------------------
-
-// A player's standing in large figures, with a line under it.
-struct GlanceFigures {
-    QString figure;
-    QString detail;
-};
-
-// 301/501: the score left and the three-dart average so far.
-GlanceFigures x01Glance(int left, std::optional<double> average);
-// Cricket: the points under Standard rules (as the totals show them),
-// else the numbers closed.
-GlanceFigures cricketGlance(const CricketRow &row, bool simple, int points);
-// The slots (bull, 20 down to 15) both players have closed.
-std::array<bool, 7> closedByBoth(const CricketMarks &marks);
 
 } // namespace tavrix

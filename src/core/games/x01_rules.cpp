@@ -1,43 +1,38 @@
 #include "core/games/x01_rules.h"
 
+#include "core/games/checkout_chart.h"
+#include "core/games/game_options.h"
+
+#include <algorithm>
+
 namespace tavrix {
 
-int findDoubleIn(const SetDarts &darts)
+bool doublesIn(DartScore score, X01Reading reading)
 {
-    for (int i = 0; i < 3; ++i) {
-        // A dart not on the board lies off it and cannot double in.
-        const BoardPoint at = darts[i].value_or(BoardPoint{1000, 1000});
-        const int ring = ringFromXY(at.x, at.y);
-        if ((ring == RingDouble && segmentFromXY(at.x, at.y) > 0) || ring == RingBull)
-            return i;
-    }
-    return -1;
+    return reading == X01Reading::Scored ? score.isDouble() : score.multiplier == 2;
 }
 
-X01Set scoreX01Set(const SetDarts &darts, int remaining, bool doubledIn)
+X01Count countX01Set(const SetDarts &darts, int remaining, bool doubledIn, X01Reading reading)
 {
-    X01Set set;
-    int firstCounted = 0;
-    if (!doubledIn) {
-        const int k = findDoubleIn(darts);
-        set.doubledIn = k >= 0;
-        firstCounted = k >= 0 ? k : 3;
-    }
-    set.remaining = remaining;
+    X01Count count;
+    count.doubledIn = doubledIn;
+    count.remaining = remaining;
     for (int i = 0; i < 3; ++i) {
         if (!darts[i])
             continue;
         const DartScore score = scoreFromXY(darts[i]->x, darts[i]->y);
-        set.lastMultiplier = score.multiplier;
-        set.darts.append(i);
-        if (i >= firstCounted) {
-            set.remaining -= score.multiplier * score.number;
-            set.turnPoints += score.multiplier * score.number;
-            if (set.remaining <= 1)
-                break;
-        }
+        if (!count.doubledIn && doublesIn(score, reading))
+            count.doubledIn = true;
+        count.lastMultiplier = score.multiplier;
+        count.darts.append(i);
+        if (!count.doubledIn)
+            continue;
+        count.remaining -= score.multiplier * score.number;
+        count.points += score.multiplier * score.number;
+        if (reading == X01Reading::Scored && count.remaining <= 1)
+            break;
     }
-    return set;
+    return count;
 }
 
 X01Outcome x01Outcome(int remaining, bool doubleOut, int lastMultiplier)
@@ -54,83 +49,166 @@ bool countsForBestSet(int remaining, bool doubleOut)
     return remaining == 0 || remaining > 1 || (remaining == 1 && !doubleOut);
 }
 
-DartScore nextX01Aim(const QList<DartScore> &placed, int remaining, bool doubledIn,
-                     bool doubleOut, const CheckoutChart &chart)
+QString scoreColumnLine(int remaining, int previous)
 {
-    for (const DartScore &dart : placed) {
-        if (dart.multiplier == 2)
-            doubledIn = true;
-        if (doubledIn)
-            remaining -= dart.multiplier * dart.number;
-    }
-    if (!doubledIn)
-        return {2, 20};
-    const DartRoute route = chart.checkoutDarts(remaining, doubleOut);
-    return route.isEmpty() ? DartScore{} : route.first();
+    return remaining != previous ? QStringLiteral("\n") + QString::number(remaining) : QStringLiteral("*");
 }
 
-QString joinDartTexts(const QStringList &texts)
+X01Rules::X01Rules(GameType type, const Advisor &advisor)
+    : type_(type)
+    , advisor_(advisor)
 {
-    QString list;
-    for (qsizetype i = 0; i < texts.size(); ++i) {
-        if (i > 0)
-            list += i == texts.size() - 1 ? QStringLiteral(", and ") : QStringLiteral(", ");
-        list += texts[i];
-    }
-    return list;
+    start(GameOptions{});
 }
 
-QString dartListText(const SetDarts &darts)
+void X01Rules::start(const GameOptions &options)
 {
-    QStringList texts;
-    for (const std::optional<BoardPoint> &dart : darts) {
-        if (dart)
-            texts.append(dartDescriptionFromXY(dart->x, dart->y));
-    }
-    return joinDartTexts(texts);
+    doubleOut_ = options.doubleOut;
+    startScore_ = type_ == GameType::X01_301 ? 301 : 501;
+    history_ = {QList<int>{startScore_}, QList<int>{startScore_}};
+    doubledIn_.fill(!options.doubleIn);
+    dartsThrown_ = {};
+    localBestSet_ = 0;
+    winner_ = 0;
 }
 
-QString x01LiveText(const QString &name, const SetDarts &darts, int pipCount, int remaining,
-                    bool doubledIn, bool doubleOut, const CheckoutChart &chart)
+ScoredSet X01Rules::scoreSet(int player, const SetDarts &darts)
 {
-    QString text;
-    QString recommendation;
-    int points = 0;
-    bool any = false;
-    for (int i = 0; i < 3; ++i) {
-        if (!darts[i])
-            continue;
-        any = true;
-        const DartScore score = scoreFromXY(darts[i]->x, darts[i]->y);
-        // The live advice takes any multiplier 2 as a double, wire or not.
-        if (!doubledIn && score.multiplier == 2)
-            doubledIn = true;
-        if (doubledIn)
-            points += score.multiplier * score.number;
-        text = QStringLiteral("\n") + name + QStringLiteral(" threw: ") + dartListText(darts)
-               + QStringLiteral(" for ") + QString::number(points) + QStringLiteral(" points.");
-        if (pipCount >= 3) {
-            text += QStringLiteral("\n\nAdjust darts if necessary and click \"Ok\" to continue.");
-        } else if (doubledIn) {
-            remaining -= score.multiplier * score.number;
-            const DartRoute route = chart.checkoutDarts(remaining, doubleOut);
-            const DartScore next = route.isEmpty() ? DartScore{} : route.first();
-            recommendation = next.multiplier == 0
-                                 ? QString()
-                                 : QStringLiteral("SDT").mid(next.multiplier - 1, 1)
-                                       + QString::number(next.number);
-        } else {
-            recommendation = QStringLiteral("D20");
-        }
+    const int p = player - 1;
+    const X01Count count = countX01Set(darts, remaining(player), doubledIn_[p], X01Reading::Scored);
+    ScoredSet out;
+    if (!doubledIn_[p]) {
+        out.doubleIn = count.doubledIn ? ScoredSet::DoubleIn::DoubledIn : ScoredSet::DoubleIn::Missed;
+        doubledIn_[p] = count.doubledIn;
     }
-    if (any && pipCount < 3) {
-        if (recommendation.isEmpty())
-            text += remaining == 0 ? QStringLiteral("\n\nGame over?")
-                                   : QStringLiteral("\n\nNo recommendations.");
-        else
-            text += QStringLiteral("\n\nRecommend ") + recommendation + QStringLiteral(" next.");
+    out.darts = count.darts;
+    out.turnPoints = count.points;
+    dartsThrown_[p] += int(count.darts.size());
+
+    int left = count.remaining;
+    if (player == 2 && countsForBestSet(left, doubleOut_))
+        localBestSet_ = std::max(localBestSet_, count.points);
+    const X01Outcome outcome = x01Outcome(left, doubleOut_, count.lastMultiplier);
+    out.bust = outcome == X01Outcome::Bust;
+    if (out.bust)
+        left = remaining(player);
+    out.won = outcome == X01Outcome::Win;
+    if (out.won) {
+        winner_ = player;
+        return out;
     }
+    if (count.points >= 140)
+        out.applause = SoundCue::Applause140;
+    else if (count.points >= 100)
+        out.applause = SoundCue::Applause100;
+    else if (count.points >= 60)
+        out.applause = SoundCue::Applause60;
+    out.columnLine = scoreColumnLine(left, remaining(player));
+    history_[p].append(left);
+    return out;
+}
+
+LocalFigures X01Rules::localFigures(bool localWon) const
+{
+    return {startScore_ - (localWon ? 0 : remaining(2)), localBestSet_};
+}
+
+int X01Rules::pointsScored(int player) const
+{
+    return startScore_ - (winner_ == player ? 0 : remaining(player));
+}
+
+std::optional<double> X01Rules::threeDartAverage(int player) const
+{
+    const int darts = dartsThrown(player);
+    if (darts == 0)
+        return std::nullopt;
+    return pointsScored(player) * 3.0 / darts;
+}
+
+GlanceFigures X01Rules::glance(int player) const
+{
+    const std::optional<double> average = threeDartAverage(player);
+    return {QString::number(startScore_ - pointsScored(player)),
+            QStringLiteral("Avg ") + (average ? QString::number(*average, 'f', 2) : QStringLiteral("-"))};
+}
+
+QString X01Rules::turnPrompt(const QString &name, int player) const
+{
+    const QString bestOut = dartCodesText(advisor_.bestOut(remaining(player), doubleOut_));
+    QString text = tavrix::turnPrompt(name);
+    if (!bestOut.isEmpty())
+        text += QStringLiteral("\n\nBest Out: ") + bestOut;
+    else if (doubledIn(player))
+        text += QStringLiteral("\n\nRecommend T20 next.");
+    if (!doubledIn(player))
+        text += QStringLiteral("\n\nYou have not yet doubled in.");
     return text;
+}
+
+X01Count X01Rules::asThrown(int player, const SetDarts &darts) const
+{
+    return countX01Set(darts, remaining(player), doubledIn(player), X01Reading::AsThrown);
+}
+
+X01Standing X01Rules::standing(const X01Count &count) const
+{
+    return {count.remaining, count.doubledIn, doubleOut_};
+}
+
+QString X01Rules::liveText(const QString &name, int player, const SetDarts &darts, int placed) const
+{
+    const X01Count count = asThrown(player, darts);
+    if (count.darts.isEmpty())
+        return {};
+    QString text = QStringLiteral("\n") + name + QStringLiteral(" threw: ") + dartListText(darts)
+                   + QStringLiteral(" for ") + QString::number(count.points) + QStringLiteral(" points.");
+    if (placed >= 3)
+        return text + adjustDartsText();
+    const DartScore next = advisor_.x01Target(standing(count));
+    if (next.multiplier > 0)
+        return text + QStringLiteral("\n\nRecommend ") + QStringLiteral("SDT").mid(next.multiplier - 1, 1)
+               + QString::number(next.number) + QStringLiteral(" next.");
+    return text + (count.remaining == 0 ? QStringLiteral("\n\nGame over?") : QStringLiteral("\n\nNo recommendations."));
+}
+
+std::optional<BoardPoint> X01Rules::advice(int player, const SetDarts &darts) const
+{
+    const DartScore target = advisor_.x01Target(standing(asThrown(player, darts)));
+    return aimPoint(target.multiplier, target.number);
+}
+
+std::optional<ComputerAim> X01Rules::computerAim(int player, const TurnDarts &turn) const
+{
+    const DartScore target = advisor_.x01Target(standing(asThrown(player, turn.landed)));
+    if (target.multiplier == 0)
+        return std::nullopt;
+    return ComputerAim{aimPoint(target.multiplier, target.number), target};
+}
+
+bool X01Rules::turnDecided(int player, const TurnDarts &turn) const
+{
+    // A finish, or a score of 1 or less that will bust: the rest are withheld.
+    return asThrown(player, turn.landed).remaining < 2;
+}
+
+std::optional<int> X01Rules::reportedPoints(int player, const TurnDarts &turn) const
+{
+    return asThrown(player, turn.landed).points;
+}
+
+std::optional<SoundCue> X01Rules::hitCue(int, DartScore scored, std::optional<DartScore> aimedAt,
+                                         bool atThisBoard) const
+{
+    // The player at this board hears the harp for any hit of the area the
+    // advice showed; the computer only for a double it aimed at.
+    if (!aimedAt || scored != *aimedAt)
+        return std::nullopt;
+    if (scored.multiplier == 3)
+        return SoundCue::Fanfare;
+    if (atThisBoard || scored.multiplier == 2)
+        return SoundCue::Harp;
+    return std::nullopt;
 }
 
 } // namespace tavrix

@@ -1,42 +1,44 @@
 #pragma once
 
-// The rules of 301 and 501 as pure functions: doubling in, scoring a set of
-// three darts, busts and wins, and the advice for the next dart.
+// The rules of 301 and 501: doubling in, counting the darts of a set,
+// busts and wins, the best set, the texts and advice of a turn, and the
+// computer's aim.
 
-#include "core/board/board_geometry.h"
-#include "core/games/checkout_chart.h"
+#include "core/games/advisor.h"
+#include "core/games/game_rules.h"
 
 #include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <array>
 #include <optional>
 
 namespace tavrix {
 
-// The darts of a set in order; a dart not on the board (its marker hidden)
-// is empty.
-using SetDarts = std::array<std::optional<BoardPoint>, 3>;
+// How the darts of a set are read. A confirmed set is scored: the double of
+// a numbered segment or the bull doubles in, and the darts after the score
+// reaches 1 or less are not dealt with. While darts are being thrown, the
+// live text, the advice and the computer read them as thrown: any dart in
+// the double ring doubles in, a wire between two doubles too, and every dart
+// counts.
+enum class X01Reading { Scored, AsThrown };
 
-// The first dart that lands in a double of a numbered segment or in the
-// inner bull, or -1. A dart on a wire in the double ring does not double in.
-int findDoubleIn(const SetDarts &darts);
+// Whether a dart doubles in a player who has not yet.
+bool doublesIn(DartScore score, X01Reading reading);
 
-struct X01Set {
-    // Whether the set doubled in (only asked when the player had not yet).
+struct X01Count {
+    // Whether the player is doubled in after the darts.
     bool doubledIn = false;
-    // The darts of the set that were dealt with, in order: the ones after
-    // the score reached 1 or less are neither scored nor recorded.
+    // The darts dealt with, in order.
     QList<int> darts;
     int remaining = 0;  // before any bust is undone
-    int turnPoints = 0; // points of the counted darts
+    int points = 0;     // of the counted darts: from the doubling dart on
     int lastMultiplier = 0;
 };
 
-// Scores a confirmed set from `remaining`; a player not yet doubled in
+// Counts the darts of a set from `remaining`; a player not yet doubled in
 // counts from the doubling dart on, or nothing without one.
-X01Set scoreX01Set(const SetDarts &darts, int remaining, bool doubledIn);
+X01Count countX01Set(const SetDarts &darts, int remaining, bool doubledIn, X01Reading reading);
 
 enum class X01Outcome { Continue, Bust, Win };
 
@@ -49,21 +51,55 @@ X01Outcome x01Outcome(int remaining, bool doubleOut, int lastMultiplier);
 // out, although that is a bust.
 bool countsForBestSet(int remaining, bool doubleOut);
 
-// Where to aim the next dart: what the chart says for the score left after
-// the darts already placed, or double 20 until the player doubles in.
-DartScore nextX01Aim(const QList<DartScore> &placed, int remaining, bool doubledIn,
-                     bool doubleOut, const CheckoutChart &chart);
+// The line added to a score column after a set: the new score on a line of
+// its own, or "*" when the score did not change.
+QString scoreColumnLine(int remaining, int previous);
 
-// The live text for the darts of a turn marked so far: what was thrown,
-// for how many points, and the advice for the next dart.
-QString x01LiveText(const QString &name, const SetDarts &darts, int pipCount, int remaining,
-                    bool doubledIn, bool doubleOut, const CheckoutChart &chart);
+class X01Rules : public GameRules {
+public:
+    explicit X01Rules(GameType type, const Advisor &advisor);
 
-// Joins dart descriptions as every list of a set shows them:
-// "a", "a, and b", "a, b, and c".
-QString joinDartTexts(const QStringList &texts);
+    GameType type() const override { return type_; }
+    void start(const GameOptions &options) override;
+    ScoredSet scoreSet(int player, const SetDarts &darts) override;
+    LocalFigures localFigures(bool localWon) const override;
+    GlanceFigures glance(int player) const override;
+    QString turnPrompt(const QString &name, int player) const override;
+    QString liveText(const QString &name, int player, const SetDarts &darts, int placed) const override;
+    std::optional<BoardPoint> advice(int player, const SetDarts &darts) const override;
+    bool advisesFirstDart(int) const override { return true; }
+    std::optional<ComputerAim> computerAim(int player, const TurnDarts &turn) const override;
+    bool turnDecided(int player, const TurnDarts &turn) const override;
+    bool turnEndsWithLastSentDart() const override { return true; }
+    std::optional<int> reportedPoints(int player, const TurnDarts &turn) const override;
+    std::optional<SoundCue> hitCue(int player, DartScore scored, std::optional<DartScore> aimedAt,
+                                   bool atThisBoard) const override;
 
-// The descriptions of the darts on the board, joined as above.
-QString dartListText(const SetDarts &darts);
+    int startScore() const { return startScore_; }
+    // The score left after the player's last confirmed set.
+    int remaining(int player) const { return history_[player - 1].last(); }
+    bool doubledIn(int player) const { return doubledIn_[player - 1]; }
+    // Darts of the player's confirmed sets that counted, and the points they
+    // took off.
+    int dartsThrown(int player) const { return dartsThrown_[player - 1]; }
+    int pointsScored(int player) const;
+    // Points per three darts; none before the first dart.
+    std::optional<double> threeDartAverage(int player) const;
+
+private:
+    // The darts thrown so far in a turn, read as thrown.
+    X01Count asThrown(int player, const SetDarts &darts) const;
+    X01Standing standing(const X01Count &count) const;
+
+    GameType type_;
+    const Advisor &advisor_;
+    bool doubleOut_ = true;
+    int startScore_ = 501;
+    std::array<QList<int>, 2> history_;
+    std::array<bool, 2> doubledIn_{};
+    std::array<int, 2> dartsThrown_{};
+    int localBestSet_ = 0;
+    int winner_ = 0;
+};
 
 } // namespace tavrix

@@ -1,7 +1,7 @@
 #include "core/opponent/dart_by_dart_opponent.h"
 
-#include "core/games/cricket_rules.h"
 #include "core/games/game_session.h"
+#include "core/opponent/computer_turn_rules.h"
 #include "core/sound/sound_cue.h"
 
 #include <QTimer>
@@ -22,18 +22,13 @@ void DartByDartOpponent::takeTurn(GameSession &game, int player)
 {
     game_ = &game;
     player_ = player;
-    dartCount_ = 0;
-    cricketTexts_.clear();
-    x01_.reset();
-    if (isX01(game.options().type))
-        x01_.emplace(game.remaining(player), game.doubledIn(player));
+    dartTexts_.clear();
     throwTimer_->start();
 }
 
 void DartByDartOpponent::stop()
 {
     throwTimer_->stop();
-    x01_.reset();
     game_ = nullptr;
 }
 
@@ -44,84 +39,43 @@ void DartByDartOpponent::ThrowTimer_Timer()
     throwTimer_->stop();
     if (!game_ || game_->phase() != GamePhase::Turn)
         return;
-    if (x01_)
-        x01Tick();
-    else
-        cricketTick();
-}
-
-void DartByDartOpponent::landingSounds(const NextDart &dart, DartScore scored)
-{
-    if (landingCue({dart.landed.x, dart.landed.y}) == SoundCue::Boing) {
-        sounds_.play(SoundCue::Boing, true);
-        return;
-    }
-    sounds_.play(SoundCue::Splat, true);
-    const bool hit = dart.aimedAt && scored == *dart.aimedAt;
-    if (hit && scored.multiplier == 3)
-        sounds_.play(SoundCue::Fanfare, true);
-    else if (hit && scored.multiplier == 2)
-        sounds_.play(SoundCue::Harp, true);
-}
-
-void DartByDartOpponent::x01Tick()
-{
-    if (x01_->dartCount() < 3) {
-        if (const std::optional<NextDart> dart = nextDart(*game_, player_, dartCount_, &*x01_)) {
+    const int index = game_->dartsPlaced();
+    if (index < 3) {
+        if (const std::optional<NextDart> dart = nextDart(*game_, index)) {
             const SimulatedDart &landed = dart->landed;
-            const DartScore scored = x01_->count(landed.x, landed.y, landed.description);
             game_->placeDart({landed.x, landed.y});
-            landingSounds(*dart, scored);
-            ++dartCount_;
-            if (!game_ || !x01_)
+            dartTexts_.append(landed.description);
+            // The landing, and the fanfare or harp of a hit; each waits.
+            const DartSounds sounds = game_->dartSounds(index, dart->aimedAt);
+            sounds_.play(sounds.landing, true);
+            if (sounds.hit)
+                sounds_.play(*sounds.hit, sounds.hitWaits);
+            if (!game_)
                 return; // the game was quit while the dart landed
-            if (!x01_->over() && hasDart(dartCount_)) {
+            const bool more = index + 1 < 3 && !game_->turnDecided()
+                              && (!game_->rules().turnEndsWithLastSentDart() || hasDart(index + 1));
+            if (more) {
                 throwTimer_->start();
                 return;
             }
         }
     }
-    report(x01_->dartTexts, x01_->turnPoints);
+    report();
 }
 
-void DartByDartOpponent::cricketTick()
+void DartByDartOpponent::report()
 {
-    bool noDart = dartCount_ >= 3;
-    if (!noDart) {
-        const std::optional<NextDart> dart = nextDart(*game_, player_, dartCount_, nullptr);
-        noDart = !dart;
-        if (dart) {
-            const SimulatedDart &landed = dart->landed;
-            game_->placeDart({landed.x, landed.y});
-            cricketTexts_.append(landed.description);
-            landingSounds(*dart, scoreFromXY(landed.x, landed.y));
-            ++dartCount_;
-            if (!game_)
-                return;
-        }
-    }
-    if (dartCount_ < 3 && !noDart) {
-        throwTimer_->start();
-        return;
-    }
-    report(cricketTexts_, std::nullopt);
-}
-
-void DartByDartOpponent::report(const QStringList &texts, std::optional<int> turnPoints)
-{
-    const QString text = computerTurnReport(game_->messageName(player_), texts, turnPoints);
     GameSession *game = game_;
-    x01_.reset();
+    const QString text = computerTurnReport(game->messageName(player_), dartTexts_, game->reportedPoints());
     game_ = nullptr;
     game->reportTurn(text);
 }
 
 // --- The computer -------------------------------------------------------------
 
-ComputerOpponent::ComputerOpponent(SoundOut &sounds, const CheckoutChart &chart, QRandomGenerator &random,
-                                   const SkillProfile &profile, QObject *parent)
+ComputerOpponent::ComputerOpponent(SoundOut &sounds, QRandomGenerator &random, const SkillProfile &profile,
+                                   QObject *parent)
     : DartByDartOpponent(sounds, parent)
-    , chart_(chart)
     , random_(random)
     , profile_(profile)
 {
@@ -136,20 +90,12 @@ void ComputerOpponent::throwCork(GameSession &game, int)
     game.confirmCork();
 }
 
-std::optional<DartByDartOpponent::NextDart>
-ComputerOpponent::nextDart(const GameSession &game, int player, int, const ComputerX01Turn *live)
+std::optional<DartByDartOpponent::NextDart> ComputerOpponent::nextDart(const GameSession &game, int)
 {
-    if (live) {
-        const DartScore target =
-            computerX01Target(live->doubledIn, live->remaining, game.options().doubleOut, chart_);
-        const BoardPoint aim = targetPoint(target);
-        return NextDart{simulateThrow(profile_, random_, aim.x, aim.y), target};
-    }
-    const std::optional<BoardPoint> aim =
-        nextCricketTarget(game.cricketMarks(), player, game.placedScores(), game.options().simpleCricket);
+    const std::optional<ComputerAim> aim = game.computerAim();
     if (!aim)
         return std::nullopt;
-    return NextDart{simulateThrow(profile_, random_, aim->x, aim->y), std::nullopt};
+    return NextDart{simulateThrow(profile_, random_, aim->point.x, aim->point.y), aim->area};
 }
 
 // --- A player whose darts arrive placed -------------------------------------------
@@ -211,7 +157,7 @@ void PlacedDartsOpponent::deliverCork()
 }
 
 std::optional<DartByDartOpponent::NextDart>
-PlacedDartsOpponent::nextDart(const GameSession &, int, int index, const ComputerX01Turn *)
+PlacedDartsOpponent::nextDart(const GameSession &, int index)
 {
     if (index >= darts_.size())
         return std::nullopt;

@@ -6,8 +6,8 @@
 // dart lands with its sound; the turn ends with a report of what was thrown,
 // after which the person at this board confirms it with "Ok".
 
+#include "core/board/board_geometry.h"
 #include "core/games/thrower.h"
-#include "core/opponent/computer_turn_rules.h"
 #include "core/opponent/throw_model.h"
 
 #include <QList>
@@ -20,7 +20,6 @@ class QTimer;
 
 namespace tavrix {
 
-class CheckoutChart;
 class GameSession;
 class SoundOut;
 
@@ -45,51 +44,41 @@ protected:
         // The area aimed at, when the dart was aimed.
         std::optional<DartScore> aimedAt;
     };
-    // Dart `index` of the turn, or nothing when no more darts come. `live`
-    // is the 301/501 turn as counted so far (none in Cricket).
-    virtual std::optional<NextDart> nextDart(const GameSession &game, int player, int index,
-                                             const ComputerX01Turn *live) = 0;
-    // Whether dart `index` of a 301/501 turn will come; when not, the turn
-    // is reported with the dart before.
+    // Dart `index` of the turn, or nothing when no more darts come.
+    virtual std::optional<NextDart> nextDart(const GameSession &game, int index) = 0;
+    // Whether dart `index` will come; where the rules end a turn with the
+    // last dart a side sends, the turn is reported with the dart before.
     virtual bool hasDart(int) const { return true; }
-    // The landing sound, and for a dart in the double or treble it was aimed
-    // at, the harp or the fanfare; each waits for its end.
-    void landingSounds(const NextDart &dart, DartScore scored);
 
     SoundOut &sounds_;
 
 private:
     void ThrowTimer_Timer();
-    void x01Tick();
-    void cricketTick();
-    void report(const QStringList &texts, std::optional<int> turnPoints);
+    void report();
 
     QTimer *throwTimer_;
     QPointer<GameSession> game_;
     int player_ = 1;
-    int dartCount_ = 0;
-    std::optional<ComputerX01Turn> x01_;
-    QStringList cricketTexts_;
+    // How each dart of the turn is described in the report.
+    QStringList dartTexts_;
 };
 
-// The computer: aims at double 20 until it has doubled in, then at the first
-// dart the checkout chart proposes, else treble 20; in Cricket where the
-// advice says; its cork at the bull.
+// The computer: aims where the game's rules and advisor say (in 301/501
+// double 20 until it has doubled in, then the checkout chart's first dart,
+// else treble 20; in Cricket the advice); its cork at the bull.
 class ComputerOpponent : public DartByDartOpponent {
     Q_OBJECT
 
 public:
-    ComputerOpponent(SoundOut &sounds, const CheckoutChart &chart, QRandomGenerator &random,
-                     const SkillProfile &profile, QObject *parent = nullptr);
+    ComputerOpponent(SoundOut &sounds, QRandomGenerator &random, const SkillProfile &profile,
+                     QObject *parent = nullptr);
 
     void throwCork(GameSession &game, int player) override;
 
 protected:
-    std::optional<NextDart> nextDart(const GameSession &game, int player, int index,
-                                     const ComputerX01Turn *live) override;
+    std::optional<NextDart> nextDart(const GameSession &game, int index) override;
 
 private:
-    const CheckoutChart &chart_;
     QRandomGenerator &random_;
     const SkillProfile &profile_;
 };
@@ -116,8 +105,7 @@ public:
     void stop() override;
 
 protected:
-    std::optional<NextDart> nextDart(const GameSession &game, int player, int index,
-                                     const ComputerX01Turn *live) override;
+    std::optional<NextDart> nextDart(const GameSession &game, int index) override;
     bool hasDart(int index) const override { return index < darts_.size(); }
 
 private:

@@ -1,14 +1,13 @@
 #include "core/opponent/self_play.h"
 
 #include "core/games/x01_rules.h"
-#include "core/opponent/computer_turn_rules.h"
 #include "core/opponent/throw_model.h"
 
 #include <array>
 
 namespace tavrix {
 
-SelfPlayLeg playSelfPlayLeg(const SkillProfile &profile, const CheckoutChart &chart,
+SelfPlayLeg playSelfPlayLeg(const SkillProfile &profile, const Advisor &advisor,
                             QRandomGenerator &random, int first, int dartLimit)
 {
     struct Side {
@@ -21,18 +20,21 @@ SelfPlayLeg playSelfPlayLeg(const SkillProfile &profile, const CheckoutChart &ch
         Side &side = sides[p];
         if (side.darts >= dartLimit)
             return leg;
-        ComputerX01Turn turn(side.remaining, true);
+        // Darts until three are thrown, or the score left is a finish or a bust.
         SetDarts darts{};
-        while (!turn.over()) {
-            const DartScore target = computerX01Target(turn.doubledIn, turn.remaining, true, chart);
-            const BoardPoint aim = targetPoint(target);
+        int thrown = 0;
+        for (; thrown < 3; ++thrown) {
+            const X01Count sofar = countX01Set(darts, side.remaining, true, X01Reading::AsThrown);
+            if (sofar.remaining < 2)
+                break;
+            const DartScore target = advisor.x01Target({sofar.remaining, true, true});
+            const BoardPoint aim = aimPoint(target.multiplier, target.number);
             const SimulatedDart dart = simulateThrow(profile, random, aim.x, aim.y);
-            darts[turn.dartCount()] = BoardPoint{dart.x, dart.y};
-            turn.count(dart.x, dart.y, dart.description);
+            darts[thrown] = BoardPoint{dart.x, dart.y};
         }
-        const X01Set set = scoreX01Set(darts, side.remaining, true);
-        side.darts += turn.dartCount();
-        leg.thrown += turn.dartCount();
+        const X01Count set = countX01Set(darts, side.remaining, true, X01Reading::Scored);
+        side.darts += thrown;
+        leg.thrown += thrown;
         const X01Outcome outcome = x01Outcome(set.remaining, true, set.lastMultiplier);
         if (outcome == X01Outcome::Bust)
             continue;

@@ -4,7 +4,7 @@
 // rules alone: the same aim, throw model, turn and set scoring the game uses,
 // without widgets or timers.
 
-#include "core/games/checkout_chart.h"
+#include "core/games/advisor.h"
 #include "core/opponent/skill_profile.h"
 
 #include <QRandomGenerator>
@@ -20,9 +20,10 @@ struct SelfPlayLeg {
     int scored = 0;      // points that stayed on the board (busts score 0)
 };
 
-// Plays one leg, `first` (0 or 1) throwing first. A leg in which either
-// side has thrown `dartLimit` darts without finishing stops unfinished.
-SelfPlayLeg playSelfPlayLeg(const SkillProfile &profile, const CheckoutChart &chart,
+// Plays one leg, `first` (0 or 1) throwing first, aiming where `advisor`
+// says. A leg in which either side has thrown `dartLimit` darts without
+// finishing stops unfinished.
+SelfPlayLeg playSelfPlayLeg(const SkillProfile &profile, const Advisor &advisor,
                             QRandomGenerator &random, int first,
                             int dartLimit = std::numeric_limits<int>::max());
 

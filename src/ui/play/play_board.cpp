@@ -82,10 +82,12 @@ void PlayController::boardClicked(BoardPoint at, int flight)
     const int index = game_.dartsPlaced();
     mark(index);
     syncBoard();
-    c_.sounds.play(landingCue(*game_.setDarts()[index]), true);
+    const DartSounds sounds = game_.dartSounds(index);
+    c_.sounds.play(sounds.landing, true);
     c_.frame.btnStartGame->setEnabled(true);
     c_.frame.btnUndoDart->setEnabled(game_.canUndoDart());
-    playHitSound(index);
+    if (sounds.hit)
+        c_.sounds.play(*sounds.hit, sounds.hitWaits);
     showLiveText();
     if (game_.dartsPlaced() < 3)
         showAdvice();
@@ -103,25 +105,10 @@ void PlayController::undoDart()
     c_.board.hideHover();
     syncBoard();
     showLiveText();
-    // As at the start of a turn, only the local player is advised where to
-    // aim the first dart of a Cricket set.
-    if (index > 0 || game_.options().type != GameType::Cricket || player == 2)
+    // The first dart is advised as at the start of a turn.
+    if (index > 0 || game_.advisesFirstDart())
         showAdvice();
     refreshButton();
-}
-
-void PlayController::playHitSound(int index)
-{
-    const BoardPoint at = *game_.setDarts()[index];
-    const DartScore score = scoreFromXY(at.x, at.y);
-    std::optional<SoundCue> cue;
-    if (game_.options().type == GameType::Cricket) {
-        cue = cricketHitCue(score, game_.cricketMarks()[2 - game_.currentThrower()]);
-    } else {
-        cue = x01HitCue(score, game_.targetScore(index));
-    }
-    if (cue)
-        c_.sounds.play(*cue, false);
 }
 
 // A dart from a side that does not mark at this board shows with a flight

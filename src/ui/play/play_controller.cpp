@@ -2,7 +2,6 @@
 
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
-#include "core/games/checkout_chart.h"
 #include "core/net/net_game_rules.h"
 #include "ui/net/network_game.h"
 #include "ui/net/opponent_name_dialog.h"
@@ -42,14 +41,14 @@ int selected(const QList<QAbstractButton *> &group)
 PlayController::PlayController(const Context &context, QObject *parent)
     : QObject(parent)
     , c_(context)
-    , game_(context.chart, context.session)
+    , game_(context.advisor, context.session)
     , recorder_(context.store)
     , saveRetryTimer_(new QTimer(this))
 {
     saveRetryTimer_->setObjectName(QStringLiteral("saveRetryTimer"));
     saveRetryTimer_->setInterval(5000);
     connect(saveRetryTimer_, &QTimer::timeout, this, &PlayController::retrySaving);
-    computer_ = new ComputerOpponent(c_.sounds, c_.chart, c_.session.random, c_.skill.profile, this);
+    computer_ = new ComputerOpponent(c_.sounds, c_.session.random, c_.skill.profile, this);
     peer_ = new PlacedDartsOpponent(c_.sounds, this);
     connectNetwork();
 
@@ -392,7 +391,7 @@ void PlayController::showGlance()
     for (int player : {1, 2})
         f.scoreGlance->showFigures(player, game_.glance(player));
     if (game_.options().type == GameType::Cricket)
-        f.showClosedNumbers(closedByBoth(game_.cricketMarks()));
+        f.showClosedNumbers(game_.closedNumbers());
     const bool throwing = game_.phase() == GamePhase::Turn;
     f.scoreGlance->markThrower(throwing ? game_.currentThrower() : 0);
 }
@@ -500,8 +499,7 @@ void PlayController::turnStarted(int player)
         return;
     }
     c_.frame.gameText->setText(game_.turnPromptText());
-    // In Cricket only the local player is advised where to aim first.
-    if (game_.options().type != GameType::Cricket || player == 2)
+    if (game_.advisesFirstDart())
         showAdvice();
     c_.board.picture()->setEnabled(true);
 }
@@ -512,14 +510,14 @@ void PlayController::turnReported(const QString &report)
     refreshButton();
 }
 
-void PlayController::showCricketMark(int player, const CricketMark &mark)
+void PlayController::showCricketMark(const SetOutcome &outcome, const CricketMark &mark)
 {
     GameFrame &f = c_.frame;
-    f.showMarks(player, mark.slot, game_.cricketMarks()[player - 1][mark.slot]);
+    const int player = outcome.player;
+    f.showMarks(player, mark.slot, outcome.marksAfter[mark.slot]);
     if (mark.slotPoints) {
         (player == 1 ? f.lblP1Points : f.lblP2Points)[mark.slot]->setText(QString::number(*mark.slotPoints));
-        (player == 1 ? f.lblP1TotalPts : f.lblP2TotalPts)
-            ->setText(QString::number(cricketPointsOf(game_.cricketMarks()[player - 1])));
+        (player == 1 ? f.lblP1TotalPts : f.lblP2TotalPts)->setText(QString::number(outcome.pointsAfter));
     }
 }
 
@@ -538,7 +536,7 @@ void PlayController::showOutcome(const SetOutcome &outcome)
     if (!outcome.won)
         record(outcome.rows);
     for (const CricketMark &mark : outcome.marks)
-        showCricketMark(p, mark);
+        showCricketMark(outcome, mark);
     if (outcome.bust) {
         c_.sounds.play(SoundCue::Awwww, false);
         c_.messages.alert(name + QStringLiteral(" busted."), alertTitle(AlertKind::Bust, random));

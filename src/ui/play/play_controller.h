@@ -23,7 +23,7 @@ class QWidget;
 
 namespace tavrix {
 
-class CheckoutChart;
+class Advisor;
 class ComputerOpponent;
 class NetworkGame;
 class PlacedDartsOpponent;
@@ -44,7 +44,7 @@ public:
         StatsStore &store;
         Sounds &sounds;
         Messages &messages;
-        const CheckoutChart &chart;
+        const Advisor &advisor;
         SkillProfileState &skill;
         BoardInput &board;
         GameFrame &frame;
@@ -137,8 +137,7 @@ private:
     void showLiveText();
     void showAdvice();
     void moveTarget(int index, BoardPoint at);
-    void playHitSound(int index);
-    void showCricketMark(int player, const CricketMark &mark);
+    void showCricketMark(const SetOutcome &outcome, const CricketMark &mark);
     // Writes the rows (and the end of the game) in one transaction; a failure
     // is said once, and the rows are written later.
     void record(const QList<GameDart> &rows, std::optional<std::pair<qint64, GameResult>> finished = {});

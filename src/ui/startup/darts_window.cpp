@@ -149,7 +149,7 @@ void Darts::buildFrames()
 
     boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, statsLabels_, this);
     play_ = new PlayController({session_, program_.store(), program_.sounds(), program_.messages(),
-                                program_.checkoutChart(), skill_, *boardInput_, *gameFrame_, statsLabels_,
+                                program_.advisor(), skill_, *boardInput_, *gameFrame_, statsLabels_,
                                 this},
                                this);
     auto *keys = new PlayKeys(*gameFrame_, this);

@@ -4,6 +4,7 @@
 // nothing to a main window with a current player, and shutDownProgram, which
 // takes it down again exactly once.
 
+#include "core/advice/chart_advisor.h"
 #include "core/games/checkout_chart.h"
 #include "core/session/session.h"
 #include "core/stats/stats_store.h"
@@ -56,6 +57,8 @@ public:
     bool isShutDown() const { return shutDownDone_; }
     StatsStore &store() { return store_; }
     const CheckoutChart &checkoutChart() const { return chart_; }
+    // Where the games advise the players and the computer to aim.
+    const Advisor &advisor() const { return advisor_; }
     Messages &messages() { return messages_; }
     Sounds &sounds() { return *sounds_; }
     Darts *window() { return window_.get(); }
@@ -72,6 +75,7 @@ private:
     bool shutDownDone_ = false;
     StatsStore store_;
     CheckoutChart chart_;
+    ChartAdvisor advisor_{chart_};
     std::unique_ptr<Darts> window_;
     int exitCode_ = 0;
 };
