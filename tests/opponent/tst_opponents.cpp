@@ -5,6 +5,8 @@
 #include "../support/board_points.h"
 #include "core/advice/chart_advisor.h"
 #include "core/games/game_session.h"
+#include "core/net/net_game_rules.h"
+#include "core/net/network_peer.h"
 #include "core/opponent/dart_by_dart_opponent.h"
 #include "core/opponent/local_player.h"
 #include "core/session/session.h"
@@ -23,6 +25,25 @@ struct CueLog : SoundOut {
     void play(SoundCue cue, bool wait) override { played.append({cue, wait}); }
 };
 
+// A side that throws its cork and its sets from a script, at once.
+struct ScriptedSide : Thrower {
+    QList<QStringList> sets;
+    bool marksAtThisBoard() const override { return false; }
+    void throwCork(GameSession &game, int) override
+    {
+        game.placeDart({0, 3});
+        game.confirmCork();
+    }
+    void takeTurn(GameSession &game, int) override
+    {
+        const QStringList set = sets.isEmpty() ? QStringList{} : sets.takeFirst();
+        for (const QString &dart : set)
+            game.placeDart(at(dart));
+        game.reportTurn({});
+    }
+    void stop() override {}
+};
+
 } // namespace
 
 class TestOpponents : public QObject {
@@ -39,22 +60,36 @@ private slots:
         Session session;
         CueLog sounds;
         LocalPlayer ann;
-        PlacedDartsOpponent bob(sounds);
-        bob.throwTimer()->setInterval(0);
         GameSession game(advisor, session);
+        QList<NetMessage> sent;
+        NetworkPeer bob(sounds, game, [&sent](const NetMessage &message) {
+            sent.append(message);
+            return true;
+        });
+        bob.throwTimer()->setInterval(0);
         game.setThrowers(&bob, &ann);
         QSignalSpy reported(&game, &GameSession::turnReported);
-        const GameOptions options{.opponent = OpponentKind::Human, .names = {QStringLiteral("Bob"), QStringLiteral("Ann")}};
+        const GameOptions options{.opponent = OpponentKind::Human, .names = {QStringLiteral("Bob"), QStringLiteral("Ann")},
+                                  .netRole = NetRole::Server};
         game.chooseOptions(options);
         game.prepare();
         game.start(options, 1, 1);
-        bob.placeCork({0, 3});
+        bob.receive(BullMessage{markerPosOf({0, 3})});
         game.placeDart(at("M"));
+        bob.corkConfirmed();
         game.confirmCork();
         QCOMPARE(game.currentThrower(), 1);
+        // This side's cork went out as the model has it, where its marker stands.
+        QCOMPARE(sent.value(0), NetMessage(BullMessage{markerPosOf(onMarkerGrid(at("M"), flightMarkerSide))}));
+        // Both sides must click "Ok" before the first turn, whichever is first.
+        QSignalSpy agreed(&bob, &NetworkPeer::firstTurnAgreed);
+        QVERIFY(!bob.agreeToFirstTurn());
+        QVERIFY(bob.awaitingFirstTurn());
+        bob.receive(BullOkMessage{});
+        QCOMPARE(agreed.count(), 1);
 
         sounds.played.clear();
-        bob.setDarts({at("T20"), at("D20")});
+        bob.receive(SetMessage{{markerPosOf(at("T20")), markerPosOf(at("D20"))}});
         game.nextTurn();
         QTRY_COMPARE(reported.count(), 1);
         QCOMPARE(reported[0][0].toString(), QStringLiteral("\nBob threw: Triple 20, and Double 20 for 100 points. "
@@ -82,27 +117,23 @@ private slots:
         Session session;
         CueLog sounds;
         LocalPlayer ann;
-        PlacedDartsOpponent scripted(sounds);
-        scripted.throwTimer()->setInterval(0);
+        ScriptedSide scripted;
         const SkillProfile neverMisses{};
         ComputerOpponent computer(sounds, session.random, neverMisses);
         computer.throwTimer()->setInterval(0);
         GameSession game(advisor, session);
         QSignalSpy reported(&game, &GameSession::turnReported);
-        GameOptions options{.opponent = OpponentKind::Computer, .doubleOut = doubleOut};
+        GameOptions options{.opponent = OpponentKind::Computer, .doubleOut = doubleOut, .names = {}};
         game.setThrowers(&scripted, &ann);
         game.chooseOptions(options);
         game.prepare();
         game.start(options, 1, 1);
-        scripted.placeCork({0, 3});
         game.placeDart(at("M"));
         game.confirmCork();
         // Player 1 comes down to 40 by placed darts, then the computer takes over.
-        for (const QStringList &set : {QStringList{"T20", "T20", "T20"}, QStringList{"T20", "T20", "T20"},
-                                       QStringList{"T20", "T13", "D1"}}) {
-            scripted.setDarts({at(set[0]), at(set[1]), at(set[2])});
+        scripted.sets = {{"T20", "T20", "T20"}, {"T20", "T20", "T20"}, {"T20", "T13", "D1"}};
+        for (int set = 0; set < 3; ++set) {
             game.nextTurn();
-            QTRY_COMPARE(game.canConfirm(), true);
             game.scoreSet();
             game.nextTurn();
             game.scoreSet(); // Ann throws nothing

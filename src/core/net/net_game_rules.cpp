@@ -57,6 +57,12 @@ BoardPoint dartAtMarker(PicturePos pos)
     return boardFromPicture(double(pos.left) + half, double(pos.top) + half);
 }
 
+PicturePos markerPosOf(BoardPoint at)
+{
+    const double half = flightMarkerSide / 2.0;
+    return {float(boardCenter + at.x - half), float(boardCenter - at.y - half)};
+}
+
 QString corkWaitText(const QString &name)
 {
     return QStringLiteral("\n\nWaiting for ") + name + QStringLiteral(" to throw the cork...");

@@ -19,8 +19,10 @@ GameOptions optionsAfter(const GameOptions &options, const GameMessage &message)
 // none.
 int gameOptionIndex(NetGame game);
 
-// The board position of a dart whose flight marker stands at `pos`.
+// The board position of a dart whose flight marker stands at `pos`, and the
+// marker's place for a dart at a board position.
 BoardPoint dartAtMarker(PicturePos pos);
+PicturePos markerPosOf(BoardPoint at);
 
 QString corkWaitText(const QString &name);
 QString turnWaitText(const QString &name);

@@ -1,8 +1,8 @@
 #pragma once
 
 // Opponents whose turn is shown a dart a second: the computer, which throws
-// each dart through the throw model, and a player whose darts arrive already
-// placed (from another copy of the program), revealed the same way. Each
+// each dart through the throw model, and the player at another copy of the
+// program (NetworkPeer), whose darts arrive already placed. Each
 // dart lands with its sound; the turn ends with a report of what was thrown,
 // after which the person at this board confirms it with "Ok".
 
@@ -81,44 +81,6 @@ protected:
 private:
     QRandomGenerator &random_;
     const SkillProfile &profile_;
-};
-
-// A player whose darts arrive already placed (from another copy of the
-// program): its turn waits until the set of up to three darts is handed over,
-// and its cork dart is taken whenever it comes.
-class PlacedDartsOpponent : public DartByDartOpponent {
-    Q_OBJECT
-
-public:
-    using DartByDartOpponent::DartByDartOpponent;
-
-    // The darts of this side's turn (fewer than three when the rest were
-    // withheld): revealed at once when the turn has started, else when it
-    // does.
-    void setDarts(const QList<BoardPoint> &darts);
-    // The cork dart: placed and confirmed when the game awaits it, else kept
-    // until it does. It lands with the sound of where it landed.
-    void placeCork(BoardPoint at);
-
-    void throwCork(GameSession &game, int player) override;
-    void takeTurn(GameSession &game, int player) override;
-    void stop() override;
-
-protected:
-    std::optional<NextDart> nextDart(const GameSession &game, int index) override;
-    bool hasDart(int index) const override { return index < darts_.size(); }
-
-private:
-    void deliverCork();
-
-    QList<BoardPoint> darts_;
-    // Darts handed over for a turn not yet started.
-    bool dartsWaiting_ = false;
-    // A turn started before its darts came.
-    QPointer<GameSession> turnGame_;
-    int turnPlayer_ = 1;
-    std::optional<BoardPoint> cork_;
-    QPointer<GameSession> corkGame_;
 };
 
 } // namespace tavrix

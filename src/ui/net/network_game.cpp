@@ -4,6 +4,7 @@
 #include "ui/net/chat_dialog.h"
 #include "ui/net/connection_box.h"
 #include "core/net/net_game_rules.h"
+#include "core/net/network_peer.h"
 
 #include <QAction>
 #include <QLabel>
@@ -137,13 +138,12 @@ void NetworkGame::handle(const NetMessage &message)
                        emit greeted(m.name);
                    },
                    [this](const GameMessage &m) { emit gameChosen(m); },
-                   [this](const BullMessage &m) { emit corkArrived(m.dart); },
-                   [this](const BullOkMessage &) { emit peerOk(); },
-                   [this](const SetMessage &m) { emit setArrived(m.darts); },
-                   [this](const PlayAgainMessage &) { emit playAgainAsked(); },
-                   [this](const QuitMessage &) { emit peerQuit(); },
                    [this](const RemarkMessage &m) { chat_->displayMessage(peerName_, m.text); },
                    [](const IgnoredMessage &) {},
+                   [this, &message](const auto &) {
+                       if (peer_)
+                           peer_->receive(message);
+                   },
                },
                message);
 }

@@ -3,12 +3,14 @@
 // A game against another copy of the program, as far as the connection goes:
 // the one link and its progress box, the chat window, the greeting that
 // completes a connection, the indicators of a live connection, and the
-// messages that arrive, handed on one at a time and in order as signals.
-// What a message does to the game is for the play controller.
+// messages that arrive, handed on one at a time and in order: the greeting
+// and the game's options as signals to the play controller, chat lines to
+// the chat window, and the messages of the game itself to the peer.
 
 #include "core/games/game_session.h"
 #include "core/net/message_codec.h"
 #include "core/net/net_link.h"
+#include "core/net/network_peer.h"
 
 #include <QObject>
 #include <QPointer>
@@ -30,15 +32,6 @@ class NetworkGame : public QObject {
     Q_OBJECT
 
 public:
-    // Per game: whether each side clicked "Ok" after the cork, and who asked
-    // to play again first.
-    struct Flags {
-        bool remoteBullOk = false;
-        bool localBullOk = false;
-        bool localPlayAgain = false;
-        bool remotePlayAgain = false;
-    };
-
     // `clientAddress` gives the host and port typed for the client at each
     // attempt; `localName` the name of the player at this board.
     NetworkGame(Messages &messages, QWidget *mainWindow,
@@ -75,18 +68,15 @@ public:
     // Sends a message over the live connection; false when there is none.
     bool send(const NetMessage &message);
 
-    Flags flags;
+    // The other copy's player in the game, who takes the messages of the
+    // game itself: cork, sets, "Ok", "Play Again" and quitting.
+    void setPeer(NetworkPeer *peer) { peer_ = peer; }
 
 signals:
     // The greeting arrived: the connection stands (the server has already
     // answered with its own greeting).
     void greeted(const QString &name);
     void gameChosen(const GameMessage &message);
-    void corkArrived(PicturePos dart);
-    void peerOk();
-    void setArrived(const QList<PicturePos> &darts);
-    void playAgainAsked();
-    void peerQuit();
     // The other side closed an established connection, or it was ended.
     void peerGone();
     // The progress box closed or gave up without a connection.
@@ -118,6 +108,7 @@ private:
     // for a sound or a message box, and bytes go on arriving meanwhile).
     std::deque<NetMessage> queue_;
     bool handling_ = false;
+    QPointer<NetworkPeer> peer_;
 };
 
 } // namespace tavrix

@@ -5,6 +5,7 @@
 #include "core/net/net_game_rules.h"
 #include "ui/net/network_game.h"
 #include "ui/net/opponent_name_dialog.h"
+#include "core/net/network_peer.h"
 #include "core/opponent/dart_by_dart_opponent.h"
 #include "ui/opponent/skill_options.h"
 #include "core/opponent/skill_profile.h"
@@ -49,7 +50,7 @@ PlayController::PlayController(const Context &context, QObject *parent)
     saveRetryTimer_->setInterval(5000);
     connect(saveRetryTimer_, &QTimer::timeout, this, &PlayController::retrySaving);
     computer_ = new ComputerOpponent(c_.sounds, c_.session.random, c_.skill.profile, this);
-    peer_ = new PlacedDartsOpponent(c_.sounds, this);
+    peer_ = new NetworkPeer(c_.sounds, game_, [this](const NetMessage &message) { return net_->send(message); }, this);
     connectNetwork();
 
     GameFrame &f = c_.frame;
@@ -211,7 +212,7 @@ void PlayController::refreshButton()
         break;
     }
     c_.frame.btnStartGame->setText(caption);
-    const bool waiting = peerLeft_ || peerOkAwaited() || (game_.overNetwork() && net_->flags.localPlayAgain);
+    const bool waiting = peerLeft_ || peer_->awaitingFirstTurn() || (game_.overNetwork() && peer_->awaitingPlayAgain());
     c_.frame.btnStartGame->setEnabled(game_.canConfirm() && !waiting);
     c_.frame.btnUndoDart->setEnabled(game_.canUndoDart());
 }
@@ -227,7 +228,7 @@ void PlayController::btnStartGameClicked()
     case GamePhase::CorkPlaced:
         c_.frame.btnStartGame->setEnabled(false);
         if (game_.overNetwork())
-            sendCork();
+            peer_->corkConfirmed();
         game_.confirmCork();
         break;
     case GamePhase::CorkResult:
@@ -263,16 +264,11 @@ void PlayController::startGame(bool playAgain)
         return;
     }
     if (networkAgain) {
-        NetworkGame::Flags &flags = net_->flags;
-        if (!flags.remotePlayAgain) {
+        if (!peer_->agreeToPlayAgain()) {
             // Asked first: the game starts when the other side agrees.
             f.gameText->setText(standByText());
-            flags.localPlayAgain = true;
-            net_->send(PlayAgainMessage{});
             return;
         }
-        flags.remotePlayAgain = false;
-        net_->send(PlayAgainMessage{});
     } else if (!playAgain) {
         if (!opponentDialog_)
             opponentDialog_ = new OpponentNameDialog(c_.window);
@@ -344,8 +340,7 @@ void PlayController::continueStartGame(int firstCorkThrower)
     // A game still running (the other copy chose new options) ends here.
     game_.reset();
     peerLeft_ = false;
-    net_->flags.remoteBullOk = false;
-    net_->flags.localBullOk = false;
+    peer_->newGame();
     game_.prepare();
     setGameStats();
     f.btnQuitGame->setEnabled(true);
@@ -454,13 +449,9 @@ void PlayController::corkDecided()
 void PlayController::okClicked()
 {
     if (game_.phase() == GamePhase::CorkResult) {
-        if (game_.overNetwork()) {
-            net_->flags.localBullOk = true;
-            net_->send(BullOkMessage{});
-            if (!net_->flags.remoteBullOk) {
-                awaitPeerOk();
-                return;
-            }
+        if (game_.overNetwork() && !peer_->agreeToFirstTurn()) {
+            awaitPeerOk();
+            return;
         }
         nextTurn();
         return;
@@ -468,7 +459,7 @@ void PlayController::okClicked()
     const SetOutcome outcome = game_.scoreSet();
     // The other copy shows and scores this side's sets as they are confirmed.
     if (game_.overNetwork() && outcome.player == 2)
-        sendSet();
+        peer_->setConfirmed();
     c_.frame.btnUndoDart->setEnabled(false);
     showOutcome(outcome);
     showGlance();
@@ -561,7 +552,7 @@ void PlayController::endGame(const SetOutcome &outcome)
     GameFrame &f = c_.frame;
     c_.sounds.play(SoundCue::ApplauseWin, false);
     // Not when the other side has already asked to play again.
-    if (!(game_.overNetwork() && net_->flags.remotePlayAgain))
+    if (!(game_.overNetwork() && peer_->playAgainAsked()))
         c_.messages.alert(game_.alertName(p) + QStringLiteral(" won!"), QStringLiteral("Good Game!"));
     QLabel *column = p == 1 ? f.p1ScoreText : f.p2scoretext;
     column->setText(column->text() + QStringLiteral("\nWinner!"));
@@ -574,7 +565,7 @@ void PlayController::endGame(const SetOutcome &outcome)
 
 void PlayController::GameOver()
 {
-    c_.frame.gameText->setText(game_.overNetwork() && net_->flags.remotePlayAgain
+    c_.frame.gameText->setText(game_.overNetwork() && peer_->playAgainAsked()
                                    ? playAgainConsentText(opponentName_)
                                    : game_.gameOverText());
     showGlance();
@@ -590,7 +581,7 @@ void PlayController::btnQuitGameClicked()
         && !c_.messages.askYesNo(c_.window, QStringLiteral("Quit Game?"), QStringLiteral("Quit game in progress?")))
         return;
     if (net_->established())
-        net_->send(QuitMessage{});
+        peer_->quit();
     resetGame();
     c_.board.picture()->setEnabled(false);
 }
@@ -619,7 +610,7 @@ void PlayController::resetGame()
     f.fra01Options->setVisible(!cricket);
     f.fra01Options->setEnabled(!cricket);
     game_.reset();
-    net_->flags = {};
+    peer_->forgetGames();
     peerLeft_ = false;
     refreshButton();
     c_.board.hidePips();

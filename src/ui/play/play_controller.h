@@ -26,7 +26,7 @@ namespace tavrix {
 class Advisor;
 class ComputerOpponent;
 class NetworkGame;
-class PlacedDartsOpponent;
+class NetworkPeer;
 class GameFrame;
 class Messages;
 class OpponentNameDialog;
@@ -113,16 +113,10 @@ private:
     void connectNetwork();
     void startNetworkConnection();
     void startHumanGame();
-    void sendCork();
-    void sendSet();
     // This side clicked "Ok" after the cork; the other has not yet.
     void awaitPeerOk();
-    bool peerOkAwaited() const;
     void greeted(const QString &name);
     void gameChosen(const GameMessage &message);
-    void corkArrived(PicturePos dart);
-    void peerOk();
-    void setArrived(const QList<PicturePos> &darts);
     void playAgainAsked();
     void peerQuit();
     void peerGone();
@@ -154,7 +148,7 @@ private:
     LocalPlayer personAtBoard_;
     ComputerOpponent *computer_ = nullptr;
     // The player at the other copy, over the network.
-    PlacedDartsOpponent *peer_ = nullptr;
+    NetworkPeer *peer_ = nullptr;
     NetworkGame *net_ = nullptr;
     // The other copy left in the middle: only "Quit Game" goes on.
     bool peerLeft_ = false;

@@ -13,7 +13,7 @@
 #include "core/net/net_game_rules.h"
 #include "ui/net/network_game.h"
 #include "ui/net/opponent_name_dialog.h"
-#include "core/opponent/dart_by_dart_opponent.h"
+#include "core/net/network_peer.h"
 #include "ui/play/game_frame.h"
 #include "core/session/session.h"
 
@@ -24,15 +24,6 @@
 #include <QPushButton>
 
 namespace tavrix {
-
-namespace {
-
-PicturePos markerPos(const DartMarker *marker)
-{
-    return {float(marker->x()), float(marker->y())};
-}
-
-} // namespace
 
 void PlayController::connectNetwork()
 {
@@ -47,12 +38,14 @@ void PlayController::connectNetwork()
     connect(net_, &NetworkGame::startAllowed, this, [this] { c_.frame.btnStartGame->setEnabled(true); });
     connect(net_, &NetworkGame::greeted, this, &PlayController::greeted);
     connect(net_, &NetworkGame::gameChosen, this, &PlayController::gameChosen);
-    connect(net_, &NetworkGame::corkArrived, this, &PlayController::corkArrived);
-    connect(net_, &NetworkGame::peerOk, this, &PlayController::peerOk);
-    connect(net_, &NetworkGame::setArrived, this, &PlayController::setArrived);
-    connect(net_, &NetworkGame::playAgainAsked, this, &PlayController::playAgainAsked);
-    connect(net_, &NetworkGame::peerQuit, this, &PlayController::peerQuit);
     connect(net_, &NetworkGame::peerGone, this, &PlayController::peerGone);
+    net_->setPeer(peer_);
+    // This side clicked "Ok" first and waited: the first turn starts.
+    connect(peer_, &NetworkPeer::firstTurnAgreed, this, &PlayController::nextTurn);
+    // This side asked to play again first and stood by.
+    connect(peer_, &NetworkPeer::playAgainAgreed, this, &PlayController::startHumanGame);
+    connect(peer_, &NetworkPeer::playAgainRequested, this, &PlayController::playAgainAsked);
+    connect(peer_, &NetworkPeer::peerQuit, this, &PlayController::peerQuit);
 }
 
 void PlayController::setNetIndicators(QAction *closeNet, QAction *showChat)
@@ -74,7 +67,7 @@ void PlayController::startNetworkConnection()
 void PlayController::leavePlay()
 {
     if (net_->established() && game_.overNetwork() && gameInProgress())
-        net_->send(QuitMessage{});
+        peer_->quit();
 }
 
 void PlayController::closeNetClicked()
@@ -84,26 +77,7 @@ void PlayController::closeNetClicked()
     c_.board.picture()->setEnabled(false);
 }
 
-// --- What this side sends -----------------------------------------------------
-
-void PlayController::sendCork()
-{
-    net_->send(BullMessage{markerPos(c_.board.markers(markerSet(2))[0])});
-}
-
-void PlayController::sendSet()
-{
-    SetMessage set;
-    for (int i = 0; i < game_.dartsPlaced(); ++i)
-        set.darts.append(markerPos(c_.board.markers(MarkerSet::Local)[i]));
-    net_->send(set);
-}
-
-bool PlayController::peerOkAwaited() const
-{
-    return game_.overNetwork() && game_.phase() == GamePhase::CorkResult && net_->flags.localBullOk
-           && !net_->flags.remoteBullOk;
-}
+// --- Waiting for the other side ---------------------------------------------
 
 void PlayController::awaitPeerOk()
 {
@@ -153,42 +127,8 @@ void PlayController::gameChosen(const GameMessage &message)
     startHumanGame();
 }
 
-void PlayController::corkArrived(PicturePos dart)
-{
-    if (game_.overNetwork())
-        peer_->placeCork(dartAtMarker(dart));
-}
-
-void PlayController::peerOk()
-{
-    net_->flags.remoteBullOk = true;
-    // This side clicked "Ok" first and waited: the first turn starts.
-    if (net_->flags.localBullOk && game_.phase() == GamePhase::CorkResult)
-        nextTurn();
-}
-
-void PlayController::setArrived(const QList<PicturePos> &darts)
-{
-    if (!game_.overNetwork())
-        return;
-    QList<BoardPoint> points;
-    for (const PicturePos &dart : darts)
-        points.append(dartAtMarker(dart));
-    peer_->setDarts(points);
-}
-
 void PlayController::playAgainAsked()
 {
-    if (!game_.overNetwork())
-        return;
-    NetworkGame::Flags &flags = net_->flags;
-    if (flags.localPlayAgain) {
-        // This side asked first and stood by.
-        flags.localPlayAgain = false;
-        startHumanGame();
-        return;
-    }
-    flags.remotePlayAgain = true;
     c_.messages.hideAlert();
     // Before this side has seen the game end, the request waits for it.
     if (game_.phase() == GamePhase::GameOver) {
