@@ -34,6 +34,12 @@ enum class GamePhase {
     GameOver,
 };
 
+// What the main button of play says in `phase`. While a cork is awaited it
+// says "Confirm Dart" when `corkConfirmedHere` (the cork is marked at this
+// board, or the game is over the network, where the button waits for the
+// other side's cork), and "Ok" otherwise.
+QString mainButtonCaption(GamePhase phase, bool corkConfirmedHere);
+
 // Which end of a network connection this copy is, in a game over the network.
 enum class NetRole { None, Server, Client };
 
