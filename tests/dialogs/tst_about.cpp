@@ -35,69 +35,118 @@ void whenDialogShows(Act act)
     });
 }
 
+// One line of the system facts, as this home should show it.
+using Fact = std::function<QString(const TestHome &)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Fact)
 
 class TestAbout : public ProgramTest {
     Q_OBJECT
 
-private slots:
-    void cleanup() { program_.reset(); }
-
-    // The box names the program and the version CMake was given, shows the
-    // facts of this home and copies them whole.
-    void aboutBoxShowsVersionAndSystemFactsOrSaysTheyAreMissing()
-    {
-        startProgram();
-        QStringList names;
+    struct Shown {
+        QStringList names; // the box's title and labels
         QString facts, copied;
+    };
+    // Opens the About box from the Help menu, then its system facts, copies them and closes both.
+    Shown openAboutBox()
+    {
+        Shown shown;
         whenDialogShows([&](QWidget *box) {
-            names = {box->windowTitle(), findControl<QLabel>(box, "lblTitle")->text(),
-                     findControl<QLabel>(box, "lblVersion")->text()};
+            shown.names = {box->windowTitle(), findControl<QLabel>(box, "lblTitle")->text(),
+                           findControl<QLabel>(box, "lblVersion")->text(),
+                           findControl<QLabel>(box, "lblLicense")->text()};
             whenDialogShows([&](QWidget *dialog) {
                 if (auto *text = dialog->findChild<QPlainTextEdit *>(QStringLiteral("txtSysInfo")))
-                    facts = text->toPlainText();
+                    shown.facts = text->toPlainText();
                 QGuiApplication::clipboard()->clear();
                 clickOrHide(dialog, "cmdCopy");
-                copied = QGuiApplication::clipboard()->text();
+                shown.copied = QGuiApplication::clipboard()->text();
                 clickOrHide(dialog, "cmdClose");
             });
             clickOrHide(box, "cmdSysInfo");
             clickOrHide(box, "cmdOK");
         });
         action("mnuHelpAbout")->trigger();
+        return shown;
+    }
 
-        QCOMPARE(names, (QStringList{"About Tavrix!", "Tavrix!", "Version " TAVRIX_PROJECT_VERSION}));
+private slots:
+    void cleanup() { program_.reset(); }
 
-        const QFileInfo database(home_->dbPath);
-        // The store keeps a write-ahead log, where the newest rows wait; the
-        // settings live in the test's home, where TestHome put them.
-        const QFileInfo log(home_->dbPath + QStringLiteral("-wal"));
-        for (const QString &fact : {QStringLiteral("Version: " TAVRIX_PROJECT_VERSION "\n"),
-                                    QStringLiteral("Database: ") + database.absoluteFilePath() + '\n',
-                                    QStringLiteral("Database size: %1 bytes\n").arg(database.size()),
-                                    QStringLiteral("Database log: %1 bytes\n").arg(log.size()),
-                                    QStringLiteral("Settings: ") + home_->dir.path() + '/'})
-            QVERIFY2(facts.contains(fact), qPrintable(fact));
-        QVERIFY(copied == facts && messages_.shown.isEmpty());
+    // The box names the program, the version CMake was given and the
+    // licence, and copies the facts it shows whole.
+    void aboutBoxShowsVersionAndLicenceAndCopiesTheFacts()
+    {
+        startProgram();
+        const Shown shown = openAboutBox();
+        QCOMPARE(shown.names,
+                 (QStringList{"About Tavrix!", "Tavrix!", "Version " TAVRIX_PROJECT_VERSION,
+                              "Licensed under the GNU General Public License, version 3 or later.\n"
+                              "Tavrix comes with ABSOLUTELY NO WARRANTY."}));
+        QVERIFY(!shown.facts.isEmpty() && shown.copied == shown.facts && messages_.shown.isEmpty());
+    }
 
-        // Facts that cannot be gathered, by a failure or because none is
-        // known, are said to be unavailable instead of showing an empty list.
-        // A database file that is not there has no size, rather than 0 bytes.
-        const std::function<SystemFacts()> failures[] = {
-            [] () -> SystemFacts { throw std::runtime_error("no facts"); },
-            [] { return SystemFacts{}; },
-        };
-        for (const auto &gather : failures) {
-            FakeMessages messages;
-            AboutDialog box(messages, gather);
-            QWidget *opened = nullptr;
-            QTimer::singleShot(0, [&] { if ((opened = QApplication::activeModalWidget())) opened->hide(); });
-            findControl<QPushButton>(&box, "cmdSysInfo")->click();
-            QCoreApplication::processEvents();
-            QVERIFY(!opened);
-            QCOMPARE(messages.texts(QStringLiteral("notice")),
-                     QStringList{QStringLiteral("System Information Is Unavailable At This Time")});
-        }
+    // The facts a bug report needs are those of this home.
+    void systemFactsDescribeThisHome_data()
+    {
+        QTest::addColumn<Fact>("fact");
+        QTest::newRow("version") << Fact([](const TestHome &) {
+            return QStringLiteral("Version: " TAVRIX_PROJECT_VERSION "\n");
+        });
+        QTest::newRow("database") << Fact([](const TestHome &home) {
+            return QStringLiteral("Database: ") + QFileInfo(home.dbPath).absoluteFilePath() + '\n';
+        });
+        QTest::newRow("database size") << Fact([](const TestHome &home) {
+            return QStringLiteral("Database size: %1 bytes\n").arg(QFileInfo(home.dbPath).size());
+        });
+        // The store keeps a write-ahead log, where the newest rows wait.
+        QTest::newRow("database log") << Fact([](const TestHome &home) {
+            return QStringLiteral("Database log: %1 bytes\n").arg(QFileInfo(home.dbPath + QStringLiteral("-wal")).size());
+        });
+        // The settings live in the test's home, where TestHome put them.
+        QTest::newRow("settings") << Fact([](const TestHome &home) {
+            return QStringLiteral("Settings: ") + home.dir.path() + '/';
+        });
+    }
+    void systemFactsDescribeThisHome()
+    {
+        QFETCH(Fact, fact);
+        startProgram();
+        const QString facts = openAboutBox().facts;
+        QVERIFY2(facts.contains(fact(*home_)), qPrintable(facts));
+    }
+
+    // Facts that cannot be gathered, by a failure or because none is known,
+    // are said to be unavailable instead of showing an empty list.
+    void missingFactsAreSaidToBeUnavailable_data()
+    {
+        QTest::addColumn<bool>("throws");
+        QTest::newRow("gathering fails") << true;
+        QTest::newRow("nothing known") << false;
+    }
+    void missingFactsAreSaidToBeUnavailable()
+    {
+        QFETCH(bool, throws);
+        FakeMessages messages;
+        AboutDialog box(messages, [throws]() -> SystemFacts {
+            if (throws)
+                throw std::runtime_error("no facts");
+            return {};
+        });
+        QWidget *opened = nullptr;
+        QTimer::singleShot(0, [&] { if ((opened = QApplication::activeModalWidget())) opened->hide(); });
+        findControl<QPushButton>(&box, "cmdSysInfo")->click();
+        QCoreApplication::processEvents();
+        QVERIFY(!opened);
+        QCOMPARE(messages.texts(QStringLiteral("notice")),
+                 QStringList{QStringLiteral("System Information Is Unavailable At This Time")});
+    }
+
+    // A database file that is not there has no size, rather than 0 bytes, and no log.
+    void aMissingDatabaseHasNoSize()
+    {
         const QString text =
             systemInfoText(gatherSystemFacts(QStringLiteral("/nonexistent/tavrix.db"), {}));
         QVERIFY(text.contains(QStringLiteral("Database size: no such file\n")) && !text.contains(QStringLiteral("Database log")));

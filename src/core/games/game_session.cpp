@@ -7,6 +7,24 @@
 
 namespace tavrix {
 
+QString mainButtonCaption(GamePhase phase, bool corkConfirmedHere)
+{
+    switch (phase) {
+    case GamePhase::Idle:
+        return QStringLiteral("Start Game");
+    case GamePhase::CorkAwaited:
+        return corkConfirmedHere ? QStringLiteral("Confirm Dart") : QStringLiteral("Ok");
+    case GamePhase::CorkPlaced:
+        return QStringLiteral("Confirm Dart");
+    case GamePhase::CorkResult:
+    case GamePhase::Turn:
+        break;
+    case GamePhase::GameOver:
+        return QStringLiteral("Play Again");
+    }
+    return QStringLiteral("Ok");
+}
+
 GameSession::GameSession(const Advisor &advisor, const Session &session, QObject *parent)
     : QObject(parent)
     , advisor_(advisor)

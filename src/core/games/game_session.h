@@ -35,6 +35,12 @@ enum class GamePhase {
     GameOver,
 };
 
+// What the main button of play says in `phase`. While a cork is awaited it
+// says "Confirm Dart" when `corkConfirmedHere` (the cork is marked at this
+// board, or the game is over the network, where the button waits for the
+// other side's cork), and "Ok" otherwise.
+QString mainButtonCaption(GamePhase phase, bool corkConfirmedHere);
+
 // What a confirmed set did, in the order it is to be shown: what the rules
 // made of it, the local player's darts to record, and the `games` row when
 // it won.

@@ -39,6 +39,11 @@ AboutDialog::AboutDialog(Messages &messages, std::function<SystemFacts()> gather
     lblTitle->setFont(big);
     auto *lblVersion = new QLabel(QStringLiteral("Version ") + versionNumber(), this);
     lblVersion->setObjectName(QStringLiteral("lblVersion"));
+    auto *lblLicense = new QLabel(
+        QStringLiteral("Licensed under the GNU General Public License, version 3 or later.\n"
+                       "Tavrix comes with ABSOLUTELY NO WARRANTY."),
+        this);
+    lblLicense->setObjectName(QStringLiteral("lblLicense"));
     auto *blurb = new QLabel(QStringLiteral("A darts trainer."), this);
 
     auto *cmdOK = new QPushButton(QStringLiteral("OK"), this);
@@ -53,6 +58,7 @@ AboutDialog::AboutDialog(Messages &messages, std::function<SystemFacts()> gather
     auto *texts = new QVBoxLayout;
     texts->addWidget(lblTitle);
     texts->addWidget(lblVersion);
+    texts->addWidget(lblLicense);
     texts->addWidget(blurb);
     texts->addStretch();
     auto *buttons = new QVBoxLayout;

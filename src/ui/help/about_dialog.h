@@ -10,9 +10,9 @@ namespace tavrix {
 
 class Messages;
 
-// The About box: the program's title, its version and a picture of a board,
-// with OK and a button that shows the facts a bug report needs. Made afresh
-// for each showing.
+// The About box: the program's title, its version, its licence and a picture
+// of a board, with OK and a button that shows the facts a bug report needs.
+// Made afresh for each showing.
 class AboutDialog : public QDialog {
     Q_OBJECT
 

@@ -190,28 +190,8 @@ void PlayController::opOpponentClicked(int index)
 // The button says what clicking it does now, and is enabled when that can be done.
 void PlayController::refreshButton()
 {
-    QString caption = QStringLiteral("Ok");
-    switch (game_.phase()) {
-    case GamePhase::Idle:
-        caption = QStringLiteral("Start Game");
-        break;
-    case GamePhase::CorkAwaited:
-        // Over the network the button waits for the other side's cork as
-        // "Confirm Dart".
-        if (game_.throwerMarksHere() || game_.overNetwork())
-            caption = QStringLiteral("Confirm Dart");
-        break;
-    case GamePhase::CorkPlaced:
-        caption = QStringLiteral("Confirm Dart");
-        break;
-    case GamePhase::CorkResult:
-    case GamePhase::Turn:
-        break;
-    case GamePhase::GameOver:
-        caption = QStringLiteral("Play Again");
-        break;
-    }
-    c_.frame.btnStartGame->setText(caption);
+    c_.frame.btnStartGame->setText(
+        mainButtonCaption(game_.phase(), game_.throwerMarksHere() || game_.overNetwork()));
     const bool waiting = peerLeft_ || peer_->awaitingFirstTurn() || (game_.overNetwork() && peer_->awaitingPlayAgain());
     c_.frame.btnStartGame->setEnabled(game_.canConfirm() && !waiting);
     c_.frame.btnUndoDart->setEnabled(game_.canUndoDart());
