@@ -5,8 +5,8 @@
 
 #include "../support/program_test.h"
 #include "ui/board/dart_marker.h"
-#include "ui/practice/practice_controller.h"
 
+#include <QComboBox>
 #include <QPushButton>
 #include <QTest>
 
@@ -153,8 +153,10 @@ private slots:
     void practiceReadOutFollowsThePointer()
     {
         window()->switchMode(Mode::Practice);
-        window()->practiceController()->state().target = {0, 118};
-        picture_->setEnabled(true);
+        control<QComboBox>("RingDrop")->setCurrentIndex(3);
+        control<QComboBox>("ScoreDrop")->setCurrentIndex(4);
+        QTest::mouseClick(control<QPushButton>("goButton"), Qt::LeftButton);
+        QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for Triple 20"));
         move(above(100));
         QCOMPARE(text("rdisttext_0"), distanceText(18, false));
     }

@@ -140,6 +140,34 @@ private slots:
         QVERIFY(go()->isEnabled());
     }
 
+    // A click between pixels (a scaled screen) and a drag: each dart is
+    // recorded where its marker stands, and the grouping measured there.
+    void dartsAreRecordedWhereTheirMarkersStand()
+    {
+        choose("RingDrop", QStringLiteral("Triple!"));
+        choose("ScoreDrop", QStringLiteral("20"));
+        clickGo(QStringLiteral("Go"));
+        PracticeController *practice = window()->practiceController();
+        for (const BoardPoint at : {BoardPoint{12.37, 150.5}, BoardPoint{-33.5, 97.49}, BoardPoint{0.5, 117.5}})
+            practice->boardClicked(at, 0);
+        const QString measured = text("avgDistText");
+        auto *picture = control<BoardPicture>("Picture1");
+        const QPoint from = BoardPicture::pictureFromBoard({12, 150}).toPoint();
+        QTest::mousePress(picture, Qt::LeftButton, {}, from);
+        QTest::mouseMove(picture, QPoint(280, 150));
+        QTest::mouseRelease(picture, Qt::LeftButton, {}, QPoint(280, 150));
+        QVERIFY(text("avgDistText") != measured);
+
+        QList<QVariantList> shown;
+        for (const DartMarker *pip : window()->boardInput()->pips()) {
+            const BoardPoint at = BoardInput::markerPoint(pip);
+            shown.append({at.x, at.y});
+        }
+        QCOMPARE(shown, (QList<QVariantList>{{20.0, 110.0}, {-33.0, 97.0}, {1.0, 117.0}}));
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(rows(QStringLiteral("SELECT x, y FROM statsthrows ORDER BY seq")), shown);
+    }
+
     // While another program holds the file no set opens, and darts that
     // cannot be written stay on the board to be confirmed again.
     void aHeldFileLosesNothing()

@@ -1,86 +1,94 @@
 #include "core/practice/practice_rules.h"
 
-#include <QRandomGenerator>
-#include <QSet>
 #include <QTest>
 
 #include <cmath>
 
 using namespace tavrix;
 
+Q_DECLARE_METATYPE(tavrix::PracticeSums)
+
+namespace {
+
+TargetTally tally(qint64 throws, qint64 hits)
+{
+    return {throws, hits, 0, 0};
+}
+
+} // namespace
+
 class TestPracticeRules : public QObject {
     Q_OBJECT
-
-    static PracticeScore scoreAt(double x, double y)
-    {
-        return practiceScore(std::hypot(x, y), angleFromXY(x, y));
-    }
 
 private slots:
     // The bull area keeps its ring code as the score; everything else keeps
     // ring and segment; off the board and the gaps of the ring table are
-    // ring -999 with no score. (The bull, the outer bull, single and double
-    // 20 and a miss are written through the program in tst_practice.)
+    // ring -999 with no score. (The bull, single and double 20 and a miss
+    // are written through the program in tst_practice.)
+    void practiceScorePairs_data()
+    {
+        QTest::addColumn<double>("x");
+        QTest::addColumn<double>("y");
+        QTest::addColumn<int>("ring");
+        QTest::addColumn<int>("score");
+        QTest::newRow("outer bull") << 0.0 << 13.0 << 1 << 25;
+        QTest::newRow("outer bull at the bull area's edge") << 0.0 << 19.0 << 1 << 25;
+        QTest::newRow("wire inside the bull area") << 0.0 << 7.5 << 1 << 0;
+        QTest::newRow("wire just outside it") << 0.0 << 19.5 << 0 << 20;
+        QTest::newRow("single 20 from its edge") << 0.0 << 20.0 << 1 << 20;
+        QTest::newRow("treble 20") << 0.0 << 118.0 << 3 << 20;
+        QTest::newRow("gap of the ring table") << 0.0 << 7.000005 << -999 << 0;
+        QTest::newRow("off the board") << 0.0 << 240.0 << -999 << 0;
+    }
     void practiceScorePairs()
     {
-        QCOMPARE(scoreAt(0, 7.5), (PracticeScore{1, 0}));
-        QCOMPARE(scoreAt(0, 19.5), (PracticeScore{0, 20}));
-        QCOMPARE(scoreAt(0, 118), (PracticeScore{3, 20}));
-        QCOMPARE(scoreAt(0, 7.000005), (PracticeScore{-999, 0}));
+        QFETCH(double, x);
+        QFETCH(double, y);
+        QFETCH(int, ring);
+        QFETCH(int, score);
+        QCOMPARE(practiceScore(std::hypot(x, y), angleFromXY(x, y)), (PracticeScore{ring, score}));
     }
 
-    // "-- Random --" in both lists: every number and ring turns up, the bull
-    // about one set in 21, always as ring 1.
-    void randomTargets()
+    // The seven running totals from the player's sums: each ring's hit rate
+    // and all of them together with a percent sign, this target's without,
+    // cut (not rounded) to two decimals; "N/A" where no dart counts.
+    void runningTotals_data()
     {
-        PracticeState state;
-        QRandomGenerator random(20261123);
-        const int sets = 21000;
-        int bulls = 0;
-        QSet<QPair<int, int>> seen;
-        for (int i = 0; i < sets; ++i) {
-            openPracticeSet(state, randomChoice, randomChoice, random);
-            seen.insert({state.targetValue, state.targetRing});
-            bulls += state.targetValue == 25;
-        }
-        QCOMPARE(seen.size(), 61);
-        QVERIFY2(bulls > 850 && bulls < 1150, qPrintable(QString::number(bulls)));
+        QTest::addColumn<PracticeSums>("sums");
+        QTest::addColumn<int>("value");
+        QTest::addColumn<int>("ring");
+        QTest::addColumn<QStringList>("texts");
+        const QString na = QStringLiteral("N/A");
+        QTest::newRow("no darts") << PracticeSums{} << 20 << 2 << QStringList(7, na);
+
+        PracticeSums mixed;
+        mixed.targets[{20, 1}] = tally(4, 1);
+        mixed.targets[{20, 2}] = tally(2, 0);
+        mixed.targets[{19, 3}] = tally(4, 3);
+        mixed.distCount = 10;
+        mixed.distSum = 400.0;
+        mixed.targets[{19, 3}].distCount = 4;
+        mixed.targets[{19, 3}].distSum = 60.0;
+        QTest::newRow("every ring, at treble 19")
+            << mixed << 19 << 3
+            << QStringList{"40%", "75", "1.287\"", "0.482\"", "25%", "0%", "75%"};
+        QTest::newRow("a target not thrown at yet")
+            << mixed << 7 << 2 << QStringList{"40%", na, "1.287\"", na, "25%", "0%", "75%"};
+
+        PracticeSums thirds;
+        thirds.targets[{25, 1}] = tally(3, 2);
+        thirds.distCount = 3;
+        QTest::newRow("two thirds cut, not rounded")
+            << thirds << 25 << 1 << QStringList{"66.66%", "66.66", "0\"", na, "66.66%", na, na};
     }
-
-    // A count-down asks for the bull, then 20 down to 1, and ends after 21
-    // sets; a count-up asks for 1 up to 20, then the bull; quitting starts
-    // both afresh. (A count-down's opening alert, first target and quit
-    // caption, and a single set's alert, are checked in tst_practice.)
-    void sequences()
+    void runningTotals()
     {
-        PracticeState state;
-        QRandomGenerator random(5);
-        OpenedSet set = openPracticeSet(state, 2, countDownChoice, random);
-        for (int i = 0; i < 20; ++i) {
-            QVERIFY(!confirmPracticeSet(state));
-            set = openPracticeSet(state, 2, countDownChoice, random);
-        }
-        QCOMPARE(set.targetText, QStringLiteral("Double 1"));
-        QCOMPARE(confirmPracticeSet(state),
-                 (PracticeAlert{QStringLiteral("Countdown Complete."), QStringLiteral("Whew!")}));
-        QVERIFY(!state.sequenceActive());
-
-        set = openPracticeSet(state, 3, countUpChoice, random);
-        QCOMPARE(set.alert->text, QStringLiteral("Starting count-up with 1"));
-        QCOMPARE(set.alert->title, QStringLiteral("Starting Count-up"));
-        QCOMPARE(set.targetText, QStringLiteral("Triple 1"));
-        QCOMPARE(quitSequenceCaption(state), QStringLiteral("Quit\nCount\nUp"));
-        for (int i = 0; i < 20; ++i) {
-            QVERIFY(!confirmPracticeSet(state));
-            set = openPracticeSet(state, 3, countUpChoice, random);
-        }
-        QCOMPARE(set.targetText, QStringLiteral("Any 25 or Bull"));
-        QCOMPARE(confirmPracticeSet(state)->text, QStringLiteral("Count-up Complete."));
-
-        openPracticeSet(state, 1, countUpChoice, random);
-        confirmPracticeSet(state);
-        quitPracticeSequences(state);
-        QCOMPARE(openPracticeSet(state, 1, countUpChoice, random).targetText, QStringLiteral("Any 1"));
+        QFETCH(PracticeSums, sums);
+        QFETCH(int, value);
+        QFETCH(int, ring);
+        const RunningTotalsTexts t = runningTotalsTexts(sums, value, ring, false);
+        QTEST((QStringList{t.pctAll, t.pctThis, t.avgDistAny, t.avgDistThis, t.pctAnys, t.pctDoubles, t.pctTriples}),
+              "texts");
     }
 };
 

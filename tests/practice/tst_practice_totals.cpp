@@ -99,6 +99,34 @@ private slots:
     }
     void cleanup() { store_.close(); }
 
+    // Hit rates count the darts the player threw at the player's own
+    // targets; a dart of another player recorded at such a target counts
+    // only in the distances.
+    void aDartCountsForItsThrower_data()
+    {
+        QTest::addColumn<qint64>("thrower");
+        QTest::addColumn<int>("score");
+        QTest::addColumn<int>("ring");
+        QTest::addColumn<qint64>("throws");
+        QTest::addColumn<qint64>("hits");
+        QTest::newRow("own hit") << qint64(1) << 20 << 2 << qint64(1) << qint64(1);
+        QTest::newRow("own miss") << qint64(1) << 20 << 1 << qint64(1) << qint64(0);
+        QTest::newRow("another's hit") << qint64(2) << 20 << 2 << qint64(0) << qint64(0);
+    }
+    void aDartCountsForItsThrower()
+    {
+        QFETCH(qint64, thrower);
+        QFETCH(int, score);
+        QFETCH(int, ring);
+        PracticeSums sums;
+        addPracticeDart(sums, 1, 20, 2, {thrower, 5, 0, 0, 190, 0, score, ring});
+        const TargetTally &tally = sums.targets[{20, 2}];
+        QTEST(tally.throws, "throws");
+        QTEST(tally.hits, "hits");
+        QCOMPARE(tally.distCount, 1);
+        QCOMPARE(sums.distSum, 6.0);
+    }
+
     // Sets over many targets, for two players, some never confirmed: the
     // kept sums equal the sums counted afresh; so do sums rebuilt after
     // another program adds, moves or removes darts, after a set confirmed

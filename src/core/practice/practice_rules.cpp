@@ -1,18 +1,11 @@
 #include "core/practice/practice_rules.h"
 
-#include <QRandomGenerator>
-
 namespace tavrix {
 
 namespace {
 
 // The bull area, where practice stores the ring code as the score.
 constexpr double bullAreaRadius = 19.0;
-
-QString bullText()
-{
-    return QStringLiteral("25 or Bull");
-}
 
 QString percentOrNa(qint64 hits, qint64 darts, const QString &sign)
 {
@@ -52,87 +45,6 @@ bool practiceHit(int targetValue, int targetRing, int score, int ring)
     if (score == unreadableValue || score != targetValue)
         return false;
     return targetRing == 1 || ring == targetRing;
-}
-
-OpenedSet openPracticeSet(PracticeState &state, int ringChoice, int scoreChoice, QRandomGenerator &random)
-{
-    // A draw below n, as the whole part of n times a number in [0, 1).
-    const auto draw = [&random](int n) { return static_cast<int>(random.generateDouble() * n); };
-    OpenedSet opened;
-    int value = scoreChoice == randomChoice ? 1 + draw(21) : scoreChoice;
-    if (value == bullChoice) {
-        state.targetValue = 25;
-        state.targetRing = 1;
-        state.target = {};
-        opened.targetText = bullText();
-        return opened;
-    }
-    int ring = ringChoice == randomChoice ? 1 + draw(3) : ringChoice;
-    bool bull = false;
-    if (value == countDownChoice) {
-        if (state.countdownNext == 21) {
-            opened.alert = PracticeAlert{QStringLiteral("Starting countdown with bull"),
-                                         QStringLiteral("Starting Countdown")};
-            state.countdownActive = true;
-            state.countupActive = false;
-            bull = true;
-        } else {
-            value = state.countdownNext;
-        }
-    } else if (value == countUpChoice) {
-        if (state.countupNext == 1) {
-            opened.alert = PracticeAlert{QStringLiteral("Starting count-up with 1"),
-                                         QStringLiteral("Starting Count-up")};
-            state.countupActive = true;
-            state.countdownActive = false;
-        }
-        if (state.countupNext == 21)
-            bull = true;
-        else
-            value = state.countupNext;
-    }
-    if (bull) {
-        value = 25;
-        ring = 1;
-    }
-    state.targetValue = value;
-    state.targetRing = ring;
-    state.target = value == 25 ? BoardPoint{} : aimPoint(ring, value);
-    opened.targetText = targetRingWord(ring) + QStringLiteral(" ") + (bull ? bullText() : QString::number(value));
-    return opened;
-}
-
-QString quitSequenceCaption(const PracticeState &state)
-{
-    return QStringLiteral("Quit\nCount\n") + (state.countdownActive ? QStringLiteral("Down") : QStringLiteral("Up"));
-}
-
-std::optional<PracticeAlert> confirmPracticeSet(PracticeState &state)
-{
-    const QString whew = QStringLiteral("Whew!");
-    if (state.countdownActive) {
-        if (--state.countdownNext > 0)
-            return std::nullopt;
-        state.countdownActive = false;
-        state.countdownNext = 21;
-        return PracticeAlert{QStringLiteral("Countdown Complete."), whew};
-    }
-    if (state.countupActive) {
-        if (++state.countupNext <= 21)
-            return std::nullopt;
-        state.countupActive = false;
-        state.countupNext = 1;
-        return PracticeAlert{QStringLiteral("Count-up Complete."), whew};
-    }
-    return PracticeAlert{QStringLiteral("Darts Confirmed."), QStringLiteral("Thank You")};
-}
-
-void quitPracticeSequences(PracticeState &state)
-{
-    state.countdownActive = false;
-    state.countupActive = false;
-    state.countupNext = 1;
-    state.countdownNext = 21;
 }
 
 QString hitPercentText(qint64 hits, qint64 darts)

@@ -3,9 +3,8 @@
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
 #include "core/games/play_rules.h"
-#include "ui/practice/practice_frame.h"
 #include "core/practice/practice_totals.h"
-#include "core/practice/set_grouping.h"
+#include "ui/practice/practice_frame.h"
 #include "core/session/session.h"
 #include "core/sound/sound_cue.h"
 #include "core/stats/stats_store.h"
@@ -46,28 +45,41 @@ PracticeController::PracticeController(const Context &context, QObject *parent)
 
 void PracticeController::enter()
 {
-    quitPracticeSequences(state_);
+    model_.reset();
     board_.setMarking(MarkerSet::Local, 0);
     board_.setTargetsMovable(false);
 }
 
 void PracticeController::begin()
 {
-    // A set left open by a mode change is over: its target row stays
-    // without darts, which no total counts.
-    state_.targetValue = 0;
-    state_.targetRing = 0;
-    showAtRest();
-    frame_.targetChoice()->setEnabled(true);
+    // A set left open by a mode change is over (enter() closed it): its
+    // target row stays without darts, which no total counts.
+    showStage();
+    frame_.generalText()->setText(atRestText());
     updateRunningStats();
 }
 
-void PracticeController::showAtRest()
+void PracticeController::showStage()
 {
-    setListsEnabled(true);
-    frame_.goButton()->setText(goCaption);
-    frame_.goButton()->setEnabled(true);
-    frame_.generalText()->setText(atRestText());
+    const PracticeStage stage = model_.stage();
+    setListsEnabled(stage == PracticeStage::AtRest);
+    QPushButton *go = frame_.goButton();
+    switch (stage) {
+    case PracticeStage::AtRest:
+        go->setText(goCaption);
+        break;
+    case PracticeStage::AwaitingDarts:
+    case PracticeStage::SetComplete:
+        go->setText(confirmCaption);
+        break;
+    case PracticeStage::SequenceRunning:
+        go->setText(model_.quitCaption());
+        break;
+    }
+    // A single set is confirmed only once its three darts are marked.
+    const bool awaiting = stage == PracticeStage::AwaitingDarts;
+    go->setEnabled(!awaiting);
+    frame_.targetChoice()->setEnabled(!awaiting);
 }
 
 void PracticeController::setListsEnabled(bool enabled)
@@ -83,54 +95,47 @@ void PracticeController::reportStoreError()
 
 void PracticeController::goButtonClick()
 {
-    const QString caption = frame_.goButton()->text();
-    if (caption == goCaption)
+    switch (model_.stage()) {
+    case PracticeStage::AtRest:
         openSet();
-    else if (caption == confirmCaption)
+        break;
+    case PracticeStage::SetComplete:
         confirmSet();
-    else
+        break;
+    case PracticeStage::SequenceRunning:
         quitSequence();
+        break;
+    case PracticeStage::AwaitingDarts:
+        break;
+    }
 }
 
 bool PracticeController::goCaptionIsSafe() const
 {
-    const QString caption = frame_.goButton()->text();
-    return caption == goCaption || caption == confirmCaption;
+    return model_.stage() != PracticeStage::SequenceRunning;
 }
 
 void PracticeController::openSet()
 {
     setListsEnabled(false);
-    const PracticeState before = state_;
-    const OpenedSet opened = openPracticeSet(state_, frame_.ringDrop()->currentData().toInt(),
-                                             frame_.scoreDrop()->currentData().toInt(), session_.random);
-    if (opened.alert)
-        messages_.alert(opened.alert->text, opened.alert->title);
+    const SetDraw drawn = model_.drawSet(frame_.ringDrop()->currentData().toInt(),
+                                        frame_.scoreDrop()->currentData().toInt(), session_.random);
+    if (drawn.alert)
+        messages_.alert(drawn.alert->text, drawn.alert->title);
     // The set's target row is written before any dart; without it no set opens.
     const std::optional<qint64> targetId =
-        store_.insertStatTarget(session_.currentPlayerId, state_.targetValue, state_.targetRing);
+        store_.insertStatTarget(session_.currentPlayerId, drawn.target.value, drawn.target.ring);
     if (!targetId) {
-        state_ = before;
         setListsEnabled(true);
         reportStoreError();
         return;
     }
-    state_.targetId = *targetId;
-
-    QPushButton *go = frame_.goButton();
-    if (state_.sequenceActive()) {
-        go->setText(quitSequenceCaption(state_));
-        go->setEnabled(true);
-        frame_.targetChoice()->setEnabled(true);
-    } else {
-        go->setText(confirmCaption);
-        go->setEnabled(false);
-        frame_.targetChoice()->setEnabled(false);
-    }
-    frame_.generalText()->setText(QStringLiteral("Shoot for ") + opened.targetText);
+    model_.openSet(drawn, *targetId);
+    showStage();
+    frame_.generalText()->setText(QStringLiteral("Shoot for ") + drawn.targetText);
     board_.picture()->setEnabled(true);
     frame_.setResults()->show();
-    board_.setMarking(MarkerSet::Local, 0);
+    board_.setMarking(MarkerSet::Local, model_.dartCount());
     updateRunningStats();
     const QString unknown = QStringLiteral("??");
     for (int i = 0; i < 3; ++i) {
@@ -144,36 +149,29 @@ void PracticeController::openSet()
 
 void PracticeController::confirmSet()
 {
-    PracticeSet set{session_.currentPlayerId, state_.targetId, state_.targetValue, state_.targetRing, {}};
-    for (int i = 0; i < 3; ++i) {
-        const BoardPoint at = BoardInput::markerPoint(board_.pips()[i]);
-        const PracticeScore score = practiceScore(std::sqrt(at.x * at.x + at.y * at.y), angleFromXY(at.x, at.y));
-        const double dx = at.x - state_.target.x;
-        const double dy = at.y - state_.target.y;
-        set.darts[i] = {session_.currentPlayerId, state_.targetId, i, at.x, at.y,
-                        std::sqrt(dx * dx + dy * dy), score.score, score.ring};
-    }
+    const std::optional<SetConfirmation> confirmed = model_.confirmation(session_.currentPlayerId);
+    if (!confirmed)
+        return;
     // Darts that cannot be written stay on the board, to be confirmed again.
-    if (!recordPracticeSet(store_, set)) {
+    if (!recordPracticeSet(store_, confirmed->rows)) {
         reportStoreError();
         return;
     }
-    if (const std::optional<PracticeAlert> alert = confirmPracticeSet(state_))
-        messages_.alert(alert->text, alert->title);
-    setListsEnabled(true);
-    frame_.goButton()->setText(goCaption);
+    if (confirmed->alert)
+        messages_.alert(confirmed->alert->text, confirmed->alert->title);
+    model_.confirmSet();
+    showStage();
     frame_.generalText()->setText(atRestText());
     board_.hideMarkersFrom(MarkerSet::Local, 0);
     updateRunningStats();
-    if (state_.sequenceActive())
+    if (model_.sequence() != PracticeSequence::None)
         openSet();
 }
 
 void PracticeController::quitSequence()
 {
-    setListsEnabled(true);
-    quitPracticeSequences(state_);
-    frame_.goButton()->setText(goCaption);
+    model_.quitSequence();
+    showStage();
     emit reenterRequested();
 }
 
@@ -185,7 +183,7 @@ void PracticeController::updateRunningStats()
         return;
     }
     const RunningTotalsTexts texts =
-        runningTotalsTexts(*sums, state_.targetValue, state_.targetRing, session_.useCms);
+        runningTotalsTexts(*sums, model_.target().value, model_.target().ring, session_.useCms);
     frame_.pctAllHitText->setText(texts.pctAll);
     frame_.pctThisHitText->setText(texts.pctThis);
     frame_.avgDistAnyText->setText(texts.avgDistAny);
@@ -198,15 +196,12 @@ void PracticeController::updateRunningStats()
 void PracticeController::doAverageDist()
 {
     // Until the third dart is marked the measures stay unknown.
-    if (board_.placed() < 3)
+    const std::optional<SetGrouping> grouping = model_.grouping();
+    if (!grouping)
         return;
-    std::array<BoardPoint, 3> darts;
-    for (int i = 0; i < 3; ++i)
-        darts[i] = BoardInput::markerPoint(board_.pips()[i]);
-    const SetGrouping grouping = setGrouping(darts, state_.target);
-    frame_.avgDistText->setText(distanceText(grouping.averageDistance, session_.useCms));
-    frame_.geomDistText->setText(distanceText(grouping.centreDistance, session_.useCms));
-    frame_.groupingDistText->setText(distanceText(grouping.groupingDistance, session_.useCms));
+    frame_.avgDistText->setText(distanceText(grouping->averageDistance, session_.useCms));
+    frame_.geomDistText->setText(distanceText(grouping->centreDistance, session_.useCms));
+    frame_.groupingDistText->setText(distanceText(grouping->groupingDistance, session_.useCms));
 }
 
 // Distance and angle are measured from the practice target, the description
@@ -215,8 +210,8 @@ void PracticeController::readout(int row, BoardPoint pointer)
 {
     if (row < 0 || row > 2)
         return;
-    const double dx = pointer.x - state_.target.x;
-    const double dy = pointer.y - state_.target.y;
+    const double dx = pointer.x - model_.target().aim.x;
+    const double dy = pointer.y - model_.target().aim.y;
     frame_.rdisttext[row]->setText(distanceText(std::hypot(dx, dy), session_.useCms));
     frame_.angleText[row]->setText(degreesText(angleFromXY(dx, dy)));
     frame_.scoreText[row]->setText(dartDescriptionFromXY(pointer.x, pointer.y));
@@ -224,7 +219,7 @@ void PracticeController::readout(int row, BoardPoint pointer)
 
 void PracticeController::pointerOver(const PointerSpot &spot)
 {
-    const int placed = board_.placed();
+    const int placed = model_.dartCount();
     switch (spot.over) {
     case PointerSpot::Over::Target:
         board_.showMarkerHover(2, spot.pixel, session_.useCms);
@@ -250,24 +245,22 @@ void PracticeController::pointerOver(const PointerSpot &spot)
 void PracticeController::pointerLeft()
 {
     // After the last dart of a set the last text stays.
-    if (board_.placed() == 3)
+    if (model_.dartCount() == 3)
         return;
     board_.hideHover();
 }
 
 void PracticeController::boardClicked(BoardPoint at, int flight)
 {
-    const int placed = board_.placed();
-    if (placed >= 3)
+    const int index = model_.placeDart(at);
+    if (index < 0)
         return;
-    board_.showMarker(MarkerSet::Local, placed, at, flight);
+    board_.showMarker(MarkerSet::Local, index, at, flight);
     sounds_.play(landingCue(at), true);
-    board_.setMarking(MarkerSet::Local, placed + 1);
-    if (placed + 1 < 3)
+    board_.setMarking(MarkerSet::Local, model_.dartCount());
+    if (model_.dartCount() < 3)
         return;
-    frame_.goButton()->setText(confirmCaption);
-    frame_.goButton()->setEnabled(true);
-    frame_.targetChoice()->setEnabled(true);
+    showStage();
     frame_.generalText()->setText(QStringLiteral("Adjust Darts and \"Confirm\""));
     doAverageDist();
 }
@@ -275,11 +268,15 @@ void PracticeController::boardClicked(BoardPoint at, int flight)
 bool PracticeController::mayDrag(MarkerSet set, bool rightButton) const
 {
     const MarkerKind kind = set == MarkerSet::Target ? MarkerKind::Target : MarkerKind::Dart;
-    return dragAllowed(kind, false, board_.placed(), ThrowPhase::None, rightButton);
+    return dragAllowed(kind, false, model_.dartCount(), ThrowPhase::None, rightButton);
 }
 
-void PracticeController::markerDropped(MarkerSet, int, BoardPoint, QPointF pixel)
+void PracticeController::markerDropped(MarkerSet set, int index, BoardPoint at, QPointF pixel)
 {
+    if (set == MarkerSet::Local)
+        model_.moveDart(index, at);
+    // The read-out row is that of the marker nearest the drop, which need
+    // not be the marker dropped when it lands on another.
     const int k = board_.closestIndex(MarkerSet::Local, pixel);
     dragPipIndex_ = k;
     if (k != noMarker)

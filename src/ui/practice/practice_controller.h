@@ -7,7 +7,7 @@
 // the running totals. A count-down or count-up opens its next set at once.
 
 #include "ui/board/board_input.h"
-#include "core/practice/practice_rules.h"
+#include "core/practice/practice_session.h"
 
 #include <QObject>
 
@@ -36,7 +36,7 @@ public:
     };
     explicit PracticeController(const Context &context, QObject *parent = nullptr);
 
-    PracticeState &state() { return state_; }
+    const PracticeSession &model() const { return model_; }
     // Any mode is entered: no darts marked, no sequence running.
     void enter();
     // Practice mode is entered: no set open, the running totals shown.
@@ -44,6 +44,8 @@ public:
     // The dart dropped last.
     int dragPipIndex() const { return dragPipIndex_; }
 
+    // Does what the Go button offers: opens a set, confirms it, or quits a
+    // sequence.
     void goButtonClick();
     // Whether the Go button opens or confirms a set (rather than quitting a
     // sequence).
@@ -66,7 +68,7 @@ private:
     void confirmSet();
     void quitSequence();
     void setListsEnabled(bool enabled);
-    void showAtRest();
+    void showStage();
     void readout(int row, BoardPoint pointer);
     void reportStoreError();
 
@@ -77,7 +79,7 @@ private:
     BoardInput &board_;
     PracticeFrame &frame_;
     QWidget *window_;
-    PracticeState state_;
+    PracticeSession model_;
     int dragPipIndex_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "ui/practice/practice_frame.h"
 
+#include "core/practice/practice_session.h"
 #include "ui/dialogs/compact_layout.h"
 #include "ui/dialogs/main_button.h"
 
@@ -37,15 +38,17 @@ PracticeFrame::PracticeFrame(QWidget *parent)
     ringDrop_ = new QComboBox(frame3_);
     ringDrop_->setObjectName(QStringLiteral("RingDrop"));
     const std::pair<const char *, int> rings[] = {
-        {"-- Random --", 0}, {"Any", 1}, {"Double", 2}, {"Triple!", 3}};
+        {"-- Random --", itemData(TargetItem::Random)}, {"Any", 1}, {"Double", 2}, {"Triple!", 3}};
     for (const auto &[text, data] : rings)
         ringDrop_->addItem(QString::fromLatin1(text), data);
     scoreDrop_ = new QComboBox(frame3_);
     scoreDrop_->setObjectName(QStringLiteral("ScoreDrop"));
-    const std::pair<const char *, int> specials[] = {
-        {"-- Random --", 0}, {"-- Count Down  --", -1}, {"-- Count Up --", -2}, {"Bull", 21}};
+    const std::pair<const char *, TargetItem> specials[] = {{"-- Random --", TargetItem::Random},
+                                                            {"-- Count Down  --", TargetItem::CountDown},
+                                                            {"-- Count Up --", TargetItem::CountUp},
+                                                            {"Bull", TargetItem::Bull}};
     for (const auto &[text, data] : specials)
-        scoreDrop_->addItem(QString::fromLatin1(text), data);
+        scoreDrop_->addItem(QString::fromLatin1(text), itemData(data));
     for (int number = 20; number >= 1; --number)
         scoreDrop_->addItem(QString::number(number), number);
     choice->addRow(QStringLiteral("Ring:"), ringDrop_);
