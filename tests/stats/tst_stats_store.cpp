@@ -3,7 +3,7 @@
 
 #include "../support/sql_rows.h"
 #include "core/stats/game_record.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -13,12 +13,12 @@
 
 using namespace tavrix;
 
-class TestStatsStore : public QObject {
+class TestSqliteStore : public QObject {
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> dir_;
     QString path_;
-    StatsStore store_;
+    SqliteStore store_;
 
     QList<QVariantList> read(const QString &sql) const { return OtherConnection(path_).rows(sql); }
 
@@ -117,7 +117,7 @@ private slots:
     // a game are played through the window.)
     void aFileThatIsNoDatabaseIsLeftAlone()
     {
-        StatsStore other(QStringLiteral("other"));
+        SqliteStore other(QStringLiteral("other"));
         QFile notes(dir_->filePath(QStringLiteral("notes.db")));
         const QByteArray content = "These are my notes, not a database.\n";
         QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write(content) == content.size());
@@ -145,11 +145,11 @@ private slots:
     {
         const qint64 player = *store_.insertPlayer(QStringLiteral("Ann"));
         {
-            StatsStore::Batch batch(store_);
+            SqliteStore::Batch batch(store_);
             QVERIFY(store_.insertStatTarget(player, 20, 1));
         }
         {
-            StatsStore::Batch batch(store_);
+            SqliteStore::Batch batch(store_);
             QVERIFY(store_.insertStatTarget(player, 19, 1));
             QVERIFY(batch.commit());
         }
@@ -197,5 +197,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestStatsStore)
+QTEST_GUILESS_MAIN(TestSqliteStore)
 #include "tst_stats_store.moc"

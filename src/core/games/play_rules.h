@@ -10,7 +10,7 @@
 #include "core/sound/sound_cue.h"
 #include "core/stats/game_codes.h"
 #include "core/stats/local_tallies.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/records.h"
 
 #include <QList>
 #include <QString>

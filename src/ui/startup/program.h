@@ -6,7 +6,7 @@
 
 #include "core/games/checkout_chart.h"
 #include "core/session/session.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QSize>
 #include <QString>
@@ -54,7 +54,7 @@ public:
 
     Session &session() { return session_; }
     bool isShutDown() const { return shutDownDone_; }
-    StatsStore &store() { return store_; }
+    SqliteStore &store() { return store_; }
     const CheckoutChart &checkoutChart() const { return chart_; }
     Messages &messages() { return messages_; }
     Sounds &sounds() { return *sounds_; }
@@ -70,7 +70,7 @@ private:
     std::unique_ptr<Sounds> sounds_;
     Session session_;
     bool shutDownDone_ = false;
-    StatsStore store_;
+    SqliteStore store_;
     CheckoutChart chart_;
     std::unique_ptr<Darts> window_;
     int exitCode_ = 0;
