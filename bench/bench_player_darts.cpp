@@ -16,7 +16,7 @@
 #include "core/review/review_rules.h"
 #include "ui/startup/darts_window.h"
 #include "ui/startup/program.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -63,7 +63,7 @@ int main(int argc, char *argv[])
     const int darts = argc > 2 ? QString::fromLocal8Bit(argv[2]).toInt() : 1000000;
     qint64 player = 0;
     {
-        StatsStore store(QStringLiteral("fill"));
+        SqliteStore store(QStringLiteral("fill"));
         if (path.isEmpty() || !QFileInfo::exists(path)) {
             if (path.isEmpty())
                 path = dir.filePath(QStringLiteral("bench.db"));
@@ -85,7 +85,7 @@ int main(int argc, char *argv[])
     const int runs = 3;
     qint64 values = 0;
     const double scanMs = bestOf(runs, [&] {
-        StatsStore store(QStringLiteral("scan"));
+        SqliteStore store(QStringLiteral("scan"));
         const auto distances = store.open(path) ? store.playerDistances(player) : std::nullopt;
         values = distances ? qint64(distances->values.size()) : 0;
         return distances.has_value();
@@ -93,12 +93,12 @@ int main(int argc, char *argv[])
     std::printf("player's darts: %lld\n", values);
     line("full read of the distances", scanMs, scanMs);
     line("\"You\" profile, read afresh", bestOf(runs, [&] {
-             StatsStore store(QStringLiteral("profile"));
+             SqliteStore store(QStringLiteral("profile"));
              SkillProfileState state;
              return store.open(path) && buildSkillProfile(state, SkillLevel::You, 0, store, player);
          }), scanMs);
     line("review counts, read afresh", bestOf(runs, [&] {
-             StatsStore store(QStringLiteral("counts"));
+             SqliteStore store(QStringLiteral("counts"));
              return store.open(path) && store.targetCounts(player).has_value();
          }), scanMs);
 

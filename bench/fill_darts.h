@@ -5,7 +5,7 @@
 // spread over every target, one transaction per confirmed set.
 
 #include "core/board/board_geometry.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -45,13 +45,13 @@ inline double percentile(std::vector<double> values, double p)
     return values[index];
 }
 
-inline bool failed(const StatsStore &store)
+inline bool failed(const SqliteStore &store)
 {
     std::fprintf(stderr, "failed: %s\n", qPrintable(store.lastError()));
     return false;
 }
 
-inline bool writeGameDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
+inline bool writeGameDarts(SqliteStore &store, qint64 player, int sets, QRandomGenerator &random,
                     std::vector<double> &setMicros)
 {
     QElapsedTimer timer;
@@ -66,7 +66,7 @@ inline bool writeGameDarts(StatsStore &store, qint64 player, int sets, QRandomGe
         const int number = set % 3 == 0 ? 19 : 20;
         const BoardPoint aim = aimPoint(3, number);
         timer.start();
-        StatsStore::Batch batch(store);
+        SqliteStore::Batch batch(store);
         for (int seq = 0; seq < dartsPerSet; ++seq) {
             const Dart d = throwAt(random, aim);
             if (!store.insertGameDart({game, player, set % setsPerGame + 1, seq, d.x, d.y, d.dist,
@@ -80,7 +80,7 @@ inline bool writeGameDarts(StatsStore &store, qint64 player, int sets, QRandomGe
     return true;
 }
 
-inline bool writePracticeDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
+inline bool writePracticeDarts(SqliteStore &store, qint64 player, int sets, QRandomGenerator &random,
                         std::vector<double> &setMicros)
 {
     QElapsedTimer timer;
@@ -94,7 +94,7 @@ inline bool writePracticeDarts(StatsStore &store, qint64 player, int sets, QRand
         const auto target = store.insertStatTarget(player, value, ring);
         if (!target)
             return failed(store);
-        StatsStore::Batch batch(store);
+        SqliteStore::Batch batch(store);
         for (int seq = 0; seq < dartsPerSet; ++seq) {
             const Dart d = throwAt(random, aim);
             if (!store.insertStatThrow({player, *target, seq, d.x, d.y, d.dist, d.score.number,
@@ -110,7 +110,7 @@ inline bool writePracticeDarts(StatsStore &store, qint64 player, int sets, QRand
 
 // Both halves for `darts` darts in all; false (with the store's error
 // printed) when a write fails.
-inline bool fillDarts(StatsStore &store, qint64 player, int darts, QRandomGenerator &random)
+inline bool fillDarts(SqliteStore &store, qint64 player, int darts, QRandomGenerator &random)
 {
     std::vector<double> setMicros;
     const int sets = darts / dartsPerSet;

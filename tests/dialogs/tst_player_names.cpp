@@ -3,7 +3,7 @@
 // network message is refused.
 
 #include "core/players/player_names.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,7 +28,7 @@ private slots:
     void namesAreJudgedTrimmedAndRefusedWhenTheyWouldBreakALine()
     {
         QTemporaryDir dir;
-        StatsStore store;
+        SqliteStore store;
         QVERIFY(store.open(dir.filePath(QStringLiteral("t.db"))));
         QVERIFY(store.insertPlayer(QStringLiteral("Ann")) && store.insertPlayer(QStringLiteral("  Cy ")));
         const auto x = [](int n, const char *piece) { return QString::fromUtf8(piece).repeated(n); };

@@ -4,7 +4,7 @@
 #include "core/games/checkout_chart.h"
 
 #include "../support/sql_rows.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -23,7 +23,7 @@ class TestCheckoutChart : public QObject {
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> dir_;
-    StatsStore store_;
+    SqliteStore store_;
 
     // A new database whose chart another program has damaged.
     void openDamaged(const QStringList &statements)

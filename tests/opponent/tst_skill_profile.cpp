@@ -3,6 +3,7 @@
 // times the average are checked through the review frame (tst_main_window).
 
 #include "core/opponent/skill_profile.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -13,7 +14,7 @@ class TestSkillProfile : public QObject {
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> dir_;
-    std::unique_ptr<StatsStore> store_;
+    std::unique_ptr<SqliteStore> store_;
     qint64 player_ = 0;
     qint64 game_ = 0;
     qint64 target_ = 0;
@@ -32,7 +33,7 @@ private slots:
     void init()
     {
         dir_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<StatsStore>();
+        store_ = std::make_unique<SqliteStore>();
         QVERIFY(store_->open(dir_->filePath(QStringLiteral("t.db"))));
         player_ = *store_->insertPlayer(QStringLiteral("Ann"));
         game_ = *store_->insertGame({player_, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
@@ -73,28 +74,6 @@ private slots:
         QCOMPARE(state.youSampleCount, 200);
     }
 
-    // The quarters as the profile cuts them, from distances in any order:
-    // the count, the average, the eight bounds and the wild count. An empty
-    // distance sorts first and takes a place among the closest; repeats count
-    // once; quarters that hold nothing read 0.
-    void quartersOfDistances()
-    {
-        const struct {
-            QList<double> distances;
-            bool hasNull;
-            QList<double> expected;
-        } cases[] = {{{5, 1, 4, 2, 3}, false, {5, 3, 2, 3, 3, 3, 3, 4, 5, 0}},
-                     {{5, 1, 4, 2, 3}, true, {5, 3, 1, 2, 2, 3, 3, 4, 5, 0}},
-                     {{1, 2, 1}, false, {2, 1.5, 1, 0, 0, 0, 0, 2, 2, 0}},
-                     {{1, 2, 3, 4, 5, 6, 7, 100}, false, {8, 16, 2, 3, 4, 5, 6, 7, 100, 1}}};
-        for (const auto &c : cases) {
-            const DistanceQuarters q = distanceQuartersOf({{c.distances.begin(), c.distances.end()}, c.hasNull}, 1);
-            QCOMPARE((QList<double>{double(q.sampleCount), q.average, q.tightestMax, q.secondMin, q.secondMax,
-                                    q.thirdMin, q.thirdMax, q.widestMin, q.widestMax, double(q.wildCount)}),
-                     c.expected);
-        }
-    }
-
     // The quarters and the counts, kept between reads, follow a change made
     // through another connection. (A change through this one is seen in
     // youProfileNeedsTwoHundredDistinctDistances.)
@@ -103,7 +82,7 @@ private slots:
         for (int d = 1; d <= 250; ++d)
             practiceDart(d);
         QVERIFY(store_->distanceQuarters(player_, youMinSamples) && store_->targetCounts(player_));
-        StatsStore other(QStringLiteral("other"));
+        SqliteStore other(QStringLiteral("other"));
         QVERIFY(other.open(dir_->filePath(QStringLiteral("t.db"))));
         QVERIFY(other.insertStatThrow({player_, target_, 0, 0, 0, 950, 0, 0}));
         QCOMPARE(store_->distanceQuarters(player_, youMinSamples)->widestMax, 950.0);

@@ -5,6 +5,7 @@
 #include "../support/sql_rows.h"
 #include "core/practice/practice_rules.h"
 #include "core/practice/practice_totals.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -54,7 +55,7 @@ class TestPracticeTotals : public QObject {
 
     std::unique_ptr<QTemporaryDir> dir_;
     QString path_;
-    StatsStore store_;
+    SqliteStore store_;
     qint64 ann_ = 0;
     qint64 bob_ = 0;
 

@@ -4,7 +4,7 @@
 
 #include "core/review/dart_spread.h"
 #include "core/review/review_rules.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QLocale>
 #include <QTemporaryDir>
@@ -16,7 +16,7 @@ using namespace tavrix;
 
 namespace {
 
-using Dart = StatsStore::AreaDart;
+using Dart = AreaDart;
 
 bool near(double a, double b, double tolerance = 1e-9)
 {
@@ -115,7 +115,7 @@ private slots:
     void storeReadsTheDartsOfAnArea()
     {
         QTemporaryDir dir;
-        StatsStore store;
+        SqliteStore store;
         QVERIFY(store.open(dir.filePath(QStringLiteral("tavrix.db"))));
         const qint64 ann = *store.insertPlayer(QStringLiteral("Ann"));
         const qint64 bob = *store.insertPlayer(QStringLiteral("Bob"));
@@ -129,7 +129,7 @@ private slots:
         QVERIFY(store.insertGameDart({game, ann, 1, 0, 20, 21, 1, 20, 3, 20, 3}));
         QVERIFY(store.insertGameDart({game, bob, 1, 1, 24, 25, 1, 20, 3, 20, 3}));
 
-        const std::optional<StatsStore::AreaDarts> t20 = store.areaDarts(ann, 20, 3);
+        const std::optional<AreaDarts> t20 = store.areaDarts(ann, 20, 3);
         QVERIFY(t20);
         QCOMPARE(t20->practice, (std::vector<Dart>{{3, 4, 20, 1}, {13.5, -14.25, 25, 1}}));
         QCOMPARE(t20->game, (std::vector<Dart>{{20, 21, 20, 3}}));

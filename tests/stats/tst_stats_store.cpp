@@ -3,9 +3,11 @@
 
 #include "../support/sql_rows.h"
 #include "core/stats/game_record.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_schema.h"
+#include "core/stats/sqlite_store.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QLocale>
 #include <QTemporaryDir>
@@ -13,14 +15,44 @@
 
 using namespace tavrix;
 
-class TestStatsStore : public QObject {
+class TestSqliteStore : public QObject {
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> dir_;
     QString path_;
-    StatsStore store_;
+    SqliteStore store_;
 
     QList<QVariantList> read(const QString &sql) const { return OtherConnection(path_).rows(sql); }
+
+    // A file as the first program version left it, with a row in each table
+    // of the darts, in rollback journal mode and then changed by `changes`.
+    QString firstVersionFile(const QStringList &changes) const
+    {
+        const QString path = dir_->filePath(QStringLiteral("first.db"));
+        {
+            SqliteStore maker(QStringLiteral("maker"));
+            if (!maker.open(path))
+                qWarning("%s", qPrintable(maker.lastError()));
+            const qint64 ann = maker.insertPlayer(QStringLiteral("Ann")).value_or(0);
+            const qint64 game = maker.insertGame({ann, GameType::X01_501, SkillLevel::You, QStringLiteral("Computer")}).value_or(0);
+            maker.insertGameDart({game, ann, 1, 0, 1.5, 2.5, 3.5, 20, 3, 20, 3});
+            maker.finishGame(game, {QStringLiteral("W"), 9, 501, 180, 141});
+            const qint64 target = maker.insertStatTarget(ann, 19, 2).value_or(0);
+            maker.insertStatThrow({ann, target, 0, 1, 2, 3, 19, 2});
+        }
+        OtherConnection(path).exec(QStringList{QStringLiteral("PRAGMA journal_mode=DELETE"),
+                                               QStringLiteral("PRAGMA user_version = 0")}
+                                   + changes);
+        return path;
+    }
+    static QList<QVariantList> everyRow(const QString &path)
+    {
+        const OtherConnection db(path, QStringLiteral("rows"));
+        QList<QVariantList> rows;
+        for (const char *table : {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart"})
+            rows += db.rows(QStringLiteral("SELECT '%1', * FROM %1 ORDER BY rowid").arg(QLatin1String(table)));
+        return rows;
+    }
 
 private slots:
     void init()
@@ -35,28 +67,68 @@ private slots:
         QLocale::setDefault(QLocale::c());
     }
 
-    // A new file has the tables and columns other programs read, the whole
-    // chart with empty fields as empty text, WAL mode and the indexes. (That
-    // the chart is not filled twice is seen at every start in tst_main_window,
-    // which would name the surplus rows.)
-    void newDatabaseHasTheSchemaAndTheChart()
+    // A new file carries the newest version of the tables, the whole chart
+    // with empty fields as empty text, and WAL mode. (That the chart is not
+    // filled twice is seen at every start in tst_main_window, which would
+    // name the surplus rows.)
+    void newFileHasTheNewestVersionAndTheChart()
     {
-        auto columns = [this](const char *table) {
-            QStringList names;
-            for (const QVariantList &row : read(QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table)))
-                names.append(row[0].toString());
-            return names;
-        };
-        QCOMPARE(columns("gamesdarts"), QStringList({"creationDate", "games_id", "players_id", "setseq", "dartseq",
-                                                     "x", "y", "dist", "score", "ring", "targetscore", "targetring"}));
-        QCOMPARE(columns("games"), QStringList({"id", "creationdate", "players_id", "gametype", "skill", "opponent",
-                                                "result", "throws", "points", "bestset", "outset"}));
-        QCOMPARE(columns("statsthrows"), QStringList({"id", "players_id", "statstargets_id", "seq", "x", "y",
-                                                      "dist", "score", "ring"}));
+        QCOMPARE(read(QStringLiteral("PRAGMA user_version")), (QList<QVariantList>{{newestSchemaVersion()}}));
         QCOMPARE(read(QStringLiteral("SELECT count(*), count(DISTINCT points), sum(doubleout IS NULL) FROM outchart")),
                  (QList<QVariantList>{{180, 180, 0}}));
         QCOMPARE(read(QStringLiteral("PRAGMA journal_mode")), (QList<QVariantList>{{"wal"}}));
-        QVERIFY(read(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'index'"))[0][0].toInt() >= 5);
+    }
+
+    // The first program version kept no version number: its file is
+    // recognised by its tables and upgraded, every row kept and the chart
+    // not filled again.
+    void fileOfTheFirstVersionIsUpgradedKeepingEveryRow()
+    {
+        const QString path = firstVersionFile({});
+        const QList<QVariantList> before = everyRow(path);
+        QCOMPARE(before.size(), 180 + 5);
+        {
+            SqliteStore store(QStringLiteral("upgrade"));
+            QVERIFY2(store.open(path), qPrintable(store.lastError()));
+        }
+        QCOMPARE(everyRow(path), before);
+        QCOMPARE(OtherConnection(path).value(QStringLiteral("PRAGMA user_version")).toInt(), newestSchemaVersion());
+    }
+
+    void refusedFileIsLeftByteForByte_data()
+    {
+        QTest::addColumn<QStringList>("changes"); // made to a file of the first version
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("newer version") << QStringList{QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion() + 1)}
+                                       << QStringLiteral(": it was written by a newer version of Tavrix");
+        // The first step writes (the index again), the second fails on the
+        // table in its way: nothing of the first may stay.
+        QTest::newRow("failed upgrade") << QStringList{QStringLiteral("DROP INDEX statsthrows_player"),
+                                                       QStringLiteral("DROP TABLE practicetargetsums"),
+                                                       QStringLiteral("CREATE TABLE practicetargetsums (other TEXT)")}
+                                        << QStringLiteral(": no such column: players_id");
+    }
+
+    // A file of a newer version, or one whose upgrade fails, is refused,
+    // named, and left as it was, its journal mode too.
+    void refusedFileIsLeftByteForByte()
+    {
+        QFETCH(QStringList, changes);
+        QFETCH(QString, reason);
+        const QString path = firstVersionFile(changes);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray before = file.readAll();
+        file.close();
+        {
+            SqliteStore store(QStringLiteral("upgrade"));
+            QVERIFY(!store.open(path));
+            QVERIFY2(store.lastError().startsWith(QStringLiteral("Cannot open the statistics database ")
+                                                  + QDir::toNativeSeparators(path) + reason),
+                     qPrintable(store.lastError()));
+        }
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), before);
     }
 
     // Names are stored and found exactly: no trimming, quotes and statements
@@ -117,7 +189,7 @@ private slots:
     // a game are played through the window.)
     void aFileThatIsNoDatabaseIsLeftAlone()
     {
-        StatsStore other(QStringLiteral("other"));
+        SqliteStore other(QStringLiteral("other"));
         QFile notes(dir_->filePath(QStringLiteral("notes.db")));
         const QByteArray content = "These are my notes, not a database.\n";
         QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write(content) == content.size());
@@ -145,11 +217,11 @@ private slots:
     {
         const qint64 player = *store_.insertPlayer(QStringLiteral("Ann"));
         {
-            StatsStore::Batch batch(store_);
+            SqliteStore::Batch batch(store_);
             QVERIFY(store_.insertStatTarget(player, 20, 1));
         }
         {
-            StatsStore::Batch batch(store_);
+            SqliteStore::Batch batch(store_);
             QVERIFY(store_.insertStatTarget(player, 19, 1));
             QVERIFY(batch.commit());
         }
@@ -197,5 +269,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestStatsStore)
+QTEST_GUILESS_MAIN(TestSqliteStore)
 #include "tst_stats_store.moc"

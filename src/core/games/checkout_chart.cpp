@@ -1,6 +1,6 @@
 #include "core/games/checkout_chart.h"
 
-#include "core/stats/stats_store.h"
+#include "core/stats/chart_store.h"
 
 #include <QStringList>
 
@@ -202,7 +202,7 @@ ChartRepair planChartRepair(const QList<StoredChartRow> &stored, const QList<Cha
     return repair;
 }
 
-bool loadCheckoutChart(StatsStore &store, CheckoutChart &chart)
+bool loadCheckoutChart(ChartStore &store, CheckoutChart &chart)
 {
     const std::optional<QList<ChartRow>> rows = store.outchartRows();
     if (!rows)
@@ -211,7 +211,7 @@ bool loadCheckoutChart(StatsStore &store, CheckoutChart &chart)
     return true;
 }
 
-std::optional<ChartRepairReport> loadRepairedCheckoutChart(StatsStore &store, CheckoutChart &chart)
+std::optional<ChartRepairReport> loadRepairedCheckoutChart(ChartStore &store, CheckoutChart &chart)
 {
     const std::optional<QList<StoredChartRow>> stored = store.storedOutchartRows();
     if (!stored)

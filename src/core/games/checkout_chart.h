@@ -16,7 +16,7 @@
 
 namespace tavrix {
 
-class StatsStore;
+class ChartStore;
 
 // Parses a field of dart codes: "S", "D" or "T" followed by 1 to 20 or 25,
 // separated by commas ("T20,T20,D25"). An empty field is an empty route.
@@ -78,7 +78,7 @@ ChartRepair planChartRepair(const QList<StoredChartRow> &stored, const QList<Cha
 
 // Reads the whole `outchart` table into `chart`. False (with the chart left
 // as it was) when the table cannot be read.
-bool loadCheckoutChart(StatsStore &store, CheckoutChart &chart);
+bool loadCheckoutChart(ChartStore &store, CheckoutChart &chart);
 
 // What loading the chart at start-up did about damaged rows.
 struct ChartRepairReport {
@@ -93,6 +93,6 @@ struct ChartRepairReport {
 // writing the mended rows back in one transaction. When they cannot be
 // written the mended chart is still what `chart` holds. Nothing when the
 // table cannot be read (the store's lastError() says why; `chart` unchanged).
-std::optional<ChartRepairReport> loadRepairedCheckoutChart(StatsStore &store, CheckoutChart &chart);
+std::optional<ChartRepairReport> loadRepairedCheckoutChart(ChartStore &store, CheckoutChart &chart);
 
 } // namespace tavrix

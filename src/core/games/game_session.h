@@ -12,7 +12,7 @@
 #include "core/games/game_rules.h"
 #include "core/games/play_rules.h"
 #include "core/stats/local_tallies.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/records.h"
 
 #include <QObject>
 

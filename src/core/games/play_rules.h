@@ -7,7 +7,7 @@
 
 #include "core/board/board_geometry.h"
 #include "core/games/game_rules.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/records.h"
 
 #include <QList>
 #include <QString>

@@ -43,7 +43,7 @@ SkillProfile profileFromQuarters(const DistanceQuarters &q)
     return profile;
 }
 
-bool buildSkillProfile(SkillProfileState &state, SkillLevel skill, double /*moodFactor*/, StatsStore &store,
+bool buildSkillProfile(SkillProfileState &state, SkillLevel skill, double /*moodFactor*/, DartHistory &store,
                        qint64 playerId)
 {
     if (skill == SkillLevel::BPlayer || skill == SkillLevel::APlayer || skill == SkillLevel::Master) {

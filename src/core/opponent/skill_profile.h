@@ -5,7 +5,7 @@
 // from a table in inches; the "You" level is cut from the player's own darts.
 
 #include "core/stats/game_codes.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/dart_history.h"
 
 #include <array>
 #include <optional>
@@ -47,7 +47,7 @@ struct SkillProfileState {
 // with too few samples changes only the sample count. The mood factor is
 // handed over with the skill but shapes neither kind of profile. False, with
 // the store's lastError(), when the database fails.
-bool buildSkillProfile(SkillProfileState &state, SkillLevel skill, double moodFactor, StatsStore &store,
+bool buildSkillProfile(SkillProfileState &state, SkillLevel skill, double moodFactor, DartHistory &store,
                        qint64 playerId);
 
 } // namespace tavrix

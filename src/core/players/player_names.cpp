@@ -1,6 +1,6 @@
 #include "core/players/player_names.h"
 
-#include "core/stats/stats_store.h"
+#include "core/stats/player_store.h"
 
 #include <algorithm>
 
@@ -22,7 +22,7 @@ bool refusedInName(QChar c)
 
 } // namespace
 
-std::optional<QString> playerNameProblem(StatsStore &store, const QString &typed)
+std::optional<QString> playerNameProblem(PlayerStore &store, const QString &typed)
 {
     const QString trimmed = typed.trimmed();
     if (trimmed.isEmpty())

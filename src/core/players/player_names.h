@@ -8,7 +8,7 @@
 
 namespace tavrix {
 
-class StatsStore;
+class PlayerStore;
 
 // The longest name accepted, counted without leading and trailing blanks:
 // thirty ordinary letters fit the greeting at the top of the play frame
@@ -21,6 +21,6 @@ inline constexpr int maxPlayerNameLength = 30;
 // is stored as typed, so line breaks and other control characters are refused
 // anywhere in it, blanks at the ends included. "|" is refused too: it
 // separates the fields of a network message.
-std::optional<QString> playerNameProblem(StatsStore &store, const QString &typed);
+std::optional<QString> playerNameProblem(PlayerStore &store, const QString &typed);
 
 } // namespace tavrix

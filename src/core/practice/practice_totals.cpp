@@ -27,13 +27,13 @@ void addPracticeDart(PracticeSums &sums, qint64 playerId, int targetValue, int t
     }
 }
 
-std::optional<PracticeSums> practiceSums(StatsStore &store, qint64 playerId)
+std::optional<PracticeSums> practiceSums(PracticeLog &store, qint64 playerId)
 {
     if (std::optional<PracticeSums> kept = store.keptPracticeSums(playerId))
         return kept;
     // Read and kept in one transaction, so that sums kept are those of the
     // darts read even when another program writes darts meanwhile.
-    StatsStore::Batch batch(store);
+    PracticeLog::Batch batch(store);
     PracticeSums sums;
     if (!store.readPracticeDarts(playerId, [&](int targetValue, int targetRing, const PracticeDart &dart) {
             addPracticeDart(sums, playerId, targetValue, targetRing, dart);
@@ -45,9 +45,9 @@ std::optional<PracticeSums> practiceSums(StatsStore &store, qint64 playerId)
     return sums;
 }
 
-bool recordPracticeSet(StatsStore &store, const PracticeSet &set)
+bool recordPracticeSet(PracticeLog &store, const PracticeSet &set)
 {
-    StatsStore::Batch batch(store);
+    PracticeLog::Batch batch(store);
     if (!batch.isActive())
         return false;
     // Sums are carried forward only when they were kept before these darts

@@ -7,7 +7,7 @@
 // agree to the last bit.
 
 #include "core/board/board_geometry.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/practice_log.h"
 
 #include <array>
 
@@ -20,7 +20,7 @@ void addPracticeDart(PracticeSums &sums, qint64 playerId, int targetValue, int t
 // The player's sums: the kept ones, or built from every practice dart (one
 // read) and kept for next time. None when the darts cannot be read
 // (store.lastError() says why).
-std::optional<PracticeSums> practiceSums(StatsStore &store, qint64 playerId);
+std::optional<PracticeSums> practiceSums(PracticeLog &store, qint64 playerId);
 
 // A confirmed set: its three darts, and the kept sums brought up to date, in
 // one transaction. False (with store.lastError()) when nothing was written.
@@ -33,6 +33,6 @@ struct PracticeSet {
     // practice score.
     std::array<PracticeDart, 3> darts;
 };
-bool recordPracticeSet(StatsStore &store, const PracticeSet &set);
+bool recordPracticeSet(PracticeLog &store, const PracticeSet &set);
 
 } // namespace tavrix

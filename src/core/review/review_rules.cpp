@@ -46,10 +46,10 @@ ReviewTally &ReviewTally::operator+=(const ReviewTally &other)
     return *this;
 }
 
-ReviewTally reviewTally(const ReviewArea &area, const std::vector<StatsStore::AreaDart> &darts)
+ReviewTally reviewTally(const ReviewArea &area, const std::vector<AreaDart> &darts)
 {
     ReviewTally tally;
-    for (const StatsStore::AreaDart &dart : darts) {
+    for (const AreaDart &dart : darts) {
         ++tally.darts;
         if (reviewHit(area, dart.score, dart.ring))
             ++tally.hits;

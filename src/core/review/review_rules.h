@@ -5,7 +5,7 @@
 // them. Pure rules; the review controller reads the darts and shows the texts.
 
 #include "core/board/board_geometry.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/records.h"
 
 #include <QString>
 
@@ -48,7 +48,7 @@ struct ReviewTally {
 
 // The darts as read, their distances measured from their stored position to
 // the area's aiming point and summed in this order.
-ReviewTally reviewTally(const ReviewArea &area, const std::vector<StatsStore::AreaDart> &darts);
+ReviewTally reviewTally(const ReviewArea &area, const std::vector<AreaDart> &darts);
 
 // What a figure frame shows: "0" darts and "N/A" for the percentage and the
 // average when there are none.

@@ -5,7 +5,7 @@
 
 #include "core/stats/game_codes.h"
 #include "core/stats/local_tallies.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/records.h"
 
 #include <QString>
 

@@ -14,7 +14,7 @@ bool GameRecorder::flush()
 {
     if (!hasPending())
         return true;
-    StatsStore::Batch batch(store_);
+    GameLog::Batch batch(store_);
     if (!batch.isActive())
         return false;
     for (const GameDart &row : std::as_const(rows_)) {

@@ -5,7 +5,7 @@
 // file is in use by another program, read-only, or the disk is full) is kept
 // in memory and written first by the next write that succeeds.
 
-#include "core/stats/stats_store.h"
+#include "core/stats/game_log.h"
 
 #include <QList>
 
@@ -15,7 +15,7 @@ namespace tavrix {
 
 class GameRecorder {
 public:
-    explicit GameRecorder(StatsStore &store)
+    explicit GameRecorder(GameLog &store)
         : store_(store)
     {
     }
@@ -30,7 +30,7 @@ public:
     int pendingRows() const { return static_cast<int>(rows_.size()); }
 
 private:
-    StatsStore &store_;
+    GameLog &store_;
     QList<GameDart> rows_;
     QList<std::pair<qint64, GameResult>> finished_;
 };

@@ -14,7 +14,7 @@
 #include "core/session/session.h"
 #include "ui/sound/sounds.h"
 #include "core/stats/game_record.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/game_store.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>

@@ -31,7 +31,7 @@ class GameFrame;
 class Messages;
 class OpponentNameDialog;
 class Sounds;
-class StatsStore;
+class GameStore;
 struct Session;
 struct SkillProfileState;
 
@@ -41,7 +41,7 @@ class PlayController : public QObject, public BoardController {
 public:
     struct Context {
         Session &session;
-        StatsStore &store;
+        GameStore &store;
         Sounds &sounds;
         Messages &messages;
         const Advisor &advisor;

@@ -5,14 +5,14 @@
 #include "ui/dialogs/prompt_layout.h"
 #include "core/players/player_names.h"
 #include "core/session/session.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/player_store.h"
 
 #include <QLineEdit>
 #include <QPushButton>
 
 namespace tavrix {
 
-NewUserDialog::NewUserDialog(StatsStore &store, Session &session, Messages &messages,
+NewUserDialog::NewUserDialog(PlayerStore &store, Session &session, Messages &messages,
                              QWidget *mainWindow)
     : QDialog(mainWindow)
     , store_(store)

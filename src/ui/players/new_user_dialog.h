@@ -7,7 +7,7 @@ class QLineEdit;
 namespace tavrix {
 
 class Messages;
-class StatsStore;
+class PlayerStore;
 struct Session;
 
 // Asks for the first player's name when there are no players yet. On "OK"
@@ -16,7 +16,7 @@ class NewUserDialog : public QDialog {
     Q_OBJECT
 
 public:
-    NewUserDialog(StatsStore &store, Session &session, Messages &messages, QWidget *mainWindow);
+    NewUserDialog(PlayerStore &store, Session &session, Messages &messages, QWidget *mainWindow);
 
 protected:
     void showEvent(QShowEvent *event) override;
@@ -24,7 +24,7 @@ protected:
 private:
     void createPlayer();
 
-    StatsStore &store_;
+    PlayerStore &store_;
     Session &session_;
     Messages &messages_;
     QWidget *mainWindow_;

@@ -4,7 +4,7 @@
 #include "ui/dialogs/placement.h"
 #include "core/players/player_names.h"
 #include "core/session/session.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/player_store.h"
 
 #include <QButtonGroup>
 #include <QComboBox>
@@ -56,7 +56,7 @@ QGroupBox *operationFrame(const char *name, const QString &caption, QLabel *prom
 
 } // namespace
 
-UserEditDialog::UserEditDialog(StatsStore &store, Session &session, Messages &messages,
+UserEditDialog::UserEditDialog(PlayerStore &store, Session &session, Messages &messages,
                                QWidget *mainWindow)
     : QDialog(mainWindow)
     , store_(store)

@@ -10,7 +10,7 @@ class QRadioButton;
 namespace tavrix {
 
 class Messages;
-class StatsStore;
+class PlayerStore;
 struct Session;
 
 // Creates players, deletes players other than the current one and renames
@@ -19,7 +19,7 @@ class UserEditDialog : public QDialog {
     Q_OBJECT
 
 public:
-    UserEditDialog(StatsStore &store, Session &session, Messages &messages, QWidget *mainWindow);
+    UserEditDialog(PlayerStore &store, Session &session, Messages &messages, QWidget *mainWindow);
 
     // Places the dialog over the main window, refreshes it and waits until it
     // is hidden.
@@ -36,7 +36,7 @@ private:
     void notice(const QString &text);
     void reportFailure();
 
-    StatsStore &store_;
+    PlayerStore &store_;
     Session &session_;
     Messages &messages_;
     QWidget *mainWindow_;

@@ -4,14 +4,14 @@
 #include "ui/dialogs/placement.h"
 #include "ui/dialogs/prompt_layout.h"
 #include "core/session/session.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/player_store.h"
 
 #include <QComboBox>
 #include <QPushButton>
 
 namespace tavrix {
 
-UserSelectDialog::UserSelectDialog(StatsStore &store, Session &session, Messages &messages,
+UserSelectDialog::UserSelectDialog(PlayerStore &store, Session &session, Messages &messages,
                                    QWidget *mainWindow, std::function<void()> onChosen)
     : QDialog(mainWindow)
     , store_(store)

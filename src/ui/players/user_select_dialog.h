@@ -9,7 +9,7 @@ class QComboBox;
 namespace tavrix {
 
 class Messages;
-class StatsStore;
+class PlayerStore;
 struct Session;
 
 // Chooses the current player from all players.
@@ -19,7 +19,7 @@ class UserSelectDialog : public QDialog {
 public:
     // `onChosen` runs after a player was chosen with "OK": the main window
     // re-enters its current mode.
-    UserSelectDialog(StatsStore &store, Session &session, Messages &messages, QWidget *mainWindow,
+    UserSelectDialog(PlayerStore &store, Session &session, Messages &messages, QWidget *mainWindow,
                      std::function<void()> onChosen);
 
     // Places the dialog over the main window, refreshes the list and waits
@@ -31,7 +31,7 @@ public:
 private:
     void choose();
 
-    StatsStore &store_;
+    PlayerStore &store_;
     Session &session_;
     Messages &messages_;
     QWidget *mainWindow_;

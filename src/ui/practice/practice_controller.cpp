@@ -7,7 +7,7 @@
 #include "ui/practice/practice_frame.h"
 #include "core/session/session.h"
 #include "core/sound/sound_cue.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/practice_log.h"
 
 #include <QComboBox>
 #include <QGroupBox>

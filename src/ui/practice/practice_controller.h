@@ -18,7 +18,7 @@ namespace tavrix {
 class Messages;
 class PracticeFrame;
 class SoundOut;
-class StatsStore;
+class PracticeLog;
 struct Session;
 
 class PracticeController : public QObject, public BoardController {
@@ -27,7 +27,7 @@ class PracticeController : public QObject, public BoardController {
 public:
     struct Context {
         Session &session;
-        StatsStore &store;
+        PracticeLog &store;
         SoundOut &sounds;
         Messages &messages;
         BoardInput &board;
@@ -73,7 +73,7 @@ private:
     void reportStoreError();
 
     Session &session_;
-    StatsStore &store_;
+    PracticeLog &store_;
     SoundOut &sounds_;
     Messages &messages_;
     BoardInput &board_;

@@ -17,11 +17,11 @@ const QColor practiceColor(Qt::black);
 const QColor gameColor(240, 0, 0);
 
 // The darts as dots of one colour, with their mean point and spread.
-PlotSet plotSet(const QColor &color, const std::vector<StatsStore::AreaDart> &darts)
+PlotSet plotSet(const QColor &color, const std::vector<AreaDart> &darts)
 {
     PlotSet set{color, {}, {}, {}};
     set.dots.reserve(darts.size());
-    for (const StatsStore::AreaDart &dart : darts)
+    for (const AreaDart &dart : darts)
         set.dots.push_back({dart.x, dart.y});
     const DartSpread spread = dartSpread(set.dots);
     set.mean = spread.mean;
@@ -76,7 +76,7 @@ bool ReviewController::doPlot(int ringCode, int segmentCode)
     for (int i = 0; i < 3; ++i)
         c_.frame.setCaption(i, reviewCaption(QLatin1String(frames[i]), *area));
 
-    const std::optional<StatsStore::AreaDarts> darts =
+    const std::optional<AreaDarts> darts =
         c_.store.areaDarts(c_.session.currentPlayerId, area->number, area->ring);
     if (!darts) {
         for (int i = 0; i < 3; ++i)

@@ -5,7 +5,7 @@
 // whose recorded darts are then plotted with their figures.
 
 #include "ui/board/board_input.h"
-#include "core/stats/stats_store.h"
+#include "core/stats/dart_history.h"
 
 #include <QObject>
 
@@ -23,7 +23,7 @@ class ReviewController : public QObject, public BoardController {
 public:
     struct Context {
         Session &session;
-        StatsStore &store;
+        DartHistory &store;
         Messages &messages;
         BoardInput &board;
         ReviewFrame &frame;

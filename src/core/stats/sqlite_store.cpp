@@ -1,12 +1,14 @@
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
-#include "core/stats/stats_schema.h"
+#include "core/stats/sqlite_schema.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QSqlDatabase>
 #include <QSqlError>
+#include <QSqlQuery>
 #include <QVariant>
 
 #include <limits>
@@ -35,13 +37,6 @@ QString describeDatabaseError(const QSqlError &error)
     return error.text();
 }
 
-// x and y are single-precision values; storing them through a float keeps what
-// a reader gets back identical to what a single column would hold.
-double storedCoordinate(double value)
-{
-    return static_cast<double>(static_cast<float>(value));
-}
-
 namespace {
 
 std::optional<qint64> idFrom(const QSqlQuery &query)
@@ -51,18 +46,38 @@ std::optional<qint64> idFrom(const QSqlQuery &query)
     return ok ? std::optional<qint64>(id) : std::nullopt;
 }
 
-} // namespace
-
-struct StatsStore::PreparedStatements {
-    QHash<QString, QSqlQuery> byKey;
-};
-
+// The text in which dates and times are stored: SQLite's own form, read back
+// as the same local date and time.
 QString storedDateTimeNow()
 {
     return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
-QString StatsStore::defaultDatabasePath()
+// Makes an open file ready: nothing is changed in a file that is not ours, or
+// no database, or of a newer version; the journal mode is switched only once
+// the tables are up to date, so that a failed upgrade leaves the file as it
+// was. An empty text on success, the reason otherwise.
+QString prepareFile(QSqlDatabase &db)
+{
+    if (QString error = checkOwnDatabase(db); !error.isEmpty())
+        return error;
+    if (QString error = upgradeSchema(db); !error.isEmpty())
+        return error;
+    QSqlQuery pragma(db);
+    if (!pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")))
+        return describeDatabaseError(pragma.lastError());
+    if (!pragma.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
+        return pragma.lastError().text();
+    return {};
+}
+
+} // namespace
+
+struct SqliteStore::PreparedStatements {
+    QHash<QString, QSqlQuery> byKey;
+};
+
+QString SqliteStore::defaultDatabasePath()
 {
     const QString fromEnvironment = qEnvironmentVariable(pathVariable);
     if (!fromEnvironment.isEmpty())
@@ -70,28 +85,28 @@ QString StatsStore::defaultDatabasePath()
     return QDir::current().filePath(QString::fromLatin1(defaultFileName));
 }
 
-StatsStore::StatsStore(QString connectionName)
+SqliteStore::SqliteStore(QString connectionName)
     : connectionName_(std::move(connectionName))
     , statements_(std::make_unique<PreparedStatements>())
 {
 }
 
-StatsStore::~StatsStore()
+SqliteStore::~SqliteStore()
 {
     close();
 }
 
-QSqlDatabase StatsStore::connection() const
+QSqlDatabase SqliteStore::connection() const
 {
     return QSqlDatabase::database(connectionName_, false);
 }
 
-bool StatsStore::isOpen() const
+bool SqliteStore::isOpen() const
 {
     return QSqlDatabase::contains(connectionName_) && connection().isOpen();
 }
 
-bool StatsStore::open(const QString &path)
+bool SqliteStore::open(const QString &path)
 {
     close();
     path_ = path;
@@ -120,20 +135,7 @@ bool StatsStore::open(const QString &path)
         // Another program may hold a write lock for a moment; longer than
         // that, a write fails and what it held is kept for later.
         db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=300"));
-        if (!db.open()) {
-            error = db.lastError().text();
-        } else {
-            QSqlQuery pragma(db);
-            // Nothing is changed in a file that is not ours, or no database.
-            if (const QString notOurs = checkOwnDatabase(db); !notOurs.isEmpty())
-                error = notOurs;
-            else if (!pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")))
-                error = describeDatabaseError(pragma.lastError());
-            else if (!pragma.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
-                error = pragma.lastError().text();
-            else if (error = ensureSchema(db); error.isEmpty())
-                ensurePracticeSums(db);
-        }
+        error = db.open() ? prepareFile(db) : db.lastError().text();
     }
     if (!error.isEmpty()) {
         close();
@@ -144,7 +146,7 @@ bool StatsStore::open(const QString &path)
     return true;
 }
 
-std::optional<QString> StatsStore::writeProblem()
+std::optional<QString> SqliteStore::writeProblem()
 {
     QSqlQuery query(connection());
     // Takes the write lock and gives it back at once, changing nothing.
@@ -157,7 +159,7 @@ std::optional<QString> StatsStore::writeProblem()
         .arg(QDir::toNativeSeparators(path_), describeDatabaseError(query.lastError()));
 }
 
-void StatsStore::close()
+void SqliteStore::close()
 {
     statements_->byKey.clear();
     // A result kept for this file means nothing for the next one.
@@ -173,19 +175,19 @@ void StatsStore::close()
     QSqlDatabase::removeDatabase(connectionName_);
 }
 
-bool StatsStore::fail(const QString &what, const QString &detail)
+bool SqliteStore::fail(const QString &what, const QString &detail)
 {
     lastError_ = detail.trimmed().isEmpty() ? what + QLatin1Char('.')
                                             : what + QStringLiteral(": ") + detail.trimmed();
     return false;
 }
 
-bool StatsStore::fail(const QString &what, const QSqlQuery &query)
+bool SqliteStore::fail(const QString &what, const QSqlQuery &query)
 {
     return fail(what, describeDatabaseError(query.lastError()));
 }
 
-bool StatsStore::exec(QSqlQuery &query, const QString &what)
+bool SqliteStore::exec(QSqlQuery &query, const QString &what)
 {
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
@@ -201,7 +203,7 @@ bool StatsStore::exec(QSqlQuery &query, const QString &what)
     return fail(what, query);
 }
 
-QSqlQuery *StatsStore::prepared(const QString &key, const QString &statement)
+QSqlQuery *SqliteStore::prepared(const QString &key, const QString &statement)
 {
     if (!isOpen()) {
         fail(QStringLiteral("Cannot use the statistics"),
@@ -220,7 +222,7 @@ QSqlQuery *StatsStore::prepared(const QString &key, const QString &statement)
     return &*found;
 }
 
-bool StatsStore::insertGameDart(const GameDart &dart)
+bool SqliteStore::insertGameDart(const GameDart &dart)
 {
     QSqlQuery *const query = prepared(
         QStringLiteral("gamedart"),
@@ -244,7 +246,7 @@ bool StatsStore::insertGameDart(const GameDart &dart)
     return exec(*query, QStringLiteral("Cannot record the game dart"));
 }
 
-std::optional<qint64> StatsStore::insertStatTarget(qint64 playerId, int targetValue,
+std::optional<qint64> SqliteStore::insertStatTarget(qint64 playerId, int targetValue,
                                                    int targetRing)
 {
     QSqlQuery *const query = prepared(
@@ -263,7 +265,7 @@ std::optional<qint64> StatsStore::insertStatTarget(qint64 playerId, int targetVa
     return idFrom(*query);
 }
 
-bool StatsStore::insertStatThrow(const PracticeDart &dart)
+bool SqliteStore::insertStatThrow(const PracticeDart &dart)
 {
     QSqlQuery *const query = prepared(
         QStringLiteral("statthrow"),
@@ -282,7 +284,7 @@ bool StatsStore::insertStatThrow(const PracticeDart &dart)
     return exec(*query, QStringLiteral("Cannot record the practice dart"));
 }
 
-std::optional<qint64> StatsStore::insertGame(const NewGame &game)
+std::optional<qint64> SqliteStore::insertGame(const NewGame &game)
 {
     QSqlQuery *const query = prepared(
         QStringLiteral("game"),
@@ -301,7 +303,7 @@ std::optional<qint64> StatsStore::insertGame(const NewGame &game)
     return idFrom(*query);
 }
 
-bool StatsStore::finishGame(qint64 gameId, const GameResult &result)
+bool SqliteStore::finishGame(qint64 gameId, const GameResult &result)
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("UPDATE games SET result = ?, throws = ?, points = ?, bestset = ?,"
@@ -313,7 +315,7 @@ bool StatsStore::finishGame(qint64 gameId, const GameResult &result)
     return exec(query, QStringLiteral("Cannot record the end of the game"));
 }
 
-std::optional<qint64> StatsStore::insertPlayer(const QString &name)
+std::optional<qint64> SqliteStore::insertPlayer(const QString &name)
 {
     QSqlQuery *const query = prepared(
         QStringLiteral("player"),
@@ -327,7 +329,7 @@ std::optional<qint64> StatsStore::insertPlayer(const QString &name)
     return idFrom(*query);
 }
 
-bool StatsStore::resetPlayerStats(qint64 playerId)
+bool SqliteStore::resetPlayerStats(qint64 playerId)
 {
     // Game darts are found through their games, so they go before the games.
     return runForPlayer({"DELETE FROM statstargets WHERE players_id = ?",
@@ -338,7 +340,7 @@ bool StatsStore::resetPlayerStats(qint64 playerId)
                         playerId, QStringLiteral("Cannot delete the statistics"));
 }
 
-bool StatsStore::runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
+bool SqliteStore::runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
                               const QString &what)
 {
     Batch batch(*this);
@@ -354,7 +356,7 @@ bool StatsStore::runForPlayer(std::initializer_list<const char *> statements, qi
     return batch.commit();
 }
 
-std::optional<QList<ChartRow>> StatsStore::outchartRows()
+std::optional<QList<ChartRow>> SqliteStore::outchartRows()
 {
     const std::optional<QList<StoredChartRow>> stored = storedOutchartRows();
     if (!stored)
@@ -366,7 +368,7 @@ std::optional<QList<ChartRow>> StatsStore::outchartRows()
     return rows;
 }
 
-std::optional<QList<StoredChartRow>> StatsStore::storedOutchartRows()
+std::optional<QList<StoredChartRow>> SqliteStore::storedOutchartRows()
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral(
@@ -388,7 +390,7 @@ std::optional<QList<StoredChartRow>> StatsStore::storedOutchartRows()
     return rows;
 }
 
-bool StatsStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows)
+bool SqliteStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows)
 {
     const QString what = QStringLiteral("Cannot repair the checkout chart");
     Batch batch(*this);
@@ -408,37 +410,29 @@ bool StatsStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<Ch
     return batch.commit();
 }
 
-StatsStore::Batch::Batch(StatsStore &store)
-    : store_(store)
+bool SqliteStore::beginTransaction()
 {
-    if (!store.isOpen()) {
-        store.fail(QStringLiteral("Cannot write statistics"),
-                   QStringLiteral("the statistics database is not open"));
-        return;
-    }
-    QSqlDatabase db = store.connection();
-    active_ = db.transaction();
-    if (!active_)
-        store.fail(QStringLiteral("Cannot start writing statistics"), describeDatabaseError(db.lastError()));
+    if (!isOpen())
+        return fail(QStringLiteral("Cannot write statistics"), QStringLiteral("the statistics database is not open"));
+    QSqlDatabase db = connection();
+    if (db.transaction())
+        return true;
+    return fail(QStringLiteral("Cannot start writing statistics"), describeDatabaseError(db.lastError()));
 }
 
-StatsStore::Batch::~Batch()
+bool SqliteStore::commitTransaction()
 {
-    if (active_)
-        store_.connection().rollback();
-}
-
-bool StatsStore::Batch::commit()
-{
-    if (!active_)
-        return false;
-    QSqlDatabase db = store_.connection();
-    active_ = false;
+    QSqlDatabase db = connection();
     if (db.commit())
         return true;
-    store_.fail(QStringLiteral("Cannot save statistics"), describeDatabaseError(db.lastError()));
+    fail(QStringLiteral("Cannot save statistics"), describeDatabaseError(db.lastError()));
     db.rollback();
     return false;
+}
+
+void SqliteStore::rollbackTransaction()
+{
+    connection().rollback();
 }
 
 } // namespace tavrix

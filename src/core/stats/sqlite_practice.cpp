@@ -1,8 +1,9 @@
 // The practice darts as the running totals read them, and the sums kept of
 // them.
 
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
+#include <QSqlQuery>
 #include <QVariant>
 
 #include <cmath>
@@ -30,7 +31,7 @@ int wholeNumber(const QVariant &value)
 
 } // namespace
 
-std::optional<PracticeSums> StatsStore::keptPracticeSums(qint64 playerId)
+std::optional<PracticeSums> SqliteStore::keptPracticeSums(qint64 playerId)
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral(
@@ -57,7 +58,7 @@ std::optional<PracticeSums> StatsStore::keptPracticeSums(qint64 playerId)
     return sums;
 }
 
-bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums)
+bool SqliteStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums)
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("DELETE FROM practicetargetsums WHERE players_id = ?"));
@@ -75,7 +76,7 @@ bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums)
     return true;
 }
 
-bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target)
+bool SqliteStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target)
 {
     const QString what = QStringLiteral("Cannot keep the practice totals");
     QSqlQuery *query = prepared(QStringLiteral("practicesums"),
@@ -120,7 +121,7 @@ bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, std
     return exec(*query, what);
 }
 
-bool StatsStore::readPracticeDarts(qint64 playerId,
+bool SqliteStore::readPracticeDarts(qint64 playerId,
                                    const PracticeDartTaker &take)
 {
     QSqlQuery query(connection());

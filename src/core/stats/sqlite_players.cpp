@@ -1,12 +1,13 @@
 // The players table: listing, looking up, renaming and deleting players.
 
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
+#include <QSqlQuery>
 #include <QVariant>
 
 namespace tavrix {
 
-std::optional<int> StatsStore::playerCount()
+std::optional<int> SqliteStore::playerCount()
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("SELECT count(*) FROM players"));
@@ -15,7 +16,7 @@ std::optional<int> StatsStore::playerCount()
     return query.value(0).toInt();
 }
 
-std::optional<QList<PlayerRow>> StatsStore::players()
+std::optional<QList<PlayerRow>> SqliteStore::players()
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("SELECT id, name FROM players ORDER BY id"));
@@ -27,7 +28,7 @@ std::optional<QList<PlayerRow>> StatsStore::players()
     return rows;
 }
 
-std::optional<qint64> StatsStore::playerIdByName(const QString &name)
+std::optional<qint64> SqliteStore::playerIdByName(const QString &name)
 {
     QSqlQuery *const query =
         prepared(QStringLiteral("playerid"), QStringLiteral("SELECT id FROM players WHERE name = ?"));
@@ -43,7 +44,7 @@ std::optional<qint64> StatsStore::playerIdByName(const QString &name)
     return id;
 }
 
-std::optional<QString> StatsStore::playerName(qint64 playerId)
+std::optional<QString> SqliteStore::playerName(qint64 playerId)
 {
     QSqlQuery *const query = prepared(QStringLiteral("playername"),
                                       QStringLiteral("SELECT name FROM players WHERE id = ?"));
@@ -59,7 +60,7 @@ std::optional<QString> StatsStore::playerName(qint64 playerId)
     return name;
 }
 
-bool StatsStore::renamePlayer(qint64 playerId, const QString &name)
+bool SqliteStore::renamePlayer(qint64 playerId, const QString &name)
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("UPDATE players SET name = ? WHERE id = ?"));
@@ -68,7 +69,7 @@ bool StatsStore::renamePlayer(qint64 playerId, const QString &name)
     return exec(query, QStringLiteral("Cannot rename the player"));
 }
 
-bool StatsStore::deletePlayer(qint64 playerId)
+bool SqliteStore::deletePlayer(qint64 playerId)
 {
     return runForPlayer({"DELETE FROM statsthrows WHERE players_id = ?",
                          "DELETE FROM statstargets WHERE players_id = ?",

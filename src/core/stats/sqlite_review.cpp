@@ -1,8 +1,9 @@
 // The darts review mode plots for one scoring area: the practice darts of
 // every practice set aimed at it and the game darts aimed at it.
 
-#include "core/stats/stats_store.h"
+#include "core/stats/sqlite_store.h"
 
+#include <QSqlQuery>
 #include <QVariant>
 
 namespace tavrix {
@@ -10,7 +11,7 @@ namespace tavrix {
 namespace {
 
 // Reads x, y, score and ring of every row the query returns.
-void readDarts(QSqlQuery &query, std::vector<StatsStore::AreaDart> &darts)
+void readDarts(QSqlQuery &query, std::vector<AreaDart> &darts)
 {
     while (query.next()) {
         darts.push_back({query.value(0).toDouble(), query.value(1).toDouble(), query.value(2).toInt(),
@@ -21,7 +22,7 @@ void readDarts(QSqlQuery &query, std::vector<StatsStore::AreaDart> &darts)
 
 } // namespace
 
-std::optional<StatsStore::AreaDarts> StatsStore::areaDarts(qint64 playerId, int targetValue,
+std::optional<AreaDarts> SqliteStore::areaDarts(qint64 playerId, int targetValue,
                                                            int targetRing)
 {
     // One join rather than a query per practice set; the player's targets

@@ -1,11 +1,14 @@
-#include "core/stats/stats_schema.h"
+#include "core/stats/sqlite_schema.h"
 
 #include "core/stats/outchart_data.h"
-#include "core/stats/stats_store.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QVariant>
+
+#include <algorithm>
+#include <array>
+#include <optional>
 
 namespace tavrix {
 
@@ -141,7 +144,9 @@ QString failure(const QSqlQuery &query)
     return query.lastError().text();
 }
 
-QString createAndFill(QSqlDatabase &db)
+// Step 1: the six tables of the darts with their indexes, and the bundled
+// checkout chart in an empty `outchart`.
+QString createTables(QSqlDatabase &db)
 {
     QSqlQuery query(db);
     for (const char *statement : schemaStatements) {
@@ -150,13 +155,65 @@ QString createAndFill(QSqlDatabase &db)
     }
     if (!query.exec(QStringLiteral("SELECT count(*) FROM outchart")) || !query.next())
         return failure(query);
-    if (query.value(0).toInt() > 0)
+    const bool filled = query.value(0).toInt() > 0;
+    query.finish();
+    if (filled)
         return {};
 
     const QList<ChartRow> rows = bundledChartRows();
     if (rows.isEmpty())
         return QStringLiteral("The bundled checkout chart is missing.");
     return insertChartRows(db, rows);
+}
+
+// Step 2: the tables of the practice sums and the triggers that drop a
+// player's sums whenever the player's practice darts or targets change (by
+// this program or any other).
+QString createPracticeSums(QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    for (const char *statement : practiceSumsStatements) {
+        if (!query.exec(QString::fromLatin1(statement)))
+            return failure(query);
+    }
+    return {};
+}
+
+using SchemaStep = QString (*)(QSqlDatabase &db);
+
+// In order: step i makes version i + 1. Every statement is written to be
+// harmless where its object exists already, because the first program
+// version kept no version number and a file of it holds some of them.
+constexpr std::array<SchemaStep, 2> schemaSteps = {createTables, createPracticeSums};
+
+// The file's user_version; none (with the reason) when it cannot be read.
+std::optional<int> fileVersion(QSqlDatabase &db, QString &error)
+{
+    QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("PRAGMA user_version")) || !query.next()) {
+        error = describeDatabaseError(query.lastError());
+        return std::nullopt;
+    }
+    return query.value(0).toInt();
+}
+
+QString refusedAsNewer()
+{
+    return QStringLiteral("it was written by a newer version of Tavrix; this one leaves it as it is");
+}
+
+// Runs the steps the file lacks inside the open transaction.
+QString runSteps(QSqlDatabase &db, int from)
+{
+    for (int step = from; step < newestSchemaVersion(); ++step) {
+        if (const QString error = schemaSteps[step](db); !error.isEmpty())
+            return error;
+    }
+    // A pragma takes no bound value; the number is the program's own.
+    QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion())))
+        return failure(query);
+    return {};
 }
 
 } // namespace
@@ -194,35 +251,38 @@ QString checkOwnDatabase(QSqlDatabase &db)
     return {};
 }
 
-QString ensurePracticeSums(QSqlDatabase &db)
+int newestSchemaVersion()
 {
-    if (!db.transaction())
-        return db.lastError().text();
-    QSqlQuery query(db);
-    for (const char *statement : practiceSumsStatements) {
-        if (!query.exec(QString::fromLatin1(statement))) {
-            const QString error = failure(query);
-            db.rollback();
-            return error;
-        }
-    }
-    if (!db.commit())
-        return db.lastError().text();
-    return {};
+    return static_cast<int>(schemaSteps.size());
 }
 
-QString ensureSchema(QSqlDatabase &db)
+QString upgradeSchema(QSqlDatabase &db)
 {
-    if (!db.transaction())
-        return db.lastError().text();
-    const QString error = createAndFill(db);
-    if (!error.isEmpty()) {
-        db.rollback();
+    QString error;
+    std::optional<int> version = fileVersion(db, error);
+    if (!version)
         return error;
-    }
-    if (!db.commit())
-        return db.lastError().text();
-    return {};
+    if (*version > newestSchemaVersion())
+        return refusedAsNewer();
+    if (*version == newestSchemaVersion())
+        return {};
+
+    // The write lock first, then the version again: another copy of the
+    // program may have upgraded the file in between.
+    QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("BEGIN IMMEDIATE")))
+        return describeDatabaseError(query.lastError());
+    version = fileVersion(db, error);
+    if (version && *version > newestSchemaVersion())
+        error = refusedAsNewer();
+    else if (version && *version < newestSchemaVersion())
+        error = runSteps(db, std::max(*version, 0));
+    if (error.isEmpty() && query.exec(QStringLiteral("COMMIT")))
+        return {};
+    if (error.isEmpty())
+        error = describeDatabaseError(query.lastError());
+    query.exec(QStringLiteral("ROLLBACK"));
+    return error;
 }
 
 } // namespace tavrix

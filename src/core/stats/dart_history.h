@@ -1,0 +1,33 @@
+#pragma once
+
+#include "core/stats/records.h"
+#include "core/stats/stats_access.h"
+
+#include <optional>
+
+namespace tavrix {
+
+// What the player's recorded darts and games add up to. Each gives nothing
+// when the store cannot be read (lastError() says why).
+class DartHistory : public virtual StatsAccess {
+public:
+    // The player's distances in quarters; the quarters are filled in only
+    // when there are at least minSamples distinct distances.
+    virtual std::optional<DistanceQuarters> distanceQuarters(qint64 playerId, qint64 minSamples) = 0;
+    // Practice and game darts aimed at each scoring area.
+    virtual std::optional<TargetCounts> targetCounts(qint64 playerId) = 0;
+    // Review of one area: the player's practice darts aimed at the target
+    // (value, ring), by practice set and then dart, and the game darts aimed
+    // at the same number and multiplier, in the order they were recorded.
+    virtual std::optional<AreaDarts> areaDarts(qint64 playerId, int targetValue, int targetRing) = 0;
+    // Won and lost games of one type and skill level (the skill is stored
+    // whatever the opponent, so it filters games against people too). Best
+    // leg and best out are read for 301 and 501 only.
+    virtual std::optional<GameRecordFigures> gameRecord(qint64 playerId, GameType gameType,
+                                                        SkillLevel skill) = 0;
+
+protected:
+    ~DartHistory() = default;
+};
+
+} // namespace tavrix

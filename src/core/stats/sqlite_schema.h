@@ -1,0 +1,38 @@
+#pragma once
+
+// The SQLite file's own side of the store: its schema and the versions of it,
+// and what SQLite's errors mean. Only the SQLite implementation includes this.
+
+#include "core/stats/outchart_data.h"
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QString>
+
+namespace tavrix {
+
+// The version of the tables this program writes, kept in the file's
+// user_version: the number of schema steps.
+int newestSchemaVersion();
+
+// Brings the file's tables to the newest version: refuses a file of a newer
+// version, and runs the steps a file lacks (every step for a new file and
+// for one of the first program version, which kept no version but holds the
+// tables) and records the version, all in one transaction, so an upgrade that
+// fails leaves the file as it was. A file already of the newest version is
+// only read. Returns an empty text on success, the reason otherwise.
+QString upgradeSchema(QSqlDatabase &db);
+
+// Whether an open file may become the statistics database: a new or empty
+// one, or one that holds our tables. Reads only; an empty text means yes,
+// otherwise what is wrong with it.
+QString checkOwnDatabase(QSqlDatabase &db);
+
+// Adds rows to `outchart`, empty fields as empty text; inside the caller's
+// transaction. Returns an empty text on success, the reason otherwise.
+QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows);
+
+// What a database error means, in words a user understands.
+QString describeDatabaseError(const QSqlError &error);
+
+} // namespace tavrix

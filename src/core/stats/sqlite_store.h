@@ -1,0 +1,136 @@
+#pragma once
+
+// The statistics store in one SQLite file reached through one Qt SQL
+// connection: players, games, every recorded dart and the checkout chart.
+// Every value travels as a bound parameter, so names and numbers never become
+// statement text and numbers never depend on the locale. Qt SQL stays out of
+// this header: the rest of the program sees the store through its interfaces.
+
+#include "core/stats/chart_store.h"
+#include "core/stats/game_store.h"
+#include "core/stats/player_store.h"
+#include "core/stats/practice_log.h"
+
+#include <QString>
+
+#include <initializer_list>
+#include <memory>
+#include <optional>
+
+class QSqlDatabase;
+class QSqlQuery;
+
+namespace tavrix {
+
+class SqliteStore final : public PlayerStore, public GameStore, public PracticeLog, public ChartStore {
+public:
+    static constexpr const char *defaultConnectionName = "statsConnection";
+    static constexpr const char *defaultFileName = "tavrix.db";
+    static constexpr const char *pathVariable = "TAVRIX_DB";
+
+    // The database file: $TAVRIX_DB when set, otherwise tavrix.db in the
+    // working folder.
+    static QString defaultDatabasePath();
+
+    explicit SqliteStore(QString connectionName = QString::fromLatin1(defaultConnectionName));
+    ~SqliteStore();
+    SqliteStore(const SqliteStore &) = delete;
+    SqliteStore &operator=(const SqliteStore &) = delete;
+
+    // Opens the database, creating a missing file, and brings an older file's
+    // tables up to this version (sqlite_schema.h). On failure lastError()
+    // says why, the store stays closed and the file is as it was.
+    bool open(const QString &path);
+    void close();
+    bool isOpen() const;
+    QString lastError() const override { return lastError_; }
+    // Whether the open file can be written now: nothing when it can, else
+    // what stops it, naming the file.
+    std::optional<QString> writeProblem();
+    QString databasePath() const { return path_; }
+
+    bool beginTransaction() override;
+    bool commitTransaction() override;
+    void rollbackTransaction() override;
+
+    std::optional<int> playerCount() override;
+    std::optional<QList<PlayerRow>> players() override;
+    std::optional<qint64> playerIdByName(const QString &name) override;
+    std::optional<QString> playerName(qint64 playerId) override;
+    std::optional<qint64> insertPlayer(const QString &name) override;
+    bool renamePlayer(qint64 playerId, const QString &name) override;
+    bool deletePlayer(qint64 playerId) override;
+    bool resetPlayerStats(qint64 playerId) override;
+
+    std::optional<qint64> insertGame(const NewGame &game) override;
+    bool insertGameDart(const GameDart &dart) override;
+    bool finishGame(qint64 gameId, const GameResult &result) override;
+
+    // Both of these read all of the player's darts; a result is kept and
+    // given again until anything in the database changes.
+    std::optional<DistanceQuarters> distanceQuarters(qint64 playerId, qint64 minSamples) override;
+    std::optional<TargetCounts> targetCounts(qint64 playerId) override;
+    std::optional<AreaDarts> areaDarts(qint64 playerId, int targetValue, int targetRing) override;
+    std::optional<GameRecordFigures> gameRecord(qint64 playerId, GameType gameType, SkillLevel skill) override;
+    // One read of the player's distances, as the quarters start from.
+    std::optional<PlayerDistances> playerDistances(qint64 playerId);
+    // How often the player's darts were read for the queries above and for
+    // the practice darts.
+    int playerReads() const { return playerReads_; }
+
+    std::optional<qint64> insertStatTarget(qint64 playerId, int targetValue, int targetRing) override;
+    bool insertStatThrow(const PracticeDart &dart) override;
+    std::optional<PracticeSums> keptPracticeSums(qint64 playerId) override;
+    bool keepPracticeSums(qint64 playerId, const PracticeSums &sums) override;
+    bool keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target) override;
+    bool readPracticeDarts(qint64 playerId, const PracticeDartTaker &take) override;
+
+    std::optional<QList<ChartRow>> outchartRows() override;
+    std::optional<QList<StoredChartRow>> storedOutchartRows() override;
+    bool replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows) override;
+
+    QSqlDatabase connection() const;
+
+private:
+    // What has changed in the database: commits of other connections and
+    // rows changed through this one. Equal stamps mean nothing was written
+    // between.
+    struct ChangeStamp {
+        qint64 otherConnections = 0;
+        qint64 thisConnection = 0;
+        friend bool operator==(const ChangeStamp &, const ChangeStamp &) = default;
+    };
+    std::optional<ChangeStamp> changeStamp();
+
+    bool fail(const QString &what, const QSqlQuery &query);
+    bool fail(const QString &what, const QString &detail);
+    bool exec(QSqlQuery &query, const QString &what);
+    // Runs each statement with the player's id bound, all in one transaction.
+    bool runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
+                      const QString &what);
+    // The statement prepared once per connection and reused; null (with
+    // lastError() set) when it cannot be prepared.
+    QSqlQuery *prepared(const QString &key, const QString &statement);
+
+    QString connectionName_;
+    QString path_;
+    QString lastError_;
+    struct QuartersMemo {
+        ChangeStamp stamp;
+        qint64 playerId = 0;
+        qint64 minSamples = 0;
+        DistanceQuarters quarters;
+    };
+    struct CountsMemo {
+        ChangeStamp stamp;
+        qint64 playerId = 0;
+        TargetCounts counts{};
+    };
+    std::optional<QuartersMemo> quartersMemo_;
+    std::optional<CountsMemo> countsMemo_;
+    int playerReads_ = 0;
+    struct PreparedStatements;
+    std::unique_ptr<PreparedStatements> statements_;
+};
+
+} // namespace tavrix
