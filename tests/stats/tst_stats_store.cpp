@@ -95,6 +95,34 @@ private slots:
         QCOMPARE(OtherConnection(path).value(QStringLiteral("PRAGMA user_version")).toInt(), newestSchemaVersion());
     }
 
+    // A file of the first version that another program holds at start opens
+    // as it is and is upgraded at a later start; a chart emptied by another
+    // program is filled again on opening.
+    void heldFileWaitsForItsUpgradeAndAnEmptiedChartIsRefilled()
+    {
+        // In WAL mode, as the first version left its files: readers go on.
+        const QString path = firstVersionFile({QStringLiteral("PRAGMA journal_mode=WAL")});
+        {
+            OtherConnection holder(path, QStringLiteral("holder"));
+            QVERIFY(holder.exec({QStringLiteral("BEGIN EXCLUSIVE")}));
+            SqliteStore store(QStringLiteral("held"));
+            QVERIFY2(store.open(path), qPrintable(store.lastError()));
+            QVERIFY(store.writeProblem());
+        }
+        QCOMPARE(OtherConnection(path).value(QStringLiteral("PRAGMA user_version")).toInt(), 0);
+        {
+            SqliteStore store(QStringLiteral("later"));
+            QVERIFY(store.open(path));
+        }
+        QCOMPARE(OtherConnection(path).value(QStringLiteral("PRAGMA user_version")).toInt(), newestSchemaVersion());
+        OtherConnection(path).exec({QStringLiteral("DELETE FROM outchart")});
+        {
+            SqliteStore store(QStringLiteral("refill"));
+            QVERIFY(store.open(path));
+        }
+        QCOMPARE(OtherConnection(path).value(QStringLiteral("SELECT count(*) FROM outchart")).toInt(), 180);
+    }
+
     void refusedFileIsLeftByteForByte_data()
     {
         QTest::addColumn<QStringList>("changes"); // made to a file of the first version

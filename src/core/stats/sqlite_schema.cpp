@@ -144,6 +144,33 @@ QString failure(const QSqlQuery &query)
     return query.lastError().text();
 }
 
+// Whether `outchart` holds a row (false when it cannot be read).
+bool chartHasRows(QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    return query.exec(QStringLiteral("SELECT count(*) FROM outchart")) && query.next() && query.value(0).toInt() > 0;
+}
+
+// Whether the file holds the program's six tables.
+bool holdsOwnTables(QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("SELECT count(*) FROM sqlite_master WHERE type = 'table' AND lower(name) IN"
+                                   " ('players', 'games', 'gamesdarts', 'statstargets', 'statsthrows', 'outchart')"))
+        || !query.next())
+        return false;
+    return query.value(0).toInt() == 6;
+}
+
+// Fills an empty `outchart` with the chart that comes with the program.
+QString fillChart(QSqlDatabase &db)
+{
+    const QList<ChartRow> rows = bundledChartRows();
+    if (rows.isEmpty())
+        return QStringLiteral("The bundled checkout chart is missing.");
+    return insertChartRows(db, rows);
+}
+
 // Step 1: the six tables of the darts with their indexes, and the bundled
 // checkout chart in an empty `outchart`.
 QString createTables(QSqlDatabase &db)
@@ -153,17 +180,7 @@ QString createTables(QSqlDatabase &db)
         if (!query.exec(QString::fromLatin1(statement)))
             return failure(query);
     }
-    if (!query.exec(QStringLiteral("SELECT count(*) FROM outchart")) || !query.next())
-        return failure(query);
-    const bool filled = query.value(0).toInt() > 0;
-    query.finish();
-    if (filled)
-        return {};
-
-    const QList<ChartRow> rows = bundledChartRows();
-    if (rows.isEmpty())
-        return QStringLiteral("The bundled checkout chart is missing.");
-    return insertChartRows(db, rows);
+    return chartHasRows(db) ? QString() : fillChart(db);
 }
 
 // Step 2: the tables of the practice sums and the triggers that drop a
@@ -264,19 +281,27 @@ QString upgradeSchema(QSqlDatabase &db)
         return error;
     if (*version > newestSchemaVersion())
         return refusedAsNewer();
-    if (*version == newestSchemaVersion())
+    if (*version == newestSchemaVersion() && chartHasRows(db))
         return {};
 
     // The write lock first, then the version again: another copy of the
-    // program may have upgraded the file in between.
+    // program may have upgraded the file in between. A file that already
+    // holds the program's tables works without the newer steps while
+    // another program holds it; it is upgraded at a later start.
     QSqlQuery query(db);
-    if (!query.exec(QStringLiteral("BEGIN IMMEDIATE")))
+    if (!query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
+        if (holdsOwnTables(db))
+            return {};
         return describeDatabaseError(query.lastError());
+    }
     version = fileVersion(db, error);
     if (version && *version > newestSchemaVersion())
         error = refusedAsNewer();
     else if (version && *version < newestSchemaVersion())
         error = runSteps(db, std::max(*version, 0));
+    // A chart emptied by another program is filled again, as in a new file.
+    if (error.isEmpty() && !chartHasRows(db))
+        error = fillChart(db);
     if (error.isEmpty() && query.exec(QStringLiteral("COMMIT")))
         return {};
     if (error.isEmpty())
