@@ -36,21 +36,6 @@ GameOptions optionsAfter(const GameOptions &options, const GameMessage &message)
     return after;
 }
 
-int gameOptionIndex(NetGame game)
-{
-    switch (game) {
-    case NetGame::Cricket:
-        return 0;
-    case NetGame::Game301:
-        return 1;
-    case NetGame::Game501:
-        return 2;
-    case NetGame::Other:
-        break;
-    }
-    return -1;
-}
-
 BoardPoint dartAtMarker(PicturePos pos)
 {
     const double half = flightMarkerSide / 2.0;

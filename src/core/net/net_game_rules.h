@@ -15,9 +15,6 @@ GameMessage gameMessageOf(const GameOptions &options);
 // The options after a game message: its game and the options it carries;
 // the rest as they were. A message of another game changes nothing.
 GameOptions optionsAfter(const GameOptions &options, const GameMessage &message);
-// The option button (0 Cricket, 1 301, 2 501) a game message selects; -1 for
-// none.
-int gameOptionIndex(NetGame game);
 
 // The board position of a dart whose flight marker stands at `pos`, and the
 // marker's place for a dart at a board position.

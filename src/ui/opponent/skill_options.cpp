@@ -56,4 +56,9 @@ void SkillOptions::showYouAvailability(qint64 youSampleCount)
         options_.first()->setChecked(true);
 }
 
+void SkillOptions::hideYouAvailability()
+{
+    youNeedSamples_->hide();
+}
+
 } // namespace tavrix

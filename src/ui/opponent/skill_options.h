@@ -22,6 +22,8 @@ public:
     // Enables "You" with enough samples; otherwise disables it and says how
     // many more are needed.
     void showYouAvailability(qint64 youSampleCount);
+    // Hides what "You" still needs (the skills are not asked for).
+    void hideYouAvailability();
 
 private:
     QList<QAbstractButton *> options_;

@@ -10,7 +10,9 @@
 #include "core/games/game_session.h"
 #include "core/net/message_codec.h"
 #include "core/opponent/local_player.h"
-#include "core/stats/game_recorder.h"
+#include "ui/play/game_setup_form.h"
+#include "ui/play/record_labels.h"
+#include "ui/play/score_boards.h"
 
 #include <QObject>
 
@@ -28,6 +30,7 @@ class ComputerOpponent;
 class NetworkGame;
 class NetworkPeer;
 class GameFrame;
+class GameJournal;
 class Messages;
 class OpponentNameDialog;
 class Sounds;
@@ -48,8 +51,8 @@ public:
         SkillProfileState &skill;
         BoardInput &board;
         GameFrame &frame;
-        // rstatTitleLabel, rstatsText, ostatTitleLabel, ostatsText.
-        QList<QLabel *> statsLabels;
+        // The records beside the game, on the board.
+        const RecordLabels &records;
         QWidget *window;
     };
     explicit PlayController(const Context &context, QObject *parent = nullptr);
@@ -61,7 +64,7 @@ public:
     bool gameInProgress() const;
 
     void resetGame();
-    void setGameOptFrames(int index);
+    void setGameOptFrames(GameType type);
     // The connection to another copy of the program, its chat and its
     // indicators.
     NetworkGame *network() const { return net_; }
@@ -84,16 +87,14 @@ public:
 private:
     void btnStartGameClicked();
     void btnQuitGameClicked();
-    void opOpponentClicked(int index);
-    void opSkillClicked(int index);
+    void opOpponentClicked(OpponentKind kind);
+    void opSkillClicked(SkillLevel level);
 
     void startGame(bool playAgain);
     // The options chosen at "Start Game" with those read when the game
     // starts: the game's own options, keeping statistics, the network end.
     GameOptions optionsOnFrame() const;
     void continueStartGame(int firstCorkThrower);
-    void showX01Board(int startScore);
-    void showCricketBoard();
     // The large figures and the closed numbers, as the model stands.
     void showGlance();
     void okClicked();
@@ -135,7 +136,6 @@ private:
     // Writes the rows (and the end of the game) in one transaction; a failure
     // is said once, and the rows are written later.
     void record(const QList<GameDart> &rows, std::optional<std::pair<qint64, GameResult>> finished = {});
-    void retrySaving();
     void setGameStats();
     void hideGameStats();
     void playHover(const PointerSpot &spot);
@@ -155,10 +155,13 @@ private:
     OpponentNameDialog *opponentDialog_ = nullptr;
     QString opponentName_;
     GameRecordFigures record_;
-    GameRecorder recorder_;
-    // While records wait to be written, they are tried again now and then.
-    QTimer *saveRetryTimer_ = nullptr;
-    bool saveFailureShown_ = false;
+    GameSetupForm form_;
+    X01ScoreBoard x01Board_;
+    CricketScoreBoard cricketBoard_;
+    // The board of the game being played.
+    ScoreBoard *scoreBoard_ = &x01Board_;
+    // What a game records; what cannot be written yet is tried again.
+    GameJournal *journal_ = nullptr;
 };
 
 } // namespace tavrix

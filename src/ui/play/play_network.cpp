@@ -105,20 +105,14 @@ void PlayController::gameChosen(const GameMessage &message)
 {
     if (!net_->established())
         return;
-    GameFrame &f = c_.frame;
-    const int index = gameOptionIndex(message.game);
-    if (index >= 0) {
-        f.opGame[index]->setChecked(true);
-        setGameOptFrames(index);
-        if (index == 0) {
-            f.opCricketOptions[message.simple ? 0 : 1]->setChecked(true);
-        } else {
-            f.chkDoubleIn->setChecked(message.doubleIn);
-            f.chkDoubleOut->setChecked(message.doubleOut);
-        }
+    if (message.game != NetGame::Other) {
+        const GameOptions chosen = optionsAfter(GameOptions{}, message);
+        form_.chooseGame(chosen.type);
+        setGameOptFrames(chosen.type);
+        form_.showGameOptions(chosen);
     }
     // A game over the network is always against the other copy's player.
-    f.opOpponent[1]->setChecked(true);
+    form_.chooseOpponent(OpponentKind::Human);
     GameOptions options = optionsAfter(game_.options(), message);
     options.opponent = OpponentKind::Human;
     game_.reviseOptions(options);

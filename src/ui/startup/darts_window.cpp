@@ -111,10 +111,12 @@ void Darts::buildFrames()
     // The board's corners are clear of every bed: "This Round" on the left,
     // "Overall" on the right, each on a dark panel that reads over the
     // board's black rim and the window's grey alike, above the numbers.
-    const std::tuple<const char *, const char *, int> statsPlaces[] = {
-        {"rstatTitleLabel", "This Round", 2}, {"rstatsText", "", 2},
-        {"ostatTitleLabel", "Overall", BoardPicture::side - 112}, {"ostatsText", "", BoardPicture::side - 112}};
-    for (const auto &[name, caption, left] : statsPlaces) {
+    const std::tuple<QLabel **, const char *, const char *, int> statsPlaces[] = {
+        {&records_.rstatTitleLabel, "rstatTitleLabel", "This Round", 2},
+        {&records_.rstatsText, "rstatsText", "", 2},
+        {&records_.ostatTitleLabel, "ostatTitleLabel", "Overall", BoardPicture::side - 112},
+        {&records_.ostatsText, "ostatsText", "", BoardPicture::side - 112}};
+    for (const auto &[place, name, caption, left] : statsPlaces) {
         QLabel *label = namedLabel(name, picture_, QString::fromLatin1(caption));
         const bool title = QByteArray(caption).size() > 0;
         label->setGeometry(left, title ? 2 : 16, 110, title ? 14 : 48);
@@ -124,7 +126,7 @@ void Darts::buildFrames()
                              + (title ? QStringLiteral(" font-weight: bold;") : QString()));
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
         label->hide();
-        statsLabels_.append(label);
+        *place = label;
     }
 
     auto *frameColumn = new QVBoxLayout;
@@ -147,9 +149,9 @@ void Darts::buildFrames()
     columns->addLayout(frameColumn, 1);
     setCentralWidget(central);
 
-    boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, statsLabels_, this);
+    boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, records_.all(), this);
     play_ = new PlayController({session_, program_.store(), program_.sounds(), program_.messages(),
-                                program_.advisor(), skill_, *boardInput_, *gameFrame_, statsLabels_,
+                                program_.advisor(), skill_, *boardInput_, *gameFrame_, records_,
                                 this},
                                this);
     auto *keys = new PlayKeys(*gameFrame_, this);
@@ -188,7 +190,7 @@ void Darts::switchMode(Mode mode)
     }
     scoreHoverText_->hide();
     currentMode_ = mode;
-    for (QLabel *label : std::as_const(statsLabels_))
+    for (QLabel *label : records_.all())
         label->hide();
     practice_->enter();
 
@@ -226,7 +228,7 @@ void Darts::resetGame()
     // A network game left this way is quit: the other copy is told.
     play_->leavePlay();
     play_->resetGame();
-    for (QLabel *label : std::as_const(statsLabels_)) {
+    for (QLabel *label : records_.all()) {
         label->hide();
         label->setEnabled(false);
     }

@@ -5,6 +5,7 @@
 
 #include "ui/board/board_input.h"
 #include "core/opponent/skill_profile.h"
+#include "ui/play/record_labels.h"
 
 #include <QMainWindow>
 
@@ -131,7 +132,7 @@ private:
     ReviewController *review_ = nullptr;
     ReviewFrame *reviewFrame_ = nullptr;
     QLabel *scoreHoverText_ = nullptr;
-    QList<QLabel *> statsLabels_;
+    RecordLabels records_;
     QList<QLabel *> nameLabels_;
     QList<QLabel *> greetingLabels_;
     QPushButton *btnStartGame_ = nullptr;
