@@ -100,6 +100,15 @@ struct IgnoredMessage {
     bool operator==(const IgnoredMessage &) const = default;
 };
 
+// Visits a message with one handler a kind:
+// std::visit(Overloaded{[](const HelloMessage &) {...}, ...}, message).
+template <class... Ts>
+struct Overloaded : Ts... {
+    using Ts::operator()...;
+};
+template <class... Ts>
+Overloaded(Ts...) -> Overloaded<Ts...>;
+
 using NetMessage = std::variant<HelloMessage, GameMessage, BullMessage, BullOkMessage, SetMessage,
                                 PlayAgainMessage, QuitMessage, RemarkMessage, IgnoredMessage>;
 

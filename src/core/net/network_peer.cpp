@@ -6,17 +6,6 @@
 
 namespace tavrix {
 
-namespace {
-
-template <class... Ts>
-struct Overloaded : Ts... {
-    using Ts::operator()...;
-};
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
-
-} // namespace
-
 NetworkPeer::NetworkPeer(SoundOut &sounds, GameSession &game, std::function<bool(const NetMessage &)> send,
                          QObject *parent)
     : DartByDartOpponent(sounds, parent)

@@ -11,17 +11,6 @@
 
 namespace tavrix {
 
-namespace {
-
-template <class... Ts>
-struct Overloaded : Ts... {
-    using Ts::operator()...;
-};
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
-
-} // namespace
-
 NetworkGame::NetworkGame(Messages &messages, QWidget *mainWindow,
                          std::function<std::pair<QString, QString>()> clientAddress,
                          std::function<QString()> localName, QObject *parent)
