@@ -32,6 +32,50 @@ private slots:
         QVERIFY(!onMarker(rects, 0, 175, 130));
     }
 
+    // Captions over a marker or label; the point is 150 or 118 board units
+    // above the bull, and 100 for the distances.
+    void markerCaptions_data()
+    {
+        QTest::addColumn<HoverKind>("kind");
+        QTest::addColumn<int>("dart");
+        QTest::addColumn<double>("radius");
+        QTest::addColumn<bool>("useCms");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("first dart") << HoverKind::Dart << 1 << 150.0 << false << "Dart 1: Single 20";
+        QTest::newRow("third dart") << HoverKind::Dart << 3 << 118.0 << false << "Dart 3: Triple 20";
+        QTest::newRow("target") << HoverKind::Target << 0 << 118.0 << false << "Target: Triple 20";
+        QTest::newRow("description") << HoverKind::Description << 0 << 150.0 << false << "Single 20";
+        QTest::newRow("inches from bull") << HoverKind::DistanceFromBull << 0 << 100.0 << false << "3.217\" from bull.";
+        QTest::newRow("cm from bull") << HoverKind::DistanceFromBull << 0 << 100.0 << true << "8.173 cm from bull.";
+        QTest::newRow("kept") << HoverKind::Keep << 0 << 150.0 << false << "before";
+    }
+    void markerCaptions()
+    {
+        QFETCH(HoverKind, kind);
+        QFETCH(int, dart);
+        QFETCH(double, radius);
+        QFETCH(bool, useCms);
+        QFETCH(QString, caption);
+        QCOMPARE(markerHoverCaption({kind, dart}, radius, 90, useCms, QStringLiteral("before")), caption);
+    }
+
+    // Over a statistics label the caption follows where the game stands.
+    void labelCaptionsFollowTheThrowPhase_data()
+    {
+        QTest::addColumn<ThrowPhase>("phase");
+        QTest::addColumn<QString>("caption");
+        QTest::newRow("no game") << ThrowPhase::None << "before";
+        QTest::newRow("cork awaited") << ThrowPhase::CorkAwaited << "3.217\" from bull.";
+        QTest::newRow("cork placed") << ThrowPhase::CorkPlaced << "Target: Single 20";
+        QTest::newRow("turn") << ThrowPhase::TurnDarts << "Single 20";
+    }
+    void labelCaptionsFollowTheThrowPhase()
+    {
+        QFETCH(ThrowPhase, phase);
+        QFETCH(QString, caption);
+        QCOMPARE(markerHoverCaption({labelHoverKind(phase)}, 100, 90, false, QStringLiteral("before")), caption);
+    }
+
     // Captions for the area under the pointer, from its dart counts.
     void reviewCaptions()
     {

@@ -64,22 +64,38 @@ QString playHoverCaption(double radius, double angle, bool cork, bool useCms)
     return dartDescription(radius, angle);
 }
 
-QString markerHoverCaption(int kind, double radius, double angle, bool useCms,
+QString markerHoverCaption(MarkerHover hover, double radius, double angle, bool useCms,
                            const QString &current)
 {
-    if (kind < 0)
-        return QStringLiteral("Dart ") + QString::number(-kind) + QStringLiteral(": ")
-               + dartDescription(radius, angle);
-    switch (kind) {
-    case 1:
+    switch (hover.kind) {
+    case HoverKind::Keep:
+        break;
+    case HoverKind::DistanceFromBull:
         return distanceText(radius, useCms) + QStringLiteral(" from bull.");
-    case 2:
+    case HoverKind::Target:
         return QStringLiteral("Target: ") + dartDescription(radius, angle);
-    case 3:
+    case HoverKind::Description:
         return dartDescription(radius, angle);
-    default:
-        return current;
+    case HoverKind::Dart:
+        return QStringLiteral("Dart ") + QString::number(hover.dart) + QStringLiteral(": ")
+               + dartDescription(radius, angle);
     }
+    return current;
+}
+
+HoverKind labelHoverKind(ThrowPhase phase)
+{
+    switch (phase) {
+    case ThrowPhase::None:
+        break;
+    case ThrowPhase::CorkAwaited:
+        return HoverKind::DistanceFromBull;
+    case ThrowPhase::CorkPlaced:
+        return HoverKind::Target;
+    case ThrowPhase::TurnDarts:
+        return HoverKind::Description;
+    }
+    return HoverKind::Keep;
 }
 
 std::optional<QString>

@@ -45,11 +45,33 @@ QPointF hoverTopLeft(double x, double y, QSizeF label, double pictureWidth, bool
 // dart is awaited, the dart's description otherwise.
 QString playHoverCaption(double radius, double angle, bool cork, bool useCms);
 
-// Caption over a marker or statistics label: kind < 0 names dart -kind, 1 the
-// distance from the bull, 2 a target, 3 the plain description; kind 0 keeps
-// the current caption.
-QString markerHoverCaption(int kind, double radius, double angle, bool useCms,
+// Where a game stands, as far as the pointer on the board is concerned.
+enum class ThrowPhase { None, CorkAwaited, CorkPlaced, TurnDarts };
+
+// What the hover text over a marker or a statistics label says about the
+// point under the pointer.
+enum class HoverKind {
+    Keep,             // the caption stays as it is
+    DistanceFromBull, // 3.217" from bull.
+    Target,           // Target: Triple 20
+    Description,      // Triple 20
+    Dart,             // Dart 2: Triple 20
+};
+
+struct MarkerHover {
+    HoverKind kind = HoverKind::Keep;
+    int dart = 0; // with HoverKind::Dart, the dart's number from 1
+};
+
+// The caption for the point at (radius, angle); `current` is what Keep leaves.
+QString markerHoverCaption(MarkerHover hover, double radius, double angle, bool useCms,
                            const QString &current);
+
+// The hover over a statistics label while the darts are being marked: the
+// distance from the bull while the cork is awaited, the area as a target once
+// it is placed, the plain description during a turn, and the caption left as
+// it was outside a game.
+HoverKind labelHoverKind(ThrowPhase phase);
 
 // Review: the area under the pointer with the number of recorded darts aimed
 // at it ([ring index][target index], target 0 the bull, 21 - n segment n);
@@ -59,9 +81,6 @@ reviewHoverCaption(double radius, double angle,
                    const std::array<std::array<qint64, 21>, 3> &counts);
 
 enum class MarkerKind { Dart, Target };
-
-// Where a game stands, as far as the pointer on the board is concerned.
-enum class ThrowPhase { None = 0, CorkAwaited = 1, CorkPlaced = 2, TurnDarts = 3 };
 
 // Whether pressing a marker starts a drag: darts once the set or the cork is
 // complete, or at any time with the right button; targets only in play, once

@@ -290,10 +290,10 @@ void BoardInput::showHover(const QString &text, QPointF pixel)
     scoreHoverText_->raise();
 }
 
-void BoardInput::showMarkerHover(int kind, QPointF pixel, bool useCms)
+void BoardInput::showMarkerHover(MarkerHover hover, QPointF pixel, bool useCms)
 {
     const BoardPoint at = boardFromPicture(pixel.x(), pixel.y());
-    scoreHoverText_->setText(markerHoverCaption(kind, std::hypot(at.x, at.y), angleFromXY(at.x, at.y),
+    scoreHoverText_->setText(markerHoverCaption(hover, std::hypot(at.x, at.y), angleFromXY(at.x, at.y),
                                                 useCms, scoreHoverText_->text()));
     scoreHoverText_->adjustSize();
     scoreHoverText_->move(

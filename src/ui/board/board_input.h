@@ -93,7 +93,7 @@ public:
     // The hover text: at the pointer, kept inside the picture's right edge;
     // over a marker or label, with the caption of markerHoverCaption.
     void showHover(const QString &text, QPointF pixel);
-    void showMarkerHover(int kind, QPointF pixel, bool useCms);
+    void showMarkerHover(MarkerHover hover, QPointF pixel, bool useCms);
     void hideHover();
 
     // The marker a press at this picture point would drag, or none.

@@ -174,17 +174,17 @@ void PlayController::pointerOver(const PointerSpot &spot)
     const bool cms = c_.session.useCms;
     switch (spot.over) {
     case PointerSpot::Over::Target:
-        c_.board.showMarkerHover(2, spot.pixel, cms);
+        c_.board.showMarkerHover({HoverKind::Target}, spot.pixel, cms);
         return;
     case PointerSpot::Over::Dart:
         if (spot.index != noMarker) {
-            c_.board.showMarkerHover(-(spot.index + 1), spot.pixel, cms);
+            c_.board.showMarkerHover({HoverKind::Dart, spot.index + 1}, spot.pixel, cms);
             return;
         }
         break;
     case PointerSpot::Over::Label:
         if (c_.board.placed() < 3)
-            c_.board.showMarkerHover(static_cast<int>(throwPhase()), spot.pixel, cms);
+            c_.board.showMarkerHover({labelHoverKind(throwPhase())}, spot.pixel, cms);
         return;
     case PointerSpot::Over::Board:
         break;

@@ -222,11 +222,11 @@ void PracticeController::pointerOver(const PointerSpot &spot)
     const int placed = model_.dartCount();
     switch (spot.over) {
     case PointerSpot::Over::Target:
-        board_.showMarkerHover(2, spot.pixel, session_.useCms);
+        board_.showMarkerHover({HoverKind::Target}, spot.pixel, session_.useCms);
         return;
     case PointerSpot::Over::Label:
         if (placed < 3)
-            board_.showMarkerHover(0, spot.pixel, session_.useCms);
+            board_.showMarkerHover({HoverKind::Keep}, spot.pixel, session_.useCms);
         return;
     case PointerSpot::Over::Dart:
         // Over a marked dart the read-outs go on while the set is open.
