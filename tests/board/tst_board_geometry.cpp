@@ -33,25 +33,23 @@ private slots:
         QVERIFY2(angle > 359.99 && angle < 360, qPrintable(QString::number(angle, 'g', 17)));
     }
 
+    // Ring bounds are inclusive and the gaps between rows match no ring.
     void ringTableIsFirstMatchWithGaps_data()
     {
         addTable<double, int>({"radius", "ring"},
             {{"bull", 0, RingBull}, {"bull's edge", 7, RingBull}, {"gap after the bull", 7.000005, NoMatch},
-             {"bull's wire", 7.5, RingWire}, {"outer bull inside", 8, RingOuterBull},
-             {"outer bull outside", 19, RingOuterBull}, {"outer bull's wire", 19.5, RingWire},
-             {"single's edge", 113, RingSingle}, {"treble's inner wire", 113.5, RingWire},
-             {"treble inside", 118, RingTriple}, {"treble outside", 125, RingTriple},
-             {"double inside", 196, RingDouble}, {"double outside", 201, RingDouble},
-             {"double's outer wire", 201.99999, RingWire}, {"off the board", 202, NoMatch}});
+             {"bull's wire", 7.5, RingWire}, {"outer bull inside", 8, RingOuterBull}, {"outer bull outside", 19, RingOuterBull},
+             {"outer bull's wire", 19.5, RingWire}, {"single's edge", 113, RingSingle}, {"treble's wire", 113.5, RingWire},
+             {"treble inside", 118, RingTriple}, {"treble outside", 125, RingTriple}, {"double inside", 196, RingDouble},
+             {"double outside", 201, RingDouble}, {"double's wire", 201.99999, RingWire}, {"off the board", 202, NoMatch}});
     }
-
-    // Ring bounds are inclusive and the gaps between rows match no ring.
     void ringTableIsFirstMatchWithGaps()
     {
         QFETCH(double, radius);
         QTEST(ringFromRadius(radius), "ring");
     }
 
+    // Every number sits at its centre angle; wires lie between them.
     void segmentsFollowTheBoardOrder_data()
     {
         QTest::addColumn<int>("number");
@@ -61,8 +59,6 @@ private slots:
         for (int i = 0; i < 20; ++i)
             QTest::addRow("%d", clockwise[i]) << clockwise[i] << std::fmod(90.0 - 18.0 * i + 360.0, 360.0);
     }
-
-    // Every number sits at its centre angle; wires lie between them.
     void segmentsFollowTheBoardOrder()
     {
         QFETCH(int, number);
@@ -75,6 +71,7 @@ private slots:
         QCOMPARE(segmentFromAngle(std::fmod(centre + 9.0, 360.0)), 0);
     }
 
+    // Round 360 and the edges of the 6: wires are 0, gaps match nothing.
     void segmentEdges_data()
     {
         addTable<double, int>({"angle", "segment"},
@@ -83,14 +80,13 @@ private slots:
              {"gap after the wire", 9.499995, NoMatch}, {"13 past its wire", 9.5, 13},
              {"gap before the 5's wire", 350.499995, NoMatch}, {"wire of 5 and 6", 351, 0}});
     }
-
-    // Round 360 and the edges of the 6: wires are 0, gaps match nothing.
     void segmentEdges()
     {
         QFETCH(double, angle);
         QTEST(segmentFromAngle(angle), "segment");
     }
 
+    // What a dart at a position scores and how it is described.
     void scoresAndDescriptions_data()
     {
         addTable<BoardPoint, DartScore, int, QString>({"at", "score", "points", "text"},
@@ -109,8 +105,6 @@ private slots:
              {"gap in the singles", polar(150, 8.4999995), {1, NoMatch}, 0, "Void."},
              {"gap in the doubles", polar(196, 8.4999995), {2, NoMatch}, 0, "Void."}});
     }
-
-    // What a dart at a position scores and how it is described.
     void scoresAndDescriptions()
     {
         QFETCH(BoardPoint, at);
@@ -123,19 +117,16 @@ private slots:
         QTEST(dartDescriptionFromXY(at.x, at.y), "text");
     }
 
+    // Every aiming point on a number scores exactly what it aims at.
     void aimPointsLieInTheirTarget_data()
     {
         QTest::addColumn<DartScore>("target");
         QTest::addColumn<bool>("centre"); // nothing to aim at but the middle
         for (const auto &[name, target] : {std::pair{"25", DartScore{1, 25}}, {"bull", {2, 25}}, {"miss", {0, 20}}, {"T0", {3, 0}}})
             QTest::newRow(name) << target << true;
-        for (int multiplier = 1; multiplier <= 3; ++multiplier) {
-            for (int number = 1; number <= 20; ++number)
-                QTest::addRow("%c%d", "SDT"[multiplier - 1], number) << DartScore{multiplier, number} << false;
-        }
+        for (int i = 0; i < 60; ++i) // S1 to T20
+            QTest::addRow("%c%d", "SDT"[i / 20], i % 20 + 1) << DartScore{i / 20 + 1, i % 20 + 1} << false;
     }
-
-    // Every aiming point on a number scores exactly what it aims at.
     void aimPointsLieInTheirTarget()
     {
         QFETCH(DartScore, target);
@@ -147,15 +138,14 @@ private slots:
             QCOMPARE(scoreFromXY(p.x, p.y), target);
     }
 
+    // Shown figures are cut, never rounded, and lose trailing zeros (angles
+    // below).
     void distanceTexts_data()
     {
         addTable<double, QString, QString>({"units", "inches", "centimetres"},
             {{"board's radius", 202, "6.5\"", "16.51 cm"}, {"100 units", 100, "3.217\"", "8.173 cm"},
              {"none", 0, "0\"", "0 cm"}, {"board's width", 404, "13\"", "33.02 cm"}, {"a hundredth", 0.01, "0\"", "0 cm"}});
     }
-
-    // Shown figures are cut, never rounded, and lose trailing zeros (angles
-    // below).
     void distanceTexts()
     {
         QFETCH(double, units);

@@ -71,6 +71,10 @@ private slots:
         }
     }
 
+    // On the black single 20 and the red treble 20, the opponent's dart
+    // and the local one alike show a high-contrast pixel on the exact
+    // landing point; a target on the same spot and two more darts of the
+    // set crowding the treble leave each dart's middle pixels as they were.
     void dartPointsStayInSight_data()
     {
         const BoardPoint single{0, 150}, treble{0, 119};
@@ -78,11 +82,6 @@ private slots:
             {{"opponent's on S20", MarkerSet::Opponent, single}, {"opponent's on T20", MarkerSet::Opponent, treble},
              {"local on S20", MarkerSet::Local, single}, {"local on T20", MarkerSet::Local, treble}});
     }
-
-    // On the black single 20 and the red treble 20, the opponent's dart
-    // and the local one alike show a high-contrast pixel on the exact
-    // landing point; a target on the same spot and two more darts of the
-    // set crowding the treble leave each dart's middle pixels as they were.
     void dartPointsStayInSight()
     {
         QFETCH(MarkerSet, set);
@@ -108,12 +107,11 @@ private slots:
         QCOMPARE(pixelsAround(crowded, bed), pixelsAround(alone, bed));
     }
 
-    void plotLayer_data() { addTable<qreal>({"ratio"}, {{"one pixel each", 1.0}, {"two pixels each", 2.0}}); }
-
     // Plotted darts, at one and at two screen pixels per picture pixel:
     // each dot in its colour on its point, the later set over the earlier,
     // nothing between; a set's cross on its mean and its ellipse turned
     // counter-clockwise on the board.
+    void plotLayer_data() { addTable<qreal>({"ratio"}, {{"one pixel each", 1.0}, {"two pixels each", 2.0}}); }
     void plotLayer()
     {
         QFETCH(qreal, ratio);

@@ -35,6 +35,7 @@ private slots:
         QVERIFY(store_.insertPlayer(QStringLiteral("Ann")) && store_.insertPlayer(QStringLiteral("  Cy ")));
     }
 
+    // Each typed name against the problem it has (empty: the name can be used).
     void namesAreJudgedTrimmedAndRefusedWhenTheyWouldBreakALine_data()
     {
         const auto x = [](int n, const char *piece) { return QString::fromUtf8(piece).repeated(n); };
@@ -50,8 +51,6 @@ private slots:
              {"30 accented", x(30, "é"), {}}, {"31 accented", x(31, "é"), tooLong}, {"30 darts", x(30, "🎯"), {}},
              {"quotes and accents", "Zoë \"Z\" O'Neil-Ström", {}}});
     }
-
-    // Each typed name against the problem it has (empty: the name can be used).
     void namesAreJudgedTrimmedAndRefusedWhenTheyWouldBreakALine()
     {
         QFETCH(QString, typed);

@@ -37,6 +37,8 @@ class TestCheckoutChart : public QObject {
 private slots:
     void cleanup() { store_.close(); }
 
+    // Fields become dart pairs; malformed fields are refused rather than
+    // half read. (The display text is read in damagedChartIsMended.)
     void parsesDartCodes_data()
     {
         addTable<QString, std::optional<DartRoute>>({"codes", "route"}, // none: refused
@@ -45,9 +47,6 @@ private slots:
              {"D21", "D21", {}}, {"S0", "S0", {}}, {"T", "T", {}}, {"20", "20", {}}, {"T20,,D20", "T20,,D20", {}},
              {"letter O", "T20,D2O", {}}, {"t20", "t20", {}}});
     }
-
-    // Fields become dart pairs; malformed fields are refused rather than
-    // half read. (The display text is read in damagedChartIsMended.)
     void parsesDartCodes()
     {
         QFETCH(QString, codes);
@@ -85,6 +84,11 @@ private slots:
         QCOMPARE(chart.checkoutDarts(32, true), route({{2, 16}}));
     }
 
+    // What a chart row must hold for the computer to aim by it. The bundled
+    // chart's own rows must all pass (bull finishes, empty fields where no
+    // darts can finish, 1 and scores above 170 without a double out) for the
+    // repair below to replace only the damaged ones; another exact route is
+    // kept in "own sound routes kept".
     void soundRows_data()
     {
         addTable<ChartRow, bool>({"row", "sound"},
@@ -95,18 +99,15 @@ private slots:
              {"finish left out", {80, "T20,S20", ""}, false}, {"double out of 1", {1, "S1", "D1"}, false},
              {"score 0", {0, "", ""}, false}, {"score 181", {181, "T20,T20,T20", ""}, false}});
     }
-
-    // What a chart row must hold for the computer to aim by it. The bundled
-    // chart's own rows must all pass (bull finishes, empty fields where no
-    // darts can finish, 1 and scores above 170 without a double out) for the
-    // repair below to replace only the damaged ones; another exact route is
-    // kept in "own sound routes kept".
     void soundRows()
     {
         QFETCH(ChartRow, row);
         QTEST(chartRowIsSound(row), "sound");
     }
 
+    // The sound rows stay as they are (same rowid, same text); every other
+    // score gets the bundled row, in the database, so the next load finds
+    // nothing to mend.
     void damagedChartIsMended_data()
     {
         QTest::addColumn<QStringList>("statements");
@@ -123,10 +124,6 @@ private slots:
         QTest::newRow("own sound routes kept")
             << QStringList{"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"} << 0 << 0;
     }
-
-    // The sound rows stay as they are (same rowid, same text); every other
-    // score gets the bundled row, in the database, so the next load finds
-    // nothing to mend.
     void damagedChartIsMended()
     {
         QFETCH(QStringList, statements);

@@ -31,32 +31,29 @@ private slots:
         // lose their end blanks, text ends at "|", invalid UTF-8 becomes
         // replacement characters.
         addTable<bool, NetMessage, QByteArray>({"sent", "message", "bytes"},
-            {{"hello", true, HelloMessage{QStringLiteral("Anna")}, "HEL Anna\x03"},
+            {{"hello", true, HelloMessage{QStringLiteral("Anna")}, "HEL Anna\x03"}, {"quit", true, QuitMessage{}, "QUI\x03"},
              {"hello drops a terminator", true, HelloMessage{QStringLiteral("Jü\x03rg")}, "HEL J\xc3\xbcrg\x03"},
              {"cricket with stats", true, GameMessage{NetGame::Cricket, true}, "GAM CRI|True\x03"},
              {"cricket", true, GameMessage{NetGame::Cricket, false}, "GAM CRI|False\x03"},
              {"301 double in", true, GameMessage{NetGame::Game301, false, true, false}, "GAM 301|1|0\x03"},
-             {"another game", true, GameMessage{NetGame::Other}, ""},
-             {"bull", true, BullMessage{{230, -1.5f}}, "BUL|230|-1.5\x03"},
+             {"another game", true, GameMessage{NetGame::Other}, ""}, {"bull ok", true, BullOkMessage{}, "BOK\x03"},
+             {"bull", true, BullMessage{{230, -1.5f}}, "BUL|230|-1.5\x03"}, {"empty set", true, SetMessage{}, "SET\x03"},
              {"set", true, SetMessage{{{10, 20}, {30.25f, 40}}}, "SET|10|20|30.25|40\x03"},
              {"set of four", true, SetMessage{{{1, 2}, {3, 4}, {5, 6}, {7, 8}}}, "SET|1|2|3|4|5|6\x03"},
-             {"empty set", true, SetMessage{}, "SET\x03"}, {"bull ok", true, BullOkMessage{}, "BOK\x03"},
-             {"play again", true, PlayAgainMessage{}, "PLA\x03"}, {"quit", true, QuitMessage{}, "QUI\x03"},
+             {"play again", true, PlayAgainMessage{}, "PLA\x03"}, {"empty remark", true, RemarkMessage{}, "REM|\x03"},
              {"remark", true, RemarkMessage{QStringLiteral("a|b\x03")}, "REM|a|b\x03"},
-             {"empty remark", true, RemarkMessage{}, "REM|\x03"},
              {"read: hello with blanks", false, HelloMessage{QStringLiteral("Bob O")}, "HEL  Bob O  "},
              {"read: hello after a bar", false, HelloMessage{QStringLiteral("Bob")}, "HEL|Bob"},
              {"read: cricket, true", false, GameMessage{NetGame::Cricket, true}, "GAM|CRI|true"},
              {"read: another game", false, GameMessage{NetGame::Other}, "GAM ATC|1"},
              {"read: remark with a bar", false, RemarkMessage{QStringLiteral("a")}, "REM|a|b"},
              {"read: empty remark", false, RemarkMessage{}, "REM||"},
-             {"read: bull ok with more", false, BullOkMessage{}, "BOK|junk"},
-             {"read: invalid UTF-8", false, RemarkMessage{QStringLiteral("a\uFFFD(\uFFFD")}, "REM|a\xc3(\xff"},
-             {"read: exponents", false, BullMessage{{250, 10}}, "BUL|2.5e2|1E1"},
              {"read: bye", false, IgnoredMessage{QStringLiteral("BYE"), IgnoreReason::Bye}, "BYE"},
+             {"read: bull ok with more", false, BullOkMessage{}, "BOK|junk"},
+             {"read: exponents", false, BullMessage{{250, 10}}, "BUL|2.5e2|1E1"},
+             {"read: invalid UTF-8", false, RemarkMessage{QStringLiteral("a\uFFFD(\uFFFD")}, "REM|a\xc3(\xff"},
              {"read: lower case", false, IgnoredMessage{QStringLiteral("bok"), IgnoreReason::UnknownCommand}, "bok"}});
     }
-
     void wireTextsAreExact()
     {
         QFETCH(bool, sent);
@@ -68,13 +65,12 @@ private slots:
             QCOMPARE(decodeFrame(bytes), message);
     }
 
+    // Coordinates read back as the same float, in the shortest text.
     void coordinatesSurviveTheWire_data()
     {
         addTable<float>({"value"}, {{"0.1", 0.1f}, {"a third", 1.0f / 3}, {"under 260", 259.99998f}, {"-30", -30.0f},
                                     {"1e-7", 1e-7f}, {"under 4000", 3999.9998f}, {"-0", -0.0f}});
     }
-
-    // Coordinates read back as the same float, in the shortest text.
     void coordinatesSurviveTheWire()
     {
         QFETCH(float, value);
@@ -98,6 +94,8 @@ private slots:
         QCOMPARE(reasonOf(comma), IgnoreReason::NotANumber);
     }
 
+    // Each bad frame is ignored for its own reason, and the frame after it
+    // still counts.
     void malformedFramesAreIgnored_data()
     {
         using R = IgnoreReason;
@@ -115,9 +113,6 @@ private slots:
              {"empty remark", "REM|", R::MissingField}, {"nothing", "", R::UnknownCommand},
              {"not UTF-8", "\xff\xfe\xc3|1|2", R::UnknownCommand}});
     }
-
-    // Each bad frame is ignored for its own reason, and the frame after it
-    // still counts.
     void malformedFramesAreIgnored()
     {
         QFETCH(QByteArray, frame);

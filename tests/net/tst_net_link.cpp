@@ -31,7 +31,6 @@ private slots:
              {"65536", "65536", 0}, {"negative", "-1", 0}, {"fraction", "1.5", 0}, {"two numbers", "13 999", 0},
              {"beyond 32 bits", "99999999999", 0}});
     }
-
     void portsAsTyped()
     {
         QFETCH(QString, typed);

@@ -29,6 +29,11 @@ class TestThrowModel : public QObject {
     Q_OBJECT
 
 private slots:
+    // At each fixed level the darts land round the aim as its inch table says:
+    // a quarter of the normal darts in each band, the median at the second
+    // band's end, none beyond the widest band but the wild ones, which spread
+    // evenly out to one board radius (6.5").
+    // The same seed repeats the darts.
     void dartsSpreadAsEachLevelSays_data()
     {
         addTable<SkillLevel, BandEnds, double>({"level", "bandEnds", "wildness"},
@@ -36,12 +41,6 @@ private slots:
              {"A-Player", SkillLevel::APlayer, {0.75, 1.0, 1.5, 2.0}, 0.02},
              {"Master", SkillLevel::Master, {0.25, 0.5, 0.75, 1.5}, 0.005}});
     }
-
-    // At each fixed level the darts land round the aim as its inch table says:
-    // a quarter of the normal darts in each band, the median at the second
-    // band's end, none beyond the widest band but the wild ones, which spread
-    // evenly out to one board radius (6.5").
-    // The same seed repeats the darts.
     void dartsSpreadAsEachLevelSays()
     {
         QFETCH(SkillLevel, level);

@@ -33,17 +33,16 @@ class TestReview : public QObject {
 private slots:
     void init() { QLocale::setDefault(QLocale::c()); }
 
+    // The area a click's ring and segment codes select: the bull and the
+    // outer bull are one area whatever their segment; wires, misses and gaps
+    // select nothing. (Treble 20, the outer bull, wires and misses are
+    // clicked through the program in tst_review_mode.)
     void areasAndCaptions_data()
     {
         addTable<int, int, QString, BoardPoint>({"ringCode", "segment", "caption", "aim"}, // null caption: no area
             {{"single 20", 1, 20, "Totals: Any 20", {0, 150}}, {"bull of segment 6", 50, 6, "Totals:  25/Bull", {}},
              {"segment gap", 3, NoMatch, QString(), {}}});
     }
-
-    // The area a click's ring and segment codes select: the bull and the
-    // outer bull are one area whatever their segment; wires, misses and gaps
-    // select nothing. (Treble 20, the outer bull, wires and misses are
-    // clicked through the program in tst_review_mode.)
     void areasAndCaptions()
     {
         QFETCH(int, ringCode);
@@ -58,6 +57,9 @@ private slots:
         }
     }
 
+    // Treble 20 is hit by 20 in ring 3 only; a single bed is the "Any"
+    // target, hit by its number in any ring; the bull is hit by the practice
+    // bull (score 50), the practice 25 and a game's 25 of either multiplier.
     void hits_data()
     {
         addTable<ReviewArea, int, int, bool>({"area", "score", "ring", "hit"},
@@ -66,10 +68,6 @@ private slots:
              {"bull, practice bull", *reviewArea(50, 0), 50, 1, true}, {"bull, 25", *reviewArea(25, 0), 25, 1, true},
              {"bull, S20", *reviewArea(50, 0), 20, 1, false}});
     }
-
-    // Treble 20 is hit by 20 in ring 3 only; a single bed is the "Any"
-    // target, hit by its number in any ring; the bull is hit by the practice
-    // bull (score 50), the practice 25 and a game's 25 of either multiplier.
     void hits()
     {
         QFETCH(ReviewArea, area);

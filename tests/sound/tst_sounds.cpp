@@ -30,6 +30,9 @@ private slots:
         QCOMPARE(log.played, QStringList{QStringLiteral("harp1.wav")});
     }
 
+    // The program finds its sounds beside it, never through a path of the
+    // machine it was built on: the test programs have their own copy. Each
+    // is a short wave whose length the player reads (0 would play nothing).
     void everySoundLiesBesideTheProgram_data()
     {
         QTest::addColumn<QString>("name");
@@ -37,10 +40,6 @@ private slots:
                                  "applause100.wav", "applause140.wav", "applausewin.wav", "awwww.wav"})
             QTest::newRow(name) << QString::fromLatin1(name);
     }
-
-    // The program finds its sounds beside it, never through a path of the
-    // machine it was built on: the test programs have their own copy. Each
-    // is a short wave whose length the player reads (0 would play nothing).
     void everySoundLiesBesideTheProgram()
     {
         QFETCH(QString, name);

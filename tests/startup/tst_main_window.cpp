@@ -73,6 +73,9 @@ private slots:
         QFile::setPermissions(home_->dbPath, all);
     }
 
+    // What keeps the program from starting, or from writing, is named at
+    // start with the cause in plain words; a refused file is not touched.
+    // Root may write read-only places, so CI also runs this as "nobody".
     void troubleAtStartIsNamed_data()
     {
         QTest::addColumn<Trouble>("trouble");
@@ -126,10 +129,6 @@ private slots:
             true, "notice|Tavrix!|The checkout chart in %1 is damaged, and the repair cannot be saved (*readonly*). "
             "Until it can, Tavrix uses the chart that comes with it in place of the damaged rows.");
     }
-
-    // What keeps the program from starting, or from writing, is named at
-    // start with the cause in plain words; a refused file is not touched.
-    // Root may write read-only places, so CI also runs this as "nobody".
     void troubleAtStartIsNamed()
     {
         QFETCH(Trouble, trouble);
@@ -192,6 +191,10 @@ private slots:
         }
     }
 
+    // The first player is typed into New Player, one of several chosen in
+    // Select Player (the first of the table offered first); the player's
+    // darts are recorded under that id.
+    // Cancelling the first player ends the program quietly.
     void playersAtStart_data()
     {
         QTest::addColumn<QList<qint64>>("ids"); // players "P<id>" in the database
@@ -205,11 +208,6 @@ private slots:
         QTest::newRow("40,000 of two") << QList<qint64>{40000, 65536} << QString() << 0;
         QTest::newRow("65,536 of two") << QList<qint64>{40000, 65536} << QString() << 1;
     }
-
-    // The first player is typed into New Player, one of several chosen in
-    // Select Player (the first of the table offered first); the player's
-    // darts are recorded under that id.
-    // Cancelling the first player ends the program quietly.
     void playersAtStart()
     {
         QFETCH(QList<qint64>, ids);
@@ -260,16 +258,15 @@ private slots:
         QVERIFY(messages_.shown.isEmpty());
     }
 
+    // A running game is not lost by the Mode menu, a player dialog, Exit or
+    // closing the window: each asks first, and No keeps the game and the
+    // window. The current mode's entry is disabled.
     void aRunningGameIsProtected_data()
     {
         addTable<QByteArray>({"entry"}, // none: the window is closed
             {{"practice", "mnuModePractice"}, {"change player", "mnuOptionsChangePlayer"},
              {"edit players", "mnuOptionsEditPlayers"}, {"exit", "mnuExit"}, {"closing the window", ""}});
     }
-
-    // A running game is not lost by the Mode menu, a player dialog, Exit or
-    // closing the window: each asks first, and No keeps the game and the
-    // window. The current mode's entry is disabled.
     void aRunningGameIsProtected()
     {
         QFETCH(QByteArray, entry);

@@ -29,6 +29,9 @@ private slots:
         QVERIFY(QFile::exists(dir_->filePath(QStringLiteral("Halvern/Tavrix!.ini"))));
     }
 
+    // A stored choice counts only when it is exactly one of the texts
+    // written; anything else is ignored. Only the exact text "cm" selects
+    // centimetres; an option here is one of 3.
     void storedChoicesAreReadStrictly_data()
     {
         addTable<QString, bool, std::optional<int>, std::optional<bool>>({"stored", "centimetres", "option", "switch"},
@@ -41,10 +44,6 @@ private slots:
              {"off", "off", false, {}, false}, {"On", "On", false, {}, {}}, {"true", "true", false, {}, {}},
              {"on, blank", "on ", false, {}, {}}});
     }
-
-    // A stored choice counts only when it is exactly one of the texts
-    // written; anything else is ignored. Only the exact text "cm" selects
-    // centimetres; an option here is one of 3.
     void storedChoicesAreReadStrictly()
     {
         QFETCH(QString, stored);

@@ -34,6 +34,8 @@ class TestStartOptions : public QObject {
     Q_OBJECT
 
 private slots:
+    // Options in either order, the first printing one winning; an unknown
+    // word refuses the line even after a known option.
     void optionsAreRead_data()
     {
         using A = StartAction;
@@ -46,9 +48,6 @@ private slots:
              {"from the menu with a value", {"--from-menu=yes"}, A::Refuse, false, "unknown option --from-menu=yes"},
              {"a file", {"games.db"}, A::Refuse, false, "unexpected argument games.db"}});
     }
-
-    // Options in either order, the first printing one winning; an unknown
-    // word refuses the line even after a known option.
     void optionsAreRead()
     {
         QFETCH(QStringList, arguments);
@@ -74,6 +73,8 @@ private slots:
                  (QStringList{"-platforms", "-reverse=1", "style", "-"}));
     }
 
+    // TAVRIX_DB wins both ways; from the menu the file lies in the user's
+    // data folder, from a terminal in the working folder as it always has.
     void databasePathFollowsHowTheProgramStarted_data()
     {
         addTable<bool, QString, QString>({"fromMenu", "variable", "path"},
@@ -82,9 +83,6 @@ private slots:
              {"from the menu", true, "", "/home/a/.local/share/tavrix/tavrix.db"},
              {"from a terminal", false, "", "/work/tavrix.db"}});
     }
-
-    // TAVRIX_DB wins both ways; from the menu the file lies in the user's
-    // data folder, from a terminal in the working folder as it always has.
     void databasePathFollowsHowTheProgramStarted()
     {
         QFETCH(bool, fromMenu);

@@ -1,15 +1,12 @@
 #pragma once
 
-// Fills the table of a `_data()` slot in one call, so that short cases can
-// stand several to a line:
+// Declares the columns of a `_data()` table and adds one QTest::newRow per
+// case, named by its first field, so that short cases can share a line:
 //   addTable<double, int>({"radius", "ring"}, {{"bull's edge", 7, RingBull}, ...});
-// declares the columns "radius" and "ring" and adds one QTest::newRow per
-// case, named by its first field.
 
 #include <QTest>
 
 #include <array>
-#include <initializer_list>
 #include <tuple>
 #include <utility>
 
