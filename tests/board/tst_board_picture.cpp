@@ -6,6 +6,8 @@
 #include "ui/board/board_picture.h"
 #include "ui/board/plot_layer.h"
 
+#include "../support/data_table.h"
+
 #include <QImage>
 #include <QLabel>
 #include <QRandomGenerator>
@@ -73,8 +75,17 @@ private slots:
     // and the local one alike show a high-contrast pixel on the exact
     // landing point; a target on the same spot and two more darts of the
     // set crowding the treble leave each dart's middle pixels as they were.
+    void dartPointsStayInSight_data()
+    {
+        const BoardPoint single{0, 150}, treble{0, 119};
+        addTable<MarkerSet, BoardPoint>({"set", "bed"},
+            {{"opponent's on S20", MarkerSet::Opponent, single}, {"opponent's on T20", MarkerSet::Opponent, treble},
+             {"local on S20", MarkerSet::Local, single}, {"local on T20", MarkerSet::Local, treble}});
+    }
     void dartPointsStayInSight()
     {
+        QFETCH(MarkerSet, set);
+        QFETCH(BoardPoint, bed);
         BoardPicture picture;
         QLabel hover(&picture);
         hover.hide();
@@ -82,55 +93,47 @@ private slots:
         BoardInput board(&picture, random, &hover, {});
         picture.show();
         QVERIFY(QTest::qWaitForWindowExposed(&picture));
-        const BoardPoint blackBed{0, 150};
-        const BoardPoint redBed{0, 119};
-        for (MarkerSet set : {MarkerSet::Opponent, MarkerSet::Local}) {
-            for (BoardPoint bed : {blackBed, redBed}) {
-                const QColor bedColour = bedColor(ringFromXY(bed.x, bed.y), 20);
-                board.hidePips();
-                board.showMarker(set, 0, bed, 5);
-                const QImage alone = picture.grab().toImage();
-                const QPoint pixel = BoardPicture::pictureFromBoard(bed).toPoint();
-                const double ratio = contrast(alone.pixelColor(pixel), bedColour);
-                QVERIFY2(ratio >= 4.5,
-                         qPrintable(QStringLiteral("%1 on %2: %3").arg(int(set)).arg(bedColour.name()).arg(ratio)));
+        const QColor bedColour = bedColor(ringFromXY(bed.x, bed.y), 20);
+        board.showMarker(set, 0, bed, 5);
+        const QImage alone = picture.grab().toImage();
+        const QPoint pixel = BoardPicture::pictureFromBoard(bed).toPoint();
+        const double ratio = contrast(alone.pixelColor(pixel), bedColour);
+        QVERIFY2(ratio >= 4.5, qPrintable(QStringLiteral("%1: %2").arg(bedColour.name()).arg(ratio)));
 
-                board.placeTarget(0, bed, true);
-                board.showMarker(set, 1, {bed.x - 7, bed.y}, 8);
-                board.showMarker(set, 2, {bed.x + 7, bed.y}, 1);
-                const QImage crowded = picture.grab().toImage();
-                QCOMPARE(pixelsAround(crowded, bed), pixelsAround(alone, bed));
-            }
-        }
+        board.placeTarget(0, bed, true);
+        board.showMarker(set, 1, {bed.x - 7, bed.y}, 8);
+        board.showMarker(set, 2, {bed.x + 7, bed.y}, 1);
+        const QImage crowded = picture.grab().toImage();
+        QCOMPARE(pixelsAround(crowded, bed), pixelsAround(alone, bed));
     }
 
     // Plotted darts, at one and at two screen pixels per picture pixel:
     // each dot in its colour on its point, the later set over the earlier,
     // nothing between; a set's cross on its mean and its ellipse turned
     // counter-clockwise on the board.
+    void plotLayer_data() { addTable<qreal>({"ratio"}, {{"one pixel each", 1.0}, {"two pixels each", 2.0}}); }
     void plotLayer()
     {
+        QFETCH(qreal, ratio);
         const QColor red(240, 0, 0);
         const PlotSet black{Qt::black, {{0, 150}, {0.2, 150.1}, {100, 0}}, {}, {}};
         const PlotSet reds{red, {{100, 0}, {-50, -50}}, BoardPoint{0, -100}, PlotEllipse{50, 20, 30}};
-        for (const qreal ratio : {1.0, 2.0}) {
-            const QImage layer = renderPlotLayer({black, reds}, BoardPicture::side, ratio);
-            auto at = [&](BoardPoint p) {
-                const QPointF pixel = BoardPicture::pictureFromBoard(p) * ratio;
-                return layer.pixelColor(int(pixel.x()), int(pixel.y()));
-            };
-            QCOMPARE(at({0, 150}), QColor(Qt::black));
-            QCOMPARE(at({100, 0}), red);
-            QCOMPARE(at({-50, -50}), red);
-            QCOMPARE(at({0, 154}).alpha(), 0);
-            // The major axis points up and to the right, 30 degrees over the
-            // horizontal; its mirror image below stays clear.
-            const QColor tip = at({43.3, -100 + 25});
-            QVERIFY2(tip.alpha() > 0, qPrintable(tip.name(QColor::HexArgb)));
-            QCOMPARE(at({43.3, -100 - 25}).alpha(), 0);
-            const QColor cross = at({0, -100});
-            QVERIFY2(cross.red() > 150 && cross.green() < 120, qPrintable(cross.name(QColor::HexArgb)));
-        }
+        const QImage layer = renderPlotLayer({black, reds}, BoardPicture::side, ratio);
+        auto at = [&](BoardPoint p) {
+            const QPointF pixel = BoardPicture::pictureFromBoard(p) * ratio;
+            return layer.pixelColor(int(pixel.x()), int(pixel.y()));
+        };
+        QCOMPARE(at({0, 150}), QColor(Qt::black));
+        QCOMPARE(at({100, 0}), red);
+        QCOMPARE(at({-50, -50}), red);
+        QCOMPARE(at({0, 154}).alpha(), 0);
+        // The major axis points up and to the right, 30 degrees over the
+        // horizontal; its mirror image below stays clear.
+        const QColor tip = at({43.3, -100 + 25});
+        QVERIFY2(tip.alpha() > 0, qPrintable(tip.name(QColor::HexArgb)));
+        QCOMPARE(at({43.3, -100 - 25}).alpha(), 0);
+        const QColor cross = at({0, -100});
+        QVERIFY2(cross.red() > 150 && cross.green() < 120, qPrintable(cross.name(QColor::HexArgb)));
     }
 };
 

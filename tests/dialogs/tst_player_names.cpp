@@ -5,6 +5,8 @@
 #include "core/players/player_names.h"
 #include "core/stats/sqlite_store.h"
 
+#include "../support/data_table.h"
+
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -22,30 +24,37 @@ const QString tooLong = QStringLiteral("Please keep the name to 30 characters or
 class TestPlayerNames : public QObject {
     Q_OBJECT
 
+    QTemporaryDir dir_;
+    SqliteStore store_;
+
 private slots:
-    // Ann is stored as typed, Cy with blanks around; each typed name against
-    // the problem it has (empty: the name can be used).
+    // Ann is stored as typed, Cy with blanks around.
+    void initTestCase()
+    {
+        QVERIFY(store_.open(dir_.filePath(QStringLiteral("t.db"))));
+        QVERIFY(store_.insertPlayer(QStringLiteral("Ann")) && store_.insertPlayer(QStringLiteral("  Cy ")));
+    }
+
+    // Each typed name against the problem it has (empty: the name can be used).
+    void namesAreJudgedTrimmedAndRefusedWhenTheyWouldBreakALine_data()
+    {
+        const auto x = [](int n, const char *piece) { return QString::fromUtf8(piece).repeated(n); };
+        addTable<QString, QString>({"typed", "problem"},
+            {{"Ann with blanks", " Ann  ", inUse}, {"Cy", "Cy", inUse}, {"Cy after a blank", " Cy", inUse},
+             {"ann", "ann", {}}, {"A nn", "A nn", {}}, {"blanks", " \t ", empty},
+             // Checked as typed: trimming would hide a break at either end.
+             {"line feed", "Ann\nBo", control}, {"CR LF at the end", "Bo\r\n", control}, {"tab first", "\tBo", control},
+             {"control character", "B\x03o", control}, {"delete", "Bo\x7f", control},
+             {"line separator", "Bo\u2028x", control}, {"bar", "Bo|1", control}, {"bar at the end", "Ann|", control},
+             // The length counts characters, not bytes nor 16-bit units.
+             {"30 letters", x(30, "x"), {}}, {"31 letters", x(31, "x"), tooLong}, {"30 with blanks", "  " + x(30, "x") + " ", {}},
+             {"30 accented", x(30, "é"), {}}, {"31 accented", x(31, "é"), tooLong}, {"30 darts", x(30, "🎯"), {}},
+             {"quotes and accents", "Zoë \"Z\" O'Neil-Ström", {}}});
+    }
     void namesAreJudgedTrimmedAndRefusedWhenTheyWouldBreakALine()
     {
-        QTemporaryDir dir;
-        SqliteStore store;
-        QVERIFY(store.open(dir.filePath(QStringLiteral("t.db"))));
-        QVERIFY(store.insertPlayer(QStringLiteral("Ann")) && store.insertPlayer(QStringLiteral("  Cy ")));
-        const auto x = [](int n, const char *piece) { return QString::fromUtf8(piece).repeated(n); };
-        const std::pair<QString, QString> rows[] = {
-            {QStringLiteral(" Ann  "), inUse}, {QStringLiteral("Cy"), inUse}, {QStringLiteral(" Cy"), inUse},
-            {QStringLiteral("ann"), {}}, {QStringLiteral("A nn"), {}}, {QStringLiteral(" \t "), empty},
-            // Checked as typed: trimming would hide a break at either end.
-            {QStringLiteral("Ann\nBo"), control}, {QStringLiteral("Bo\r\n"), control}, {QStringLiteral("\tBo"), control},
-            {QStringLiteral("B\x03o"), control}, {QStringLiteral("Bo\x7f"), control},
-            {QStringLiteral("Bo\u2028x"), control}, {QStringLiteral("Bo|1"), control}, {QStringLiteral("Ann|"), control},
-            // The length counts characters, not bytes nor 16-bit units.
-            {x(30, "x"), {}}, {x(31, "x"), tooLong}, {"  " + x(30, "x") + " ", {}},
-            {x(30, "é"), {}}, {x(31, "é"), tooLong}, {x(30, "🎯"), {}},
-            {QStringLiteral("Zoë \"Z\" O'Neil-Ström"), {}},
-        };
-        for (const auto &[typed, problem] : rows)
-            QVERIFY2(playerNameProblem(store, typed).value_or(QString()) == problem, qPrintable(typed));
+        QFETCH(QString, typed);
+        QTEST(playerNameProblem(store_, typed).value_or(QString()), "problem");
     }
 };
 

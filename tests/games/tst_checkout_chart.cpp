@@ -3,6 +3,7 @@
 
 #include "core/games/checkout_chart.h"
 
+#include "../support/data_table.h"
 #include "../support/sql_rows.h"
 #include "core/stats/sqlite_store.h"
 
@@ -38,13 +39,18 @@ private slots:
 
     // Fields become dart pairs; malformed fields are refused rather than
     // half read. (The display text is read in damagedChartIsMended.)
+    void parsesDartCodes_data()
+    {
+        addTable<QString, std::optional<DartRoute>>({"codes", "route"}, // none: refused
+            {{"bull finish", "S25,D25", route({{1, 25}, {2, 25}})}, {"blanks", " T19 , D16 ", route({{3, 19}, {2, 16}})},
+             {"null", QString(), DartRoute{}}, {"empty", "", DartRoute{}}, {"X20", "X20", {}}, {"T25", "T25", {}},
+             {"D21", "D21", {}}, {"S0", "S0", {}}, {"T", "T", {}}, {"20", "20", {}}, {"T20,,D20", "T20,,D20", {}},
+             {"letter O", "T20,D2O", {}}, {"t20", "t20", {}}});
+    }
     void parsesDartCodes()
     {
-        QCOMPARE(*parseDartCodes(QStringLiteral("S25,D25")), route({{1, 25}, {2, 25}}));
-        QCOMPARE(*parseDartCodes(QStringLiteral(" T19 , D16 ")), route({{3, 19}, {2, 16}}));
-        QVERIFY(parseDartCodes(QString())->isEmpty() && parseDartCodes(QStringLiteral(""))->isEmpty());
-        for (const char *bad : {"X20", "T25", "D21", "S0", "T", "20", "T20,,D20", "T20,D2O", "t20"})
-            QVERIFY2(!parseDartCodes(QString::fromLatin1(bad)), bad);
+        QFETCH(QString, codes);
+        QTEST(parseDartCodes(codes), "route");
     }
 
     // The advice for a score: double out never asks the chart above 170,
@@ -83,22 +89,25 @@ private slots:
     // darts can finish, 1 and scores above 170 without a double out) for the
     // repair below to replace only the damaged ones; another exact route is
     // kept in "own sound routes kept".
+    void soundRows_data()
+    {
+        addTable<ChartRow, bool>({"row", "sound"},
+            {{"blanks round the codes", {40, " D20 ", " D20"}, true}, {"garbage", {100, "banana", "T20,D20"}, false},
+             {"semicolon", {100, "T20,S20,S20", "T20;D20"}, false}, {"single out short", {100, "T20,S20", "T20,D20"}, false},
+             {"double out over", {100, "T20,S20,S20", "T20,D25"}, false}, {"double out on a single", {80, "T20,S20", "T20,S20"}, false},
+             {"double out short", {85, "T20,S25", "T15,S25,D5"}, false}, {"a dart too many", {8, "S2,S2,S2,S2", "D4"}, false},
+             {"finish left out", {80, "T20,S20", ""}, false}, {"double out of 1", {1, "S1", "D1"}, false},
+             {"score 0", {0, "", ""}, false}, {"score 181", {181, "T20,T20,T20", ""}, false}});
+    }
     void soundRows()
     {
-        const struct {
-            int points;
-            const char *singleOut, *doubleOut;
-            bool sound;
-        } rows[] = {{40, " D20 ", " D20", true},          {100, "banana", "T20,D20", false},
-                    {100, "T20,S20,S20", "T20;D20", false}, {100, "T20,S20", "T20,D20", false},
-                    {100, "T20,S20,S20", "T20,D25", false}, {80, "T20,S20", "T20,S20", false},
-                    {85, "T20,S25", "T15,S25,D5", false},   {8, "S2,S2,S2,S2", "D4", false},
-                    {80, "T20,S20", "", false},             {1, "S1", "D1", false},
-                    {0, "", "", false},                     {181, "T20,T20,T20", "", false}};
-        for (const auto &row : rows)
-            QVERIFY2(chartRowIsSound({row.points, row.singleOut, row.doubleOut}) == row.sound, row.doubleOut);
+        QFETCH(ChartRow, row);
+        QTEST(chartRowIsSound(row), "sound");
     }
 
+    // The sound rows stay as they are (same rowid, same text); every other
+    // score gets the bundled row, in the database, so the next load finds
+    // nothing to mend.
     void damagedChartIsMended_data()
     {
         QTest::addColumn<QStringList>("statements");
@@ -115,10 +124,6 @@ private slots:
         QTest::newRow("own sound routes kept")
             << QStringList{"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"} << 0 << 0;
     }
-
-    // The sound rows stay as they are (same rowid, same text); every other
-    // score gets the bundled row, in the database, so the next load finds
-    // nothing to mend.
     void damagedChartIsMended()
     {
         QFETCH(QStringList, statements);

@@ -1,6 +1,7 @@
 // The game messages on the wire: their exact bytes, decoding however the
 // bytes arrive, and bad input of every kind ending as an ignored message.
 
+#include "../support/data_table.h"
 #include "../support/net_message_samples.h"
 
 #include <QLocale>
@@ -23,52 +24,71 @@ class TestMessageCodec : public QObject
     Q_OBJECT
 
 private slots:
+    void wireTextsAreExact_data()
+    {
+        // Sent: a message's exact bytes. Read: the receiver's side of the
+        // same texts: the fourth character is skipped whatever it is, names
+        // lose their end blanks, text ends at "|", invalid UTF-8 becomes
+        // replacement characters.
+        addTable<bool, NetMessage, QByteArray>({"sent", "message", "bytes"},
+            {{"hello", true, HelloMessage{QStringLiteral("Anna")}, "HEL Anna\x03"}, {"quit", true, QuitMessage{}, "QUI\x03"},
+             {"hello drops a terminator", true, HelloMessage{QStringLiteral("Jü\x03rg")}, "HEL J\xc3\xbcrg\x03"},
+             {"cricket with stats", true, GameMessage{NetGame::Cricket, true}, "GAM CRI|True\x03"},
+             {"cricket", true, GameMessage{NetGame::Cricket, false}, "GAM CRI|False\x03"},
+             {"301 double in", true, GameMessage{NetGame::Game301, false, true, false}, "GAM 301|1|0\x03"},
+             {"another game", true, GameMessage{NetGame::Other}, ""}, {"bull ok", true, BullOkMessage{}, "BOK\x03"},
+             {"bull", true, BullMessage{{230, -1.5f}}, "BUL|230|-1.5\x03"}, {"empty set", true, SetMessage{}, "SET\x03"},
+             {"set", true, SetMessage{{{10, 20}, {30.25f, 40}}}, "SET|10|20|30.25|40\x03"},
+             {"set of four", true, SetMessage{{{1, 2}, {3, 4}, {5, 6}, {7, 8}}}, "SET|1|2|3|4|5|6\x03"},
+             {"play again", true, PlayAgainMessage{}, "PLA\x03"}, {"empty remark", true, RemarkMessage{}, "REM|\x03"},
+             {"remark", true, RemarkMessage{QStringLiteral("a|b\x03")}, "REM|a|b\x03"},
+             {"read: hello with blanks", false, HelloMessage{QStringLiteral("Bob O")}, "HEL  Bob O  "},
+             {"read: hello after a bar", false, HelloMessage{QStringLiteral("Bob")}, "HEL|Bob"},
+             {"read: cricket, true", false, GameMessage{NetGame::Cricket, true}, "GAM|CRI|true"},
+             {"read: another game", false, GameMessage{NetGame::Other}, "GAM ATC|1"},
+             {"read: remark with a bar", false, RemarkMessage{QStringLiteral("a")}, "REM|a|b"},
+             {"read: empty remark", false, RemarkMessage{}, "REM||"},
+             {"read: bye", false, IgnoredMessage{QStringLiteral("BYE"), IgnoreReason::Bye}, "BYE"},
+             {"read: bull ok with more", false, BullOkMessage{}, "BOK|junk"},
+             {"read: exponents", false, BullMessage{{250, 10}}, "BUL|2.5e2|1E1"},
+             {"read: invalid UTF-8", false, RemarkMessage{QStringLiteral("a\uFFFD(\uFFFD")}, "REM|a\xc3(\xff"},
+             {"read: lower case", false, IgnoredMessage{QStringLiteral("bok"), IgnoreReason::UnknownCommand}, "bok"}});
+    }
     void wireTextsAreExact()
     {
-        const QList<std::pair<NetMessage, QByteArray>> sent{
-            {HelloMessage{QStringLiteral("Anna")}, "HEL Anna\x03"}, {HelloMessage{QStringLiteral("Jü\x03rg")}, "HEL J\xc3\xbcrg\x03"},
-            {GameMessage{NetGame::Cricket, true}, "GAM CRI|True\x03"}, {GameMessage{NetGame::Cricket, false}, "GAM CRI|False\x03"},
-            {GameMessage{NetGame::Game301, false, true, false}, "GAM 301|1|0\x03"}, {GameMessage{NetGame::Other}, ""},
-            {BullMessage{{230, -1.5f}}, "BUL|230|-1.5\x03"}, {SetMessage{{{10, 20}, {30.25f, 40}}}, "SET|10|20|30.25|40\x03"},
-            {SetMessage{{{1, 2}, {3, 4}, {5, 6}, {7, 8}}}, "SET|1|2|3|4|5|6\x03"}, {SetMessage{}, "SET\x03"},
-            {BullOkMessage{}, "BOK\x03"}, {PlayAgainMessage{}, "PLA\x03"}, {QuitMessage{}, "QUI\x03"},
-            {RemarkMessage{QStringLiteral("a|b\x03")}, "REM|a|b\x03"}, {RemarkMessage{}, "REM|\x03"}};
-        for (const auto &[message, bytes] : sent)
+        QFETCH(bool, sent);
+        QFETCH(NetMessage, message);
+        QFETCH(QByteArray, bytes);
+        if (sent)
             QCOMPARE(encodeMessage(message), bytes);
-
-        // The receiver's side of the same texts: the fourth character is
-        // skipped whatever it is, names lose their end blanks, text ends at
-        // "|", invalid UTF-8 becomes replacement characters.
-        const QList<std::pair<QByteArray, NetMessage>> received{
-            {"HEL  Bob O  ", HelloMessage{QStringLiteral("Bob O")}}, {"HEL|Bob", HelloMessage{QStringLiteral("Bob")}},
-            {"GAM|CRI|true", GameMessage{NetGame::Cricket, true}}, {"GAM ATC|1", GameMessage{NetGame::Other}},
-            {"REM|a|b", RemarkMessage{QStringLiteral("a")}}, {"REM||", RemarkMessage{}}, {"BOK|junk", BullOkMessage{}},
-            {"REM|a\xc3(\xff", RemarkMessage{QStringLiteral("a\uFFFD(\uFFFD")}}, {"BUL|2.5e2|1E1", BullMessage{{250, 10}}},
-            {"BYE", IgnoredMessage{QStringLiteral("BYE"), IgnoreReason::Bye}},
-            {"bok", IgnoredMessage{QStringLiteral("bok"), IgnoreReason::UnknownCommand}}};
-        for (const auto &[bytes, message] : received)
+        else
             QCOMPARE(decodeFrame(bytes), message);
     }
 
     // Coordinates read back as the same float, in the shortest text.
+    void coordinatesSurviveTheWire_data()
+    {
+        addTable<float>({"value"}, {{"0.1", 0.1f}, {"a third", 1.0f / 3}, {"under 260", 259.99998f}, {"-30", -30.0f},
+                                    {"1e-7", 1e-7f}, {"under 4000", 3999.9998f}, {"-0", -0.0f}});
+    }
     void coordinatesSurviveTheWire()
     {
-        for (const float v : {0.1f, 1.0f / 3, 259.99998f, -30.0f, 1e-7f, 3999.9998f, -0.0f}) {
-            const QByteArray text = coordinateText(v);
-            // Exactly: QCOMPARE would forgive floats a last-digit difference.
-            QVERIFY2(text.toFloat() == v && !text.contains(',') && text.size() <= 13, text);
-        }
-        QCOMPARE(coordinateText(0.1f), QByteArray("0.1"));
+        QFETCH(float, value);
+        const QByteArray text = coordinateText(value);
+        // Exactly: QCOMPARE would forgive floats a last-digit difference.
+        QVERIFY2(text.toFloat() == value && !text.contains(',') && text.size() <= 13, text);
     }
 
     void numbersKeepThePointInAGermanLocale()
     {
         const QLocale before;
         QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        const QByteArray tenth = coordinateText(0.1f);
         const QByteArray wire = encodeMessage(SetMessage{{{12.75f, 1234.5f}}});
         const NetMessage comma = decodeFrame("BUL|12,5|3");
         const NetMessage point = decodeFrame(wire.chopped(1));
         QLocale::setDefault(before);
+        QCOMPARE(tenth, QByteArray("0.1"));
         QCOMPARE(wire, QByteArray("SET|12.75|1234.5\x03"));
         QCOMPARE(point, NetMessage(SetMessage{{{12.75f, 1234.5f}}}));
         QCOMPARE(reasonOf(comma), IgnoreReason::NotANumber);
@@ -76,23 +96,31 @@ private slots:
 
     // Each bad frame is ignored for its own reason, and the frame after it
     // still counts.
-    void malformedFramesAreIgnored()
+    void malformedFramesAreIgnored_data()
     {
         using R = IgnoreReason;
-        const QList<std::pair<QByteArray, IgnoreReason>> frames{
-            {"HEL ", R::MissingField}, {"GAM", R::MissingField}, {"GAM CRI", R::MissingField},
-            {"GAM 301|1", R::MissingField}, {"GAM 501|x|0", R::NotANumber}, {"GAM 501|0|2", R::OutOfRange},
-            {"BUL|12", R::MissingField}, {"BUL||12", R::NotANumber}, {"BUL|1e9|3", R::OutOfRange},
-            {"BUL|nan|3", R::OutOfRange}, {"BUL|3|-inf", R::OutOfRange}, {"SET|1|2|3", R::MissingField},
-            {"SET|1|2|3|4|5|6|7|8", R::TooManyFields}, {"SET|1|2|3|4|5|6|7", R::TooManyFields},
-            {"SET|1|2|3|4|5|-4000.5", R::OutOfRange}, {QByteArray(3 << 20, '|').replace(0, 3, "SET"), R::TooManyFields},
-            {"REM|", R::MissingField}, {"", R::UnknownCommand}, {"\xff\xfe\xc3|1|2", R::UnknownCommand}};
-        for (const auto &[frame, reason] : frames) {
-            MessageDecoder decoder;
-            const QList<NetMessage> got = decoder.feed(frame + '\x03' + "BOK\x03");
-            QVERIFY2(got.size() == 2 && reasonOf(got[0]) == reason && got[1] == NetMessage(BullOkMessage{}),
-                     frame.left(30).constData());
-        }
+        addTable<QByteArray, IgnoreReason>({"frame", "reason"},
+            {{"hello without a name", "HEL ", R::MissingField}, {"game without a type", "GAM", R::MissingField},
+             {"cricket without stats", "GAM CRI", R::MissingField}, {"301 with one flag", "GAM 301|1", R::MissingField},
+             {"flag not a number", "GAM 501|x|0", R::NotANumber}, {"flag 2", "GAM 501|0|2", R::OutOfRange},
+             {"bull with one number", "BUL|12", R::MissingField}, {"bull, empty number", "BUL||12", R::NotANumber},
+             {"bull far off", "BUL|1e9|3", R::OutOfRange}, {"bull at nan", "BUL|nan|3", R::OutOfRange},
+             {"bull at -inf", "BUL|3|-inf", R::OutOfRange}, {"set with half a dart", "SET|1|2|3", R::MissingField},
+             {"set of four", "SET|1|2|3|4|5|6|7|8", R::TooManyFields},
+             {"set of three and a half", "SET|1|2|3|4|5|6|7", R::TooManyFields},
+             {"set far off", "SET|1|2|3|4|5|-4000.5", R::OutOfRange},
+             {"set of three million fields", QByteArray(3 << 20, '|').replace(0, 3, "SET"), R::TooManyFields},
+             {"empty remark", "REM|", R::MissingField}, {"nothing", "", R::UnknownCommand},
+             {"not UTF-8", "\xff\xfe\xc3|1|2", R::UnknownCommand}});
+    }
+    void malformedFramesAreIgnored()
+    {
+        QFETCH(QByteArray, frame);
+        MessageDecoder decoder;
+        const QList<NetMessage> got = decoder.feed(frame + '\x03' + "BOK\x03");
+        QCOMPARE(got.size(), 2);
+        QTEST(reasonOf(got[0]), "reason");
+        QCOMPARE(got[1], NetMessage(BullOkMessage{}));
     }
 
     void oversizedInputIsBounded()

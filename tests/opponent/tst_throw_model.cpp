@@ -4,6 +4,8 @@
 #include "core/opponent/computer_turn_rules.h"
 #include "core/opponent/throw_model.h"
 
+#include "../support/data_table.h"
+
 #include <QTest>
 
 #include <cmath>
@@ -11,6 +13,8 @@
 using namespace tavrix;
 
 namespace {
+
+using BandEnds = std::array<double, 4>; // inches
 
 CheckoutChart bundledChart()
 {
@@ -30,35 +34,36 @@ private slots:
     // band's end, none beyond the widest band but the wild ones, which spread
     // evenly out to one board radius (6.5").
     // The same seed repeats the darts.
+    void dartsSpreadAsEachLevelSays_data()
+    {
+        addTable<SkillLevel, BandEnds, double>({"level", "bandEnds", "wildness"},
+            {{"B-Player", SkillLevel::BPlayer, {1.0, 1.5, 2.0, 3.0}, 0.1},
+             {"A-Player", SkillLevel::APlayer, {0.75, 1.0, 1.5, 2.0}, 0.02},
+             {"Master", SkillLevel::Master, {0.25, 0.5, 0.75, 1.5}, 0.005}});
+    }
     void dartsSpreadAsEachLevelSays()
     {
-        const struct {
-            SkillLevel level;
-            std::array<double, 4> bandEnds; // inches
-            double wildness;
-        } levels[] = {{SkillLevel::BPlayer, {1.0, 1.5, 2.0, 3.0}, 0.1},
-                      {SkillLevel::APlayer, {0.75, 1.0, 1.5, 2.0}, 0.02},
-                      {SkillLevel::Master, {0.25, 0.5, 0.75, 1.5}, 0.005}};
+        QFETCH(SkillLevel, level);
+        QFETCH(BandEnds, bandEnds);
+        QFETCH(double, wildness);
         constexpr int darts = 8000;
         constexpr double unitsPerInch = 202 / 6.5;
-        for (const auto &level : levels) {
-            const SkillProfile profile = fixedSkillProfile(level.level);
-            QRandomGenerator random(1234);
-            QRandomGenerator again(1234);
-            std::array<int, 4> within{};
-            for (int i = 0; i < darts; ++i) {
-                const SimulatedDart dart = simulateThrow(profile, random, 10, -20);
-                QCOMPARE(simulateThrow(profile, again, 10, -20).x, dart.x);
-                QCOMPARE(dart.description, dartDescriptionFromXY(dart.x, dart.y));
-                const double inches = std::hypot(dart.x - 10, dart.y + 20) / unitsPerInch;
-                for (int k = 0; k < 4; ++k)
-                    within[k] += inches <= level.bandEnds[k] + 1e-9;
-            }
-            for (int k = 0; k < 4; ++k) {
-                const double expected = (1 - level.wildness) * (k + 1) / 4 + level.wildness * level.bandEnds[k] / 6.5;
-                QVERIFY2(std::abs(double(within[k]) / darts - expected) < 0.02,
-                         qPrintable(QStringLiteral("level %1 band %2: %3").arg(code(level.level)).arg(k).arg(within[k])));
-            }
+        const SkillProfile profile = fixedSkillProfile(level);
+        QRandomGenerator random(1234);
+        QRandomGenerator again(1234);
+        std::array<int, 4> within{};
+        for (int i = 0; i < darts; ++i) {
+            const SimulatedDart dart = simulateThrow(profile, random, 10, -20);
+            QCOMPARE(simulateThrow(profile, again, 10, -20).x, dart.x);
+            QCOMPARE(dart.description, dartDescriptionFromXY(dart.x, dart.y));
+            const double inches = std::hypot(dart.x - 10, dart.y + 20) / unitsPerInch;
+            for (int k = 0; k < 4; ++k)
+                within[k] += inches <= bandEnds[k] + 1e-9;
+        }
+        for (int k = 0; k < 4; ++k) {
+            const double expected = (1 - wildness) * (k + 1) / 4 + wildness * bandEnds[k] / 6.5;
+            QVERIFY2(std::abs(double(within[k]) / darts - expected) < 0.02,
+                     qPrintable(QStringLiteral("band %1: %2").arg(k).arg(within[k])));
         }
     }
 

@@ -6,6 +6,8 @@
 #include "core/review/review_rules.h"
 #include "core/stats/sqlite_store.h"
 
+#include "../support/data_table.h"
+
 #include <QLocale>
 #include <QTemporaryDir>
 #include <QTest>
@@ -33,29 +35,45 @@ private slots:
 
     // The area a click's ring and segment codes select: the bull and the
     // outer bull are one area whatever their segment; wires, misses and gaps
-    // select nothing. Treble 20 is hit by 20 in ring 3 only; a single bed is
-    // the "Any" target, hit by its number in any ring; the bull is hit by the
-    // practice bull (score 50), the practice 25 and a game's 25 of either
-    // multiplier. (Treble 20, the outer bull, wires and misses are clicked
-    // through the program in tst_review_mode.)
-    void areasCaptionsAndHits()
+    // select nothing. (Treble 20, the outer bull, wires and misses are
+    // clicked through the program in tst_review_mode.)
+    void areasAndCaptions_data()
     {
-        const struct { int ringCode, segment; const char *caption; BoardPoint aim; } areas[] = {
-            {1, 20, "Totals: Any 20", {0, 150}}, {50, 6, "Totals:  25/Bull", {}}, {3, NoMatch, nullptr, {}}};
-        for (const auto &a : areas) {
-            const std::optional<ReviewArea> area = reviewArea(a.ringCode, a.segment);
-            QCOMPARE(area.has_value(), a.caption != nullptr);
-            if (area) {
-                QCOMPARE(reviewCaption(QStringLiteral("Totals"), *area), QLatin1String(a.caption));
-                QVERIFY(near(area->aim.x, a.aim.x) && near(area->aim.y, a.aim.y));
-            }
+        addTable<int, int, QString, BoardPoint>({"ringCode", "segment", "caption", "aim"}, // null caption: no area
+            {{"single 20", 1, 20, "Totals: Any 20", {0, 150}}, {"bull of segment 6", 50, 6, "Totals:  25/Bull", {}},
+             {"segment gap", 3, NoMatch, QString(), {}}});
+    }
+    void areasAndCaptions()
+    {
+        QFETCH(int, ringCode);
+        QFETCH(int, segment);
+        QFETCH(QString, caption);
+        QFETCH(BoardPoint, aim);
+        const std::optional<ReviewArea> area = reviewArea(ringCode, segment);
+        QCOMPARE(area.has_value(), !caption.isNull());
+        if (area) {
+            QCOMPARE(reviewCaption(QStringLiteral("Totals"), *area), caption);
+            QVERIFY(near(area->aim.x, aim.x) && near(area->aim.y, aim.y));
         }
-        // ring code, segment; the dart's score and ring; hit
-        const int hits[][5] = {{2, 20, 50, 1, 0}, {1, 20, 20, 1, 1}, {1, 20, 20, 2, 1}, {1, 20, 5, 1, 0},
-                               {50, 0, 50, 1, 1}, {25, 0, 25, 1, 1}, {50, 0, 20, 1, 0}};
-        for (const auto &h : hits)
-            QVERIFY2(reviewHit(*reviewArea(h[0], h[1]), h[2], h[3]) == bool(h[4]),
-                     qPrintable(QStringLiteral("%1 %2: %3 %4").arg(h[0]).arg(h[1]).arg(h[2]).arg(h[3])));
+    }
+
+    // Treble 20 is hit by 20 in ring 3 only; a single bed is the "Any"
+    // target, hit by its number in any ring; the bull is hit by the practice
+    // bull (score 50), the practice 25 and a game's 25 of either multiplier.
+    void hits_data()
+    {
+        addTable<ReviewArea, int, int, bool>({"area", "score", "ring", "hit"},
+            {{"D20, bull", *reviewArea(2, 20), 50, 1, false}, {"any 20, S20", *reviewArea(1, 20), 20, 1, true},
+             {"any 20, D20", *reviewArea(1, 20), 20, 2, true}, {"any 20, S5", *reviewArea(1, 20), 5, 1, false},
+             {"bull, practice bull", *reviewArea(50, 0), 50, 1, true}, {"bull, 25", *reviewArea(25, 0), 25, 1, true},
+             {"bull, S20", *reviewArea(50, 0), 20, 1, false}});
+    }
+    void hits()
+    {
+        QFETCH(ReviewArea, area);
+        QFETCH(int, score);
+        QFETCH(int, ring);
+        QTEST(reviewHit(area, score, ring), "hit");
     }
 
     // A percentage in centimetres under a German locale, cut to two decimals

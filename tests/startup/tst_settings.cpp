@@ -1,5 +1,7 @@
 #include "core/startup/settings.h"
 
+#include "../support/data_table.h"
+
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -19,25 +21,35 @@ private slots:
 
     // A first start has no settings; the defaults are written to the file
     // the manual names. (Choices kept over a restart: tst_main_window.)
-    void defaultsAreWrittenAndChoicesReadStrictly()
+    void defaultsAreWritten()
     {
         QVERIFY(!settingsStored() && getSetting(QStringLiteral("Units")).isEmpty());
         createDefaultSettings();
         QVERIFY(settingsStored() && getSetting(QStringLiteral("Units")) == QStringLiteral("in"));
         QVERIFY(QFile::exists(dir_->filePath(QStringLiteral("Halvern/Tavrix!.ini"))));
+    }
 
-        // A stored choice counts only when it is exactly one of the texts
-        // written; anything else is ignored. Only the exact text "cm" selects
-        // centimetres.
-        QVERIFY(unitsAreCentimetres(QStringLiteral("cm")));
-        for (const char *garbled : {"CM", "Cm", "in", "", " cm"})
-            QVERIFY2(!unitsAreCentimetres(QString::fromLatin1(garbled)), garbled);
-        QVERIFY(optionFromSetting(QStringLiteral("1"), 3) == 1 && optionFromSetting(QStringLiteral("3"), 3) == 3);
-        for (const char *garbled : {"", "0", "4", "-1", " 2", "2 ", "02", "+2", "2.0", "x", "\u0662"})
-            QVERIFY2(!optionFromSetting(QString::fromUtf8(garbled), 3), garbled);
-        QVERIFY(switchFromSetting(QStringLiteral("on")) == true && switchFromSetting(QStringLiteral("off")) == false);
-        for (const char *garbled : {"", "On", "1", "true", "on "})
-            QVERIFY2(!switchFromSetting(QString::fromLatin1(garbled)), garbled);
+    // A stored choice counts only when it is exactly one of the texts
+    // written; anything else is ignored. Only the exact text "cm" selects
+    // centimetres; an option here is one of 3.
+    void storedChoicesAreReadStrictly_data()
+    {
+        addTable<QString, bool, std::optional<int>, std::optional<bool>>({"stored", "centimetres", "option", "switch"},
+            {{"cm", "cm", true, {}, {}}, {"CM", "CM", false, {}, {}}, {"Cm", "Cm", false, {}, {}},
+             {"in", "in", false, {}, {}}, {"empty", "", false, {}, {}}, {"blank, cm", " cm", false, {}, {}},
+             {"1", "1", false, 1, {}}, {"3", "3", false, 3, {}}, {"0", "0", false, {}, {}}, {"4", "4", false, {}, {}},
+             {"-1", "-1", false, {}, {}}, {"blank, 2", " 2", false, {}, {}}, {"2, blank", "2 ", false, {}, {}},
+             {"02", "02", false, {}, {}}, {"+2", "+2", false, {}, {}}, {"2.0", "2.0", false, {}, {}},
+             {"x", "x", false, {}, {}}, {"Arabic 2", "\u0662", false, {}, {}}, {"on", "on", false, {}, true},
+             {"off", "off", false, {}, false}, {"On", "On", false, {}, {}}, {"true", "true", false, {}, {}},
+             {"on, blank", "on ", false, {}, {}}});
+    }
+    void storedChoicesAreReadStrictly()
+    {
+        QFETCH(QString, stored);
+        QTEST(unitsAreCentimetres(stored), "centimetres");
+        QTEST(optionFromSetting(stored, 3), "option");
+        QTEST(switchFromSetting(stored), "switch");
     }
 
 private:

@@ -4,6 +4,8 @@
 #include "core/startup/start_options.h"
 #include "core/stats/sqlite_store.h"
 
+#include "../support/data_table.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -34,29 +36,27 @@ class TestStartOptions : public QObject {
 private slots:
     // Options in either order, the first printing one winning; an unknown
     // word refuses the line even after a known option.
+    void optionsAreRead_data()
+    {
+        using A = StartAction;
+        addTable<QStringList, StartAction, bool, QString>({"arguments", "action", "fromMenu", "problem"},
+            {{"none", {}, A::Run, false, ""}, {"from the menu", {"--from-menu"}, A::Run, true, ""},
+             {"paths from the menu", {"--paths", "--from-menu"}, A::ShowPaths, true, ""},
+             {"help", {"--help"}, A::ShowUsage, false, ""},
+             {"version before paths", {"--version", "--paths"}, A::ShowVersion, false, ""},
+             {"unknown after paths", {"--paths", "--bogus"}, A::Refuse, false, "unknown option --bogus"},
+             {"from the menu with a value", {"--from-menu=yes"}, A::Refuse, false, "unknown option --from-menu=yes"},
+             {"a file", {"games.db"}, A::Refuse, false, "unexpected argument games.db"}});
+    }
     void optionsAreRead()
     {
-        const struct {
-            QStringList arguments;
-            StartAction action;
-            bool fromMenu;
-            const char *problem;
-        } rows[] = {
-            {{}, StartAction::Run, false, ""},
-            {{"--from-menu"}, StartAction::Run, true, ""},
-            {{"--paths", "--from-menu"}, StartAction::ShowPaths, true, ""},
-            {{"--help"}, StartAction::ShowUsage, false, ""},
-            {{"--version", "--paths"}, StartAction::ShowVersion, false, ""},
-            {{"--paths", "--bogus"}, StartAction::Refuse, false, "unknown option --bogus"},
-            {{"--from-menu=yes"}, StartAction::Refuse, false, "unknown option --from-menu=yes"},
-            {{"games.db"}, StartAction::Refuse, false, "unexpected argument games.db"},
-        };
-        for (const auto &row : rows) {
-            const StartOptions options = parseStartOptions(row.arguments);
-            QVERIFY2(options.action == row.action && options.problem == QLatin1String(row.problem)
-                         && (row.action == StartAction::Refuse || options.fromMenu == row.fromMenu),
-                     qPrintable(row.arguments.join(' ')));
-        }
+        QFETCH(QStringList, arguments);
+        QFETCH(StartAction, action);
+        const StartOptions options = parseStartOptions(arguments);
+        QCOMPARE(options.action, action);
+        QTEST(options.problem, "problem");
+        if (action != StartAction::Refuse)
+            QTEST(options.fromMenu, "fromMenu");
     }
 
     // The line is read before Qt starts: Qt's own options, with their
@@ -75,17 +75,26 @@ private slots:
 
     // TAVRIX_DB wins both ways; from the menu the file lies in the user's
     // data folder, from a terminal in the working folder as it always has.
+    void databasePathFollowsHowTheProgramStarted_data()
+    {
+        addTable<bool, QString, QString>({"fromMenu", "variable", "path"},
+            {{"TAVRIX_DB from the menu", true, "/x/mine.db", "/x/mine.db"},
+             {"TAVRIX_DB from a terminal", false, "/x/mine.db", "/x/mine.db"},
+             {"from the menu", true, "", "/home/a/.local/share/tavrix/tavrix.db"},
+             {"from a terminal", false, "", "/work/tavrix.db"}});
+    }
+    void databasePathFollowsHowTheProgramStarted()
+    {
+        QFETCH(bool, fromMenu);
+        QFETCH(QString, variable);
+        QTEST(chooseDatabasePath(fromMenu, variable, "/home/a/.local/share", "/work"), "path");
+    }
+
     // A data folder that cannot be made is named by the store; a folder of
     // TAVRIX_DB is never made. (scripts/package.sh starts the installed
     // program all three ways and finds the database where it belongs.)
-    void databasePathFollowsHowTheProgramStarted()
+    void onlyTheDataFolderIsMade()
     {
-        for (const bool fromMenu : {true, false})
-            QCOMPARE(chooseDatabasePath(fromMenu, "/x/mine.db", "/home/a/.local/share", "/work"), QString("/x/mine.db"));
-        QCOMPARE(chooseDatabasePath(true, "", "/home/a/.local/share", "/work"),
-                 QString("/home/a/.local/share/tavrix/tavrix.db"));
-        QCOMPARE(chooseDatabasePath(false, "", "/home/a/.local/share", "/work"), QString("/work/tavrix.db"));
-
         QTemporaryDir home;
         const ScopedVariable unset(SqliteStore::pathVariable, QString());
         {
