@@ -292,6 +292,9 @@ private slots:
         QCOMPARE(rules.advice(2, set({"B", "B", "S20"})), aimPoint(1, 20));
         CricketStanding behind{{3, 3, 3, 3, 0, 0, 0}, {0, 3, 3, 0, 0, 0, 0}, false};
         QCOMPARE(advisor_.cricketTarget(behind), aimPoint(1, 18));
+        // Simple Cricket has no points to catch up: the next open number.
+        behind.simple = true;
+        QCOMPARE(advisor_.cricketTarget(behind), aimPoint(3, 17));
         CricketStanding allClosed{{3, 3, 3, 3, 3, 3, 3}, {3, 3, 3, 3, 3, 3, 3}, false};
         QCOMPARE(advisor_.cricketTarget(allClosed), BoardPoint{});
         allClosed.mine[1] = 4;

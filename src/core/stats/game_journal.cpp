@@ -31,12 +31,7 @@ bool GameJournal::record(const QList<GameDart> &rows, std::optional<std::pair<qi
 
 bool GameJournal::flush()
 {
-    if (!hasPending() || write()) {
-        retryTimer_->stop();
-        failureAnnounced_ = false;
-        return true;
-    }
-    return false;
+    return write();
 }
 
 bool GameJournal::flushForGood()
