@@ -7,19 +7,15 @@
 #include "ui/play/play_controller.h"
 
 #include "ui/board/board_picture.h"
-#include "ui/board/dart_marker.h"
 #include "ui/dialogs/messages.h"
 #include "ui/net/chat_dialog.h"
 #include "core/net/net_game_rules.h"
+#include "core/net/network_peer.h"
 #include "ui/net/network_game.h"
 #include "ui/net/opponent_name_dialog.h"
-#include "core/net/network_peer.h"
 #include "ui/play/game_frame.h"
 #include "core/session/session.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 

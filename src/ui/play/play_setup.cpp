@@ -7,27 +7,21 @@
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
 #include "core/net/net_game_rules.h"
+#include "core/net/network_peer.h"
 #include "ui/net/network_game.h"
 #include "ui/net/opponent_name_dialog.h"
-#include "core/net/network_peer.h"
-#include "core/opponent/dart_by_dart_opponent.h"
 #include "ui/opponent/skill_options.h"
-#include "core/opponent/skill_profile.h"
 #include "ui/play/game_frame.h"
 #include "ui/play/score_glance.h"
 #include "core/session/session.h"
-#include "ui/sound/sounds.h"
 #include "core/stats/game_journal.h"
 #include "core/stats/game_record.h"
 #include "core/stats/game_store.h"
 
-#include <QAbstractButton>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSlider>
-#include <QTimer>
 
 namespace tavrix {
 
