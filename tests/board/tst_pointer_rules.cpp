@@ -2,6 +2,8 @@
 
 #include "core/board/pointer_rules.h"
 
+#include "../support/data_table.h"
+
 #include <QTest>
 
 using namespace tavrix;
@@ -36,18 +38,14 @@ private slots:
     // above the bull, and 100 for the distances.
     void markerCaptions_data()
     {
-        QTest::addColumn<HoverKind>("kind");
-        QTest::addColumn<int>("dart");
-        QTest::addColumn<double>("radius");
-        QTest::addColumn<bool>("useCms");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("first dart") << HoverKind::Dart << 1 << 150.0 << false << "Dart 1: Single 20";
-        QTest::newRow("third dart") << HoverKind::Dart << 3 << 118.0 << false << "Dart 3: Triple 20";
-        QTest::newRow("target") << HoverKind::Target << 0 << 118.0 << false << "Target: Triple 20";
-        QTest::newRow("description") << HoverKind::Description << 0 << 150.0 << false << "Single 20";
-        QTest::newRow("inches from bull") << HoverKind::DistanceFromBull << 0 << 100.0 << false << "3.217\" from bull.";
-        QTest::newRow("cm from bull") << HoverKind::DistanceFromBull << 0 << 100.0 << true << "8.173 cm from bull.";
-        QTest::newRow("kept") << HoverKind::Keep << 0 << 150.0 << false << "before";
+        addTable<HoverKind, int, double, bool, QString>({"kind", "dart", "radius", "useCms", "caption"},
+            {{"first dart", HoverKind::Dart, 1, 150, false, "Dart 1: Single 20"},
+             {"third dart", HoverKind::Dart, 3, 118, false, "Dart 3: Triple 20"},
+             {"target", HoverKind::Target, 0, 118, false, "Target: Triple 20"},
+             {"description", HoverKind::Description, 0, 150, false, "Single 20"},
+             {"inches from bull", HoverKind::DistanceFromBull, 0, 100, false, "3.217\" from bull."},
+             {"cm from bull", HoverKind::DistanceFromBull, 0, 100, true, "8.173 cm from bull."},
+             {"kept", HoverKind::Keep, 0, 150, false, "before"}});
     }
     void markerCaptions()
     {
@@ -55,25 +53,20 @@ private slots:
         QFETCH(int, dart);
         QFETCH(double, radius);
         QFETCH(bool, useCms);
-        QFETCH(QString, caption);
-        QCOMPARE(markerHoverCaption({kind, dart}, radius, 90, useCms, QStringLiteral("before")), caption);
+        QTEST(markerHoverCaption({kind, dart}, radius, 90, useCms, QStringLiteral("before")), "caption");
     }
 
     // Over a statistics label the caption follows where the game stands.
     void labelCaptionsFollowTheThrowPhase_data()
     {
-        QTest::addColumn<ThrowPhase>("phase");
-        QTest::addColumn<QString>("caption");
-        QTest::newRow("no game") << ThrowPhase::None << "before";
-        QTest::newRow("cork awaited") << ThrowPhase::CorkAwaited << "3.217\" from bull.";
-        QTest::newRow("cork placed") << ThrowPhase::CorkPlaced << "Target: Single 20";
-        QTest::newRow("turn") << ThrowPhase::TurnDarts << "Single 20";
+        addTable<ThrowPhase, QString>({"phase", "caption"},
+            {{"no game", ThrowPhase::None, "before"}, {"cork awaited", ThrowPhase::CorkAwaited, "3.217\" from bull."},
+             {"cork placed", ThrowPhase::CorkPlaced, "Target: Single 20"}, {"turn", ThrowPhase::TurnDarts, "Single 20"}});
     }
     void labelCaptionsFollowTheThrowPhase()
     {
         QFETCH(ThrowPhase, phase);
-        QFETCH(QString, caption);
-        QCOMPARE(markerHoverCaption({labelHoverKind(phase)}, 100, 90, false, QStringLiteral("before")), caption);
+        QTEST(markerHoverCaption({labelHoverKind(phase)}, 100, 90, false, QStringLiteral("before")), "caption");
     }
 
     // Captions for the area under the pointer, from its dart counts.

@@ -1,5 +1,6 @@
 // The About box and its system facts, opened from the program's Help menu.
 
+#include "../support/data_table.h"
 #include "../support/program_test.h"
 #include "ui/help/about_dialog.h"
 #include "ui/help/sys_info_dialog.h"
@@ -25,22 +26,7 @@ void clickOrHide(QWidget *dialog, const char *button)
     b ? b->click() : dialog->hide();
 }
 
-// Runs `act` on the next modal dialog once it is up.
-template <typename Act>
-void whenDialogShows(Act act)
-{
-    QTimer::singleShot(0, [act] {
-        QTRY_VERIFY(QApplication::activeModalWidget());
-        act(QApplication::activeModalWidget());
-    });
-}
-
-// One line of the system facts, as this home should show it.
-using Fact = std::function<QString(const TestHome &)>;
-
 } // namespace
-
-Q_DECLARE_METATYPE(Fact)
 
 class TestAbout : public ProgramTest {
     Q_OBJECT
@@ -88,44 +74,30 @@ private slots:
         QVERIFY(!shown.facts.isEmpty() && shown.copied == shown.facts && messages_.shown.isEmpty());
     }
 
-    // The facts a bug report needs are those of this home.
+    // The facts a bug report needs are those of this home: %1 its database,
+    // %2 the file's size, %3 that of its write-ahead log, where the newest
+    // rows wait, %4 the home's folder, where TestHome put the settings.
     void systemFactsDescribeThisHome_data()
     {
-        QTest::addColumn<Fact>("fact");
-        QTest::newRow("version") << Fact([](const TestHome &) {
-            return QStringLiteral("Version: " TAVRIX_PROJECT_VERSION "\n");
-        });
-        QTest::newRow("database") << Fact([](const TestHome &home) {
-            return QStringLiteral("Database: ") + QFileInfo(home.dbPath).absoluteFilePath() + '\n';
-        });
-        QTest::newRow("database size") << Fact([](const TestHome &home) {
-            return QStringLiteral("Database size: %1 bytes\n").arg(QFileInfo(home.dbPath).size());
-        });
-        // The store keeps a write-ahead log, where the newest rows wait.
-        QTest::newRow("database log") << Fact([](const TestHome &home) {
-            return QStringLiteral("Database log: %1 bytes\n").arg(QFileInfo(home.dbPath + QStringLiteral("-wal")).size());
-        });
-        // The settings live in the test's home, where TestHome put them.
-        QTest::newRow("settings") << Fact([](const TestHome &home) {
-            return QStringLiteral("Settings: ") + home.dir.path() + '/';
-        });
+        addTable<QString>({"fact"}, {{"version", "Version: " TAVRIX_PROJECT_VERSION "\n"}, {"database", "Database: %1\n"},
+                                     {"database size", "Database size: %2 bytes\n"}, {"database log", "Database log: %3 bytes\n"},
+                                     {"settings", "Settings: %4/"}});
     }
     void systemFactsDescribeThisHome()
     {
-        QFETCH(Fact, fact);
+        QFETCH(QString, fact);
         startProgram();
         const QString facts = openAboutBox().facts;
-        QVERIFY2(facts.contains(fact(*home_)), qPrintable(facts));
+        const QFileInfo db(home_->dbPath);
+        fact.replace(QStringLiteral("%1"), db.absoluteFilePath()).replace(QStringLiteral("%2"), QString::number(db.size()))
+            .replace(QStringLiteral("%3"), QString::number(QFileInfo(home_->dbPath + QStringLiteral("-wal")).size()))
+            .replace(QStringLiteral("%4"), home_->dir.path());
+        QVERIFY2(facts.contains(fact), qPrintable(facts));
     }
 
     // Facts that cannot be gathered, by a failure or because none is known,
     // are said to be unavailable instead of showing an empty list.
-    void missingFactsAreSaidToBeUnavailable_data()
-    {
-        QTest::addColumn<bool>("throws");
-        QTest::newRow("gathering fails") << true;
-        QTest::newRow("nothing known") << false;
-    }
+    void missingFactsAreSaidToBeUnavailable_data() { addTable<bool>({"throws"}, {{"gathering fails", true}, {"nothing known", false}}); }
     void missingFactsAreSaidToBeUnavailable()
     {
         QFETCH(bool, throws);
@@ -135,11 +107,7 @@ private slots:
                 throw std::runtime_error("no facts");
             return {};
         });
-        QWidget *opened = nullptr;
-        QTimer::singleShot(0, [&] { if ((opened = QApplication::activeModalWidget())) opened->hide(); });
-        findControl<QPushButton>(&box, "cmdSysInfo")->click();
-        QCoreApplication::processEvents();
-        QVERIFY(!opened);
+        QVERIFY(!opensADialog([&] { findControl<QPushButton>(&box, "cmdSysInfo")->click(); }));
         QCOMPARE(messages.texts(QStringLiteral("notice")),
                  QStringList{QStringLiteral("System Information Is Unavailable At This Time")});
     }

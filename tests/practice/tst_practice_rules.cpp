@@ -1,5 +1,7 @@
 #include "core/practice/practice_rules.h"
 
+#include "../support/data_table.h"
+
 #include <QTest>
 
 #include <cmath>
@@ -27,18 +29,11 @@ private slots:
     // are written through the program in tst_practice.)
     void practiceScorePairs_data()
     {
-        QTest::addColumn<double>("x");
-        QTest::addColumn<double>("y");
-        QTest::addColumn<int>("ring");
-        QTest::addColumn<int>("score");
-        QTest::newRow("outer bull") << 0.0 << 13.0 << 1 << 25;
-        QTest::newRow("outer bull at the bull area's edge") << 0.0 << 19.0 << 1 << 25;
-        QTest::newRow("wire inside the bull area") << 0.0 << 7.5 << 1 << 0;
-        QTest::newRow("wire just outside it") << 0.0 << 19.5 << 0 << 20;
-        QTest::newRow("single 20 from its edge") << 0.0 << 20.0 << 1 << 20;
-        QTest::newRow("treble 20") << 0.0 << 118.0 << 3 << 20;
-        QTest::newRow("gap of the ring table") << 0.0 << 7.000005 << -999 << 0;
-        QTest::newRow("off the board") << 0.0 << 240.0 << -999 << 0;
+        addTable<double, double, int, int>({"x", "y", "ring", "score"},
+            {{"outer bull", 0, 13, 1, 25}, {"outer bull at the bull area's edge", 0, 19, 1, 25},
+             {"wire inside the bull area", 0, 7.5, 1, 0}, {"wire just outside it", 0, 19.5, 0, 20},
+             {"single 20 from its edge", 0, 20, 1, 20}, {"treble 20", 0, 118, 3, 20},
+             {"gap of the ring table", 0, 7.000005, -999, 0}, {"off the board", 0, 240, -999, 0}});
     }
     void practiceScorePairs()
     {
@@ -54,13 +49,7 @@ private slots:
     // cut (not rounded) to two decimals; "N/A" where no dart counts.
     void runningTotals_data()
     {
-        QTest::addColumn<PracticeSums>("sums");
-        QTest::addColumn<int>("value");
-        QTest::addColumn<int>("ring");
-        QTest::addColumn<QStringList>("texts");
         const QString na = QStringLiteral("N/A");
-        QTest::newRow("no darts") << PracticeSums{} << 20 << 2 << QStringList(7, na);
-
         PracticeSums mixed;
         mixed.targets[{20, 1}] = tally(4, 1);
         mixed.targets[{20, 2}] = tally(2, 0);
@@ -69,17 +58,14 @@ private slots:
         mixed.distSum = 400.0;
         mixed.targets[{19, 3}].distCount = 4;
         mixed.targets[{19, 3}].distSum = 60.0;
-        QTest::newRow("every ring, at treble 19")
-            << mixed << 19 << 3
-            << QStringList{"40%", "75", "1.287\"", "0.482\"", "25%", "0%", "75%"};
-        QTest::newRow("a target not thrown at yet")
-            << mixed << 7 << 2 << QStringList{"40%", na, "1.287\"", na, "25%", "0%", "75%"};
-
         PracticeSums thirds;
         thirds.targets[{25, 1}] = tally(3, 2);
         thirds.distCount = 3;
-        QTest::newRow("two thirds cut, not rounded")
-            << thirds << 25 << 1 << QStringList{"66.66%", "66.66", "0\"", na, "66.66%", na, na};
+        addTable<PracticeSums, int, int, QStringList>({"sums", "value", "ring", "texts"},
+            {{"no darts", {}, 20, 2, QStringList(7, na)},
+             {"every ring, at treble 19", mixed, 19, 3, {"40%", "75", "1.287\"", "0.482\"", "25%", "0%", "75%"}},
+             {"a target not thrown at yet", mixed, 7, 2, {"40%", na, "1.287\"", na, "25%", "0%", "75%"}},
+             {"two thirds cut, not rounded", thirds, 25, 1, {"66.66%", "66.66", "0\"", na, "66.66%", na, na}}});
     }
     void runningTotals()
     {

@@ -2,6 +2,7 @@
 // set equal, to the last bit, the totals counted afresh dart by dart, whoever
 // changes the darts.
 
+#include "../support/data_table.h"
 #include "../support/sql_rows.h"
 #include "core/practice/practice_rules.h"
 #include "core/practice/practice_totals.h"
@@ -105,14 +106,8 @@ private slots:
     // only in the distances.
     void aDartCountsForItsThrower_data()
     {
-        QTest::addColumn<qint64>("thrower");
-        QTest::addColumn<int>("score");
-        QTest::addColumn<int>("ring");
-        QTest::addColumn<qint64>("throws");
-        QTest::addColumn<qint64>("hits");
-        QTest::newRow("own hit") << qint64(1) << 20 << 2 << qint64(1) << qint64(1);
-        QTest::newRow("own miss") << qint64(1) << 20 << 1 << qint64(1) << qint64(0);
-        QTest::newRow("another's hit") << qint64(2) << 20 << 2 << qint64(0) << qint64(0);
+        addTable<qint64, int, int, qint64, qint64>({"thrower", "score", "ring", "throws", "hits"},
+            {{"own hit", 1, 20, 2, 1, 1}, {"own miss", 1, 20, 1, 1, 0}, {"another's hit", 2, 20, 2, 0, 0}});
     }
     void aDartCountsForItsThrower()
     {

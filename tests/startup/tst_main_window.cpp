@@ -19,32 +19,11 @@ namespace {
 // What stands in the way of a start, besides what the file holds.
 enum class Trouble { None, MissingFolder, ReadOnlyFile, ReadOnlyFolder, Held };
 
-// Runs `act` on the modal dialog once it is up.
-template <typename Act>
-void whenDialogShows(Act act)
-{
-    QTimer::singleShot(0, [act] {
-        QTRY_VERIFY(QApplication::activeModalWidget());
-        act(QApplication::activeModalWidget());
-    });
-}
-
 void click(QWidget *dialog, const char *button)
 {
     auto *b = dialog->findChild<QPushButton *>(QString::fromLatin1(button));
     QVERIFY2(b, button);
     b->click();
-}
-
-// Runs `act`; a modal dialog it opens is closed at once and reported.
-template <typename Act>
-bool opensADialog(Act act)
-{
-    QWidget *opened = nullptr;
-    QTimer::singleShot(0, [&opened] { if ((opened = QApplication::activeModalWidget())) opened->hide(); });
-    act();
-    QCoreApplication::processEvents();
-    return opened != nullptr;
 }
 
 } // namespace
@@ -197,16 +176,14 @@ private slots:
     // Cancelling the first player ends the program quietly.
     void playersAtStart_data()
     {
-        QTest::addColumn<QList<qint64>>("ids"); // players "P<id>" in the database
-        QTest::addColumn<QString>("typed"); // the first player's name; null: Cancel
-        QTest::addColumn<int>("chosen"); // in Select Player
-        QTest::newRow("first start") << QList<qint64>{} << QStringLiteral(" O'Brien \"Bo\" ") << 0;
-        QTest::newRow("first start cancelled") << QList<qint64>{} << QString() << 0;
-        // Ids past 16 bits: 65,536 once read as 0 ("no player") and ended
-        // the program at start; 40,000 recorded games under a negative id.
-        QTest::newRow("only player 65,536") << QList<qint64>{65536} << QString() << 0;
-        QTest::newRow("40,000 of two") << QList<qint64>{40000, 65536} << QString() << 0;
-        QTest::newRow("65,536 of two") << QList<qint64>{40000, 65536} << QString() << 1;
+        // ids: players "P<id>" in the database; typed: the first player's
+        // name, null for Cancel; chosen: in Select Player. Ids past 16 bits:
+        // 65,536 once read as 0 ("no player") and ended the program at start;
+        // 40,000 recorded games under a negative id.
+        addTable<QList<qint64>, QString, int>({"ids", "typed", "chosen"},
+            {{"first start", {}, QStringLiteral(" O'Brien \"Bo\" "), 0}, {"first start cancelled", {}, QString(), 0},
+             {"only player 65,536", {65536}, QString(), 0}, {"40,000 of two", {40000, 65536}, QString(), 0},
+             {"65,536 of two", {40000, 65536}, QString(), 1}});
     }
     void playersAtStart()
     {

@@ -2,6 +2,8 @@
 
 #include "core/stats/distance_quarters.h"
 
+#include "../support/data_table.h"
+
 #include <QTest>
 
 using namespace tavrix;
@@ -10,36 +12,31 @@ class TestDistanceQuarters : public QObject {
     Q_OBJECT
 
 private slots:
+    // Each row: the distances, in any order, and whether an empty one is
+    // among them; then the count, the average, the eight bounds, the wild darts.
     void quartersOfDistances_data()
     {
-        QTest::addColumn<QList<double>>("distances"); // in any order
-        QTest::addColumn<bool>("hasNull");
-        // count, average, the eight bounds, the wild darts
-        QTest::addColumn<QList<double>>("expected");
-        QTest::newRow("five") << QList<double>{5, 1, 4, 2, 3} << false
-                              << QList<double>{5, 3, 2, 3, 3, 3, 3, 4, 5, 0};
-        // An empty distance sorts first and takes a place among the closest.
-        QTest::newRow("five and an empty one") << QList<double>{5, 1, 4, 2, 3} << true
-                                               << QList<double>{5, 3, 1, 2, 2, 3, 3, 4, 5, 0};
-        // Repeats count once; quarters that hold nothing read 0.
-        QTest::newRow("a repeat") << QList<double>{1, 2, 1} << false << QList<double>{2, 1.5, 1, 0, 0, 0, 0, 2, 2, 0};
-        QTest::newRow("one wild dart") << QList<double>{1, 2, 3, 4, 5, 6, 7, 100} << false
-                                       << QList<double>{8, 16, 2, 3, 4, 5, 6, 7, 100, 1};
-        // Wild is strictly beyond three times the average: 15 is exactly
-        // three times 5, and no wild dart.
-        QTest::newRow("exactly three times the average") << QList<double>{15, 1, 2, 3, 4} << false
-                                                         << QList<double>{5, 5, 2, 3, 3, 3, 3, 4, 15, 0};
+        using L = QList<double>;
+        addTable<L, bool, L>({"distances", "hasNull", "expected"},
+            {{"five", {5, 1, 4, 2, 3}, false, {5, 3, 2, 3, 3, 3, 3, 4, 5, 0}},
+             // An empty distance sorts first and takes a place among the closest.
+             {"five and an empty one", {5, 1, 4, 2, 3}, true, {5, 3, 1, 2, 2, 3, 3, 4, 5, 0}},
+             // Repeats count once; quarters that hold nothing read 0.
+             {"a repeat", {1, 2, 1}, false, {2, 1.5, 1, 0, 0, 0, 0, 2, 2, 0}},
+             {"one wild dart", {1, 2, 3, 4, 5, 6, 7, 100}, false, {8, 16, 2, 3, 4, 5, 6, 7, 100, 1}},
+             // Wild is strictly beyond three times the average: 15 is exactly
+             // three times 5, and no wild dart.
+             {"exactly three times the average", {15, 1, 2, 3, 4}, false, {5, 5, 2, 3, 3, 3, 3, 4, 15, 0}}});
     }
 
     void quartersOfDistances()
     {
         QFETCH(QList<double>, distances);
         QFETCH(bool, hasNull);
-        QFETCH(QList<double>, expected);
         const DistanceQuarters q = distanceQuartersOf({{distances.begin(), distances.end()}, hasNull}, 1);
-        QCOMPARE((QList<double>{double(q.sampleCount), q.average, q.tightestMax, q.secondMin, q.secondMax, q.thirdMin,
-                                q.thirdMax, q.widestMin, q.widestMax, double(q.wildCount)}),
-                 expected);
+        QTEST((QList<double>{double(q.sampleCount), q.average, q.tightestMax, q.secondMin, q.secondMax, q.thirdMin,
+                             q.thirdMax, q.widestMin, q.widestMax, double(q.wildCount)}),
+              "expected");
     }
 };
 

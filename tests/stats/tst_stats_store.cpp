@@ -1,6 +1,7 @@
 // The statistics store against a real file, read back through a second
 // connection the way another program would read it.
 
+#include "../support/data_table.h"
 #include "../support/sql_rows.h"
 #include "core/stats/game_record.h"
 #include "core/stats/sqlite_schema.h"
@@ -123,22 +124,19 @@ private slots:
         QCOMPARE(OtherConnection(path).value(QStringLiteral("SELECT count(*) FROM outchart")).toInt(), 180);
     }
 
+    // A file of a newer version, or one whose upgrade fails, is refused,
+    // named, and left as it was, its journal mode too. The changes are made
+    // to a file of the first version; in the failed upgrade the first step
+    // writes (the index again) and the second fails on the table in its way:
+    // nothing of the first may stay.
     void refusedFileIsLeftByteForByte_data()
     {
-        QTest::addColumn<QStringList>("changes"); // made to a file of the first version
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("newer version") << QStringList{QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion() + 1)}
-                                       << QStringLiteral(": it was written by a newer version of Tavrix");
-        // The first step writes (the index again), the second fails on the
-        // table in its way: nothing of the first may stay.
-        QTest::newRow("failed upgrade") << QStringList{QStringLiteral("DROP INDEX statsthrows_player"),
-                                                       QStringLiteral("DROP TABLE practicetargetsums"),
-                                                       QStringLiteral("CREATE TABLE practicetargetsums (other TEXT)")}
-                                        << QStringLiteral(": no such column: players_id");
+        addTable<QStringList, QString>({"changes", "reason"},
+            {{"newer version", {QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion() + 1)},
+              ": it was written by a newer version of Tavrix"},
+             {"failed upgrade", {"DROP INDEX statsthrows_player", "DROP TABLE practicetargetsums",
+                                 "CREATE TABLE practicetargetsums (other TEXT)"}, ": no such column: players_id"}});
     }
-
-    // A file of a newer version, or one whose upgrade fails, is refused,
-    // named, and left as it was, its journal mode too.
     void refusedFileIsLeftByteForByte()
     {
         QFETCH(QStringList, changes);

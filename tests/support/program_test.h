@@ -53,6 +53,14 @@ protected:
     const tavrix::GameSession &game() const { return window()->playController()->game(); }
     QList<QVariantList> rows(const QString &sql) const { return sqlRows(program_->store().connection(), sql); }
 
+    // A key on the main window. The offscreen platform does not give the
+    // activation back to it when a dialog closes, so it is activated here.
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        window()->activateWindow();
+        [&] { QTRY_COMPARE(QApplication::activeWindow(), window()); }();
+        QTest::keyClick(window(), key, modifiers);
+    }
     // Clicks the main game button, which must show `caption` and be enabled.
     void press(const QString &caption)
     {

@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTcpServer>
 #include <QTimer>
 #include <QWidget>
 
@@ -55,4 +56,33 @@ inline void answerOpponentName(const QString &name)
         dialog->findChild<QLineEdit *>(QStringLiteral("Text1"))->setText(name);
         dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
     });
+}
+
+// Runs `act` on the next modal dialog once it is up.
+template <typename Act>
+void whenDialogShows(Act act)
+{
+    QTimer::singleShot(0, [act] {
+        QTRY_VERIFY(QApplication::activeModalWidget());
+        act(QApplication::activeModalWidget());
+    });
+}
+
+// Runs `act`; a modal dialog it opens is closed at once and reported.
+template <typename Act>
+bool opensADialog(Act act)
+{
+    QWidget *opened = nullptr;
+    QTimer::singleShot(0, [&opened] { if ((opened = QApplication::activeModalWidget())) opened->hide(); });
+    act();
+    QCoreApplication::processEvents();
+    return opened != nullptr;
+}
+
+// A port of 127.0.0.1 nobody listens on now.
+inline quint16 freePort()
+{
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    return probe.serverPort();
 }
