@@ -44,7 +44,8 @@ public:
     {
         QObject::connect(&socket, &QTcpSocket::readyRead, [this] { heard += socket.readAll(); });
         // What an answered caller sent before it was taken.
-        heard = socket.readAll();
+        if (answered)
+            heard = socket.readAll();
     }
 
     bool connectTo(quint16 port)
