@@ -96,7 +96,7 @@ private slots:
     void strayCallersDoNotKeepTheCallerOut()
     {
         NetLink server;
-        server.setGreetingWait(400);
+        server.setGreetingWait(1000);
         QVERIFY2(server.listen(0), qPrintable(server.lastError()));
         const quint16 port = server.listeningPort();
         QSignalSpy up(&server, &NetLink::connected);

@@ -250,9 +250,15 @@ bool isGreeting(const QByteArray &frame)
     return frame.startsWith("HEL") && std::holds_alternative<HelloMessage>(decodeFrame(frame));
 }
 
+// No message reads this far into its frame: a name or chat line is cut
+// long before, and a number this long is no coordinate. Converting no more
+// keeps a frame of megabytes from costing its size twice over again.
+constexpr qsizetype frameReadLimit = 16 * 1024;
+
 NetMessage decodeFrame(const QByteArray &frameBytes)
 {
-    const QString text = QString::fromUtf8(frameBytes); // bad bytes become U+FFFD
+    // Bad bytes become U+FFFD.
+    const QString text = QString::fromUtf8(QByteArrayView(frameBytes).first(std::min(frameBytes.size(), frameReadLimit)));
     const QString command = text.left(3);
     // The fourth character is the separator, skipped whatever it is.
     const QStringList fields = text.size() >= 5 ? leadingFields(QStringView(text).sliced(4)) : QStringList();

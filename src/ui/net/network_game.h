@@ -32,7 +32,9 @@ class NetworkGame : public QObject {
     Q_OBJECT
 
 public:
-    // Messages waiting at most; one more ends the connection.
+    // Messages waiting at most; one more ends the connection. A message
+    // holds a kilobyte at most (a chat line), so the queue stays near twenty
+    // megabytes whatever the other side sends.
     static constexpr int maxQueuedMessages = 20000;
     // A slice of handling ends after this many messages or this much time,
     // whichever comes first.
