@@ -218,5 +218,31 @@ int main(int argc, char *argv[])
         std::printf("%-44s resident %lld MiB before, %lld MiB after (%+lld MiB)%s\n", "", before / 1024, after / 1024,
                     (after - before) / 1024, memoryIsMeasurable ? "" : " (sanitizer build: not meaningful)");
     }
+
+    {
+        // Chat lines, each kept until handled, while the box holds handling
+        // up: the queue's bound ends the connection.
+        Copy ann;
+        ScriptedPeer peer;
+        if (!ann.greet(peer))
+            qFatal("no connection");
+        qint64 before = 0, most = 0, sent = 0;
+        ann.messages.whileOpen = [&] {
+            before = residentKiB();
+            QTimer sample;
+            sample.setInterval(1);
+            QObject::connect(&sample, &QTimer::timeout, [&] { most = std::max(most, residentKiB()); });
+            sample.start();
+            watch.start();
+            sent = peer.stream("REM|" + QByteArray(600, 'r') + "\x03", qint64(64) << 20, 20000);
+            watch.stop();
+            most = std::max(most, residentKiB());
+        };
+        peer.say("QUI\x03");
+        waitFor([&] { return most > 0; });
+        line("chat lines of 600 characters, box open", watch, !ann.messages.texts(QStringLiteral("error")).isEmpty());
+        std::printf("%-44s %lld MiB sent before the connection ended; resident %lld MiB before, at most %lld MiB "
+                    "(%+lld MiB)\n", "", sent >> 20, before / 1024, most / 1024, (most - before) / 1024);
+    }
     return 0;
 }
