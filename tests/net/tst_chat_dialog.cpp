@@ -1,5 +1,6 @@
 // "Chat Window": lines from both sides in one transcript that outlives a
-// connection, the newest line in view, and a line that cannot go out.
+// connection, the newest line in view, a line that cannot go out, and a
+// flood of lines that costs the same for each and keeps only the newest.
 
 #include "../support/test_home.h"
 #include "ui/net/chat_dialog.h"
@@ -7,6 +8,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextDocument>
 
 using namespace tavrix;
 
@@ -51,6 +53,33 @@ private slots:
         chat.displayMessage(QStringLiteral("Cy"), QString());
         QVERIFY(chat.transcript().startsWith(QStringLiteral("Bob: line 0\r\n")));
         QVERIFY(chat.transcript().endsWith(QStringLiteral("Cy: \r\n")));
+    }
+
+    // A line is written at the end; the lines before are not written again,
+    // so a long chat does not make each line dearer. Past the bound the
+    // oldest lines go.
+    void transcriptGrowsAtItsEnd()
+    {
+        ChatDialog chat([](const QString &) { return true; }, nullptr);
+        auto *transcript = findControl<QPlainTextEdit>(&chat, "txtTranscript");
+        for (int i = 0; i < 1000; ++i)
+            chat.displayMessage(QStringLiteral("Bob"), QStringLiteral("line %1").arg(i));
+        int removed = 0;
+        int added = 0;
+        connect(transcript->document(), &QTextDocument::contentsChange, [&](int, int charsRemoved, int charsAdded) {
+            removed += charsRemoved;
+            added += charsAdded;
+        });
+        chat.displayMessage(QStringLiteral("Bob"), QStringLiteral("one more"));
+        QCOMPARE(removed, 0);
+        QVERIFY2(added < 40, qPrintable(QString::number(added)));
+
+        for (int i = 0; i < ChatDialog::maxTranscriptLines; ++i)
+            chat.displayMessage(QStringLiteral("Bob"), QStringLiteral("again %1").arg(i));
+        QVERIFY(transcript->blockCount() <= ChatDialog::maxTranscriptLines);
+        const QString kept = chat.transcript();
+        QVERIFY(kept.startsWith(QStringLiteral("Bob: again 1\r\n")));
+        QVERIFY(kept.endsWith(QStringLiteral("Bob: again %1\r\n").arg(ChatDialog::maxTranscriptLines - 1)));
     }
 };
 

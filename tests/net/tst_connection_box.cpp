@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QSignalSpy>
 #include <QTcpServer>
+#include <QTcpSocket>
 
 using namespace tavrix;
 
@@ -40,9 +41,10 @@ private slots:
         QVERIFY(!box.isVisible());
     }
 
-    // The server waits 60 s with the previous opponent's name; its caller
-    // closes the box through the greeting; a second wait on a taken port
-    // says so at once; Cancel stops the wait.
+    // The server waits 60 s with the previous opponent's name, and goes on
+    // listening, as it says, while a caller that does not greet is held; the
+    // caller that greets is taken and closes the box through the greeting; a
+    // second wait on a taken port says so at once; Cancel stops the wait.
     void serverWaits()
     {
         NetLink link;
@@ -52,9 +54,18 @@ private slots:
         const QString port = QString::number(freePort());
         box.serverListen(QString(), port);
         QCOMPARE(label->text(), QStringLiteral("Waiting for connection from  on port %1").arg(port));
+        QTcpSocket stray;
+        stray.connectToHost(QHostAddress::LocalHost, port.toUShort());
+        QVERIFY(stray.waitForConnected(5000));
+        QTRY_COMPARE(link.candidateCount(), 1);
+        QCOMPARE(link.state(), NetLink::State::Listening);
+        QVERIFY(label->text().startsWith(QStringLiteral("Waiting for connection from")) && box.isVisible());
         NetLink caller;
         QSignalSpy up(&link, &NetLink::connected);
+        QSignalSpy callerUp(&caller, &NetLink::connected);
         caller.connectTo(QStringLiteral("127.0.0.1"), port.toUShort());
+        QTRY_COMPARE(callerUp.count(), 1);
+        QVERIFY(caller.send("HEL Bob\x03"));
         QTRY_COMPARE(up.count(), 1);
         box.connectionEstablished();
         QVERIFY(!box.isVisible() && !box.socketTimer()->isActive());

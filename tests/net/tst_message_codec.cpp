@@ -29,7 +29,9 @@ private slots:
         // Sent: a message's exact bytes. Read: the receiver's side of the
         // same texts: the fourth character is skipped whatever it is, names
         // lose their end blanks, text ends at "|", invalid UTF-8 becomes
-        // replacement characters.
+        // replacement characters. Names are held to the rules of a name
+        // typed here (thirty characters, no control characters) and chat
+        // lines to one line of 500 characters, however much was sent.
         addTable<bool, NetMessage, QByteArray>({"sent", "message", "bytes"},
             {{"hello", true, HelloMessage{QStringLiteral("Anna")}, "HEL Anna\x03"}, {"quit", true, QuitMessage{}, "QUI\x03"},
              {"hello drops a terminator", true, HelloMessage{QStringLiteral("Jü\x03rg")}, "HEL J\xc3\xbcrg\x03"},
@@ -52,7 +54,16 @@ private slots:
              {"read: bull ok with more", false, BullOkMessage{}, "BOK|junk"},
              {"read: exponents", false, BullMessage{{250, 10}}, "BUL|2.5e2|1E1"},
              {"read: invalid UTF-8", false, RemarkMessage{QStringLiteral("a\uFFFD(\uFFFD")}, "REM|a\xc3(\xff"},
-             {"read: lower case", false, IgnoredMessage{QStringLiteral("bok"), IgnoreReason::UnknownCommand}, "bok"}});
+             {"read: lower case", false, IgnoredMessage{QStringLiteral("bok"), IgnoreReason::UnknownCommand}, "bok"},
+             {"read: a long name", false, HelloMessage{QString(30, u'a')}, "HEL " + QByteArray(40, 'a')},
+             {"read: a megabyte of name", false, HelloMessage{QString(30, u'n')}, "HEL   " + QByteArray(1 << 20, 'n')},
+             {"read: control characters in a name", false, HelloMessage{QStringLiteral("Ann Lee")},
+              "HEL \tAnn\nLee\r\x01"},
+             {"read: a line separator in a name", false, HelloMessage{QStringLiteral("Ann Lee")}, "HEL Ann\xe2\x80\xa8Lee"},
+             {"read: beyond the BMP a letter counts once", false,
+              HelloMessage{QString(29, u'x') + QStringLiteral("🎯")}, "HEL " + QByteArray(29, 'x') + "🎯🎯"},
+             {"read: a long chat line", false, RemarkMessage{QString(maxRemarkLength, u'c')}, "REM|" + QByteArray(600, 'c')},
+             {"read: a chat line stays one line", false, RemarkMessage{QStringLiteral(" a b")}, "REM| a\nb"}});
     }
     void wireTextsAreExact()
     {
@@ -66,6 +77,14 @@ private slots:
     }
 
     // Coordinates read back as the same float, in the shortest text.
+    // What a caller must send first before the server takes it.
+    void greetingIsKnownByItsFrame()
+    {
+        QVERIFY(isGreeting("HEL Bob"));
+        for (const char *other : {"HEL ", "HEL", "hel Bob", "REM|HEL Bob", "GAM 501|0|1", ""})
+            QVERIFY2(!isGreeting(other), other);
+    }
+
     void coordinatesSurviveTheWire_data()
     {
         addTable<float>({"value"}, {{"0.1", 0.1f}, {"a third", 1.0f / 3}, {"under 260", 259.99998f}, {"-30", -30.0f},

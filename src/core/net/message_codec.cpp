@@ -1,5 +1,7 @@
 #include "core/net/message_codec.h"
 
+#include "core/players/player_names.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -74,8 +76,8 @@ struct Encoder {
     QByteArray operator()(const IgnoredMessage &) const { return {}; }
 };
 
-// The name as the receiver keeps it: blanks (only blanks) trimmed.
-QString trimBlanks(const QString &text)
+// Blanks (only blanks) off both ends.
+QStringView trimBlanks(QStringView text)
 {
     qsizetype from = 0;
     qsizetype to = text.size();
@@ -84,6 +86,41 @@ QString trimBlanks(const QString &text)
     while (to > from && text[to - 1] == u' ')
         --to;
     return text.sliced(from, to - from);
+}
+
+bool breaksLine(QChar c)
+{
+    switch (c.category()) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// The first `count` characters (not UTF-16 units: a letter outside the
+// Basic Multilingual Plane counts once and is never cut in half).
+QStringView firstCharacters(QStringView text, qsizetype count)
+{
+    qsizetype units = 0;
+    for (qsizetype seen = 0; units < text.size() && seen < count; ++seen)
+        units += text[units].isHighSurrogate() && units + 1 < text.size() && text[units + 1].isLowSurrogate() ? 2 : 1;
+    return text.first(units);
+}
+
+// At most `count` characters of `text`, each that would break the line a
+// blank. Only the characters kept are looked at, so a megabyte costs no
+// more than a line.
+QString oneLine(QStringView text, qsizetype count)
+{
+    QString line = firstCharacters(text, count).toString();
+    for (QChar &c : line) {
+        if (breaksLine(c))
+            c = u' ';
+    }
+    return line;
 }
 
 class FieldReader
@@ -195,9 +232,33 @@ QByteArray coordinateText(float value)
 
 QByteArray encodeMessage(const NetMessage &message) { return std::visit(Encoder{}, message); }
 
+QString peerName(QStringView sent)
+{
+    // Leading blanks do not count against the length; control characters
+    // turned blank at the ends go with the blanks.
+    const QString line = oneLine(trimBlanks(sent), maxPlayerNameLength);
+    return trimBlanks(line).toString();
+}
+
+QString peerRemark(QStringView sent)
+{
+    return oneLine(sent, maxRemarkLength);
+}
+
+bool isGreeting(const QByteArray &frame)
+{
+    return frame.startsWith("HEL") && std::holds_alternative<HelloMessage>(decodeFrame(frame));
+}
+
+// No message reads this far into its frame: a name or chat line is cut
+// long before, and a number this long is no coordinate. Converting no more
+// keeps a frame of megabytes from costing its size twice over again.
+constexpr qsizetype frameReadLimit = 16 * 1024;
+
 NetMessage decodeFrame(const QByteArray &frameBytes)
 {
-    const QString text = QString::fromUtf8(frameBytes); // bad bytes become U+FFFD
+    // Bad bytes become U+FFFD.
+    const QString text = QString::fromUtf8(QByteArrayView(frameBytes).first(std::min(frameBytes.size(), frameReadLimit)));
     const QString command = text.left(3);
     // The fourth character is the separator, skipped whatever it is.
     const QStringList fields = text.size() >= 5 ? leadingFields(QStringView(text).sliced(4)) : QStringList();
@@ -206,7 +267,7 @@ NetMessage decodeFrame(const QByteArray &frameBytes)
     if (command == u"HEL") {
         if (fields.isEmpty())
             return read.ignored(IgnoreReason::MissingField);
-        return HelloMessage{trimBlanks(fields[0])};
+        return HelloMessage{peerName(fields[0])};
     }
     if (command == u"GAM")
         return decodeGame(read, fields);
@@ -231,7 +292,7 @@ NetMessage decodeFrame(const QByteArray &frameBytes)
     if (command == u"REM") {
         if (fields.isEmpty())
             return read.ignored(IgnoreReason::MissingField);
-        return RemarkMessage{fields[0]};
+        return RemarkMessage{peerRemark(fields[0])};
     }
     return read.ignored(command == u"BYE" ? IgnoreReason::Bye : IgnoreReason::UnknownCommand);
 }

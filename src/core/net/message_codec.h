@@ -33,8 +33,8 @@ struct PicturePos {
 // the decoder reports them as OutOfRange instead of handing them on.
 inline constexpr double pictureCoordinateLimit = 4000.0;
 
-// HEL: the sender's player name, without leading and trailing blanks once
-// decoded.
+// HEL: the sender's player name, once decoded held to the rules of a name
+// typed at this board (see peerName).
 struct HelloMessage {
     QString name;
     bool operator==(const HelloMessage &) const = default;
@@ -76,7 +76,8 @@ struct QuitMessage {
     bool operator==(const QuitMessage &) const = default;
 };
 
-// REM: one chat line. A text holding "|" arrives cut at the first "|".
+// REM: one chat line. A text holding "|" arrives cut at the first "|"; once
+// decoded it is held to one line of sane length (see peerRemark).
 struct RemarkMessage {
     QString text;
     bool operator==(const RemarkMessage &) const = default;
@@ -120,6 +121,23 @@ QByteArray encodeMessage(const NetMessage &message);
 
 // One message from the bytes of one frame, without its terminator.
 NetMessage decodeFrame(const QByteArray &frame);
+
+// Whether a frame (without its terminator) is a greeting with a name: what a
+// caller must send before anything else.
+bool isGreeting(const QByteArray &frame);
+
+// The longest chat line kept from the other side, in characters.
+inline constexpr int maxRemarkLength = 500;
+
+// A name from the other side as this side keeps and shows it: held to the
+// rules of a name typed here. Line breaks and other control characters
+// become blanks, blanks at the ends go, and it is cut to
+// maxPlayerNameLength characters. Whatever the peer sends, the name costs
+// little to lay out and fits where a local name fits.
+QString peerName(QStringView sent);
+// A chat line from the other side: control characters become blanks, so it
+// stays one line, and it is cut to maxRemarkLength characters.
+QString peerRemark(QStringView sent);
 
 // A coordinate as it is written on the wire: the shortest text that reads
 // back as the same single-precision value, "." as separator, a whole number

@@ -90,12 +90,26 @@ QString disconnectedText(const QString &name)
     return name + QStringLiteral(" disconnected.  Click \"Quit Game\".");
 }
 
+namespace {
+
+QString otherCopy(const QString &name)
+{
+    return name.isEmpty() ? QStringLiteral("The other copy of Tavrix") : name + QStringLiteral("'s copy of Tavrix");
+}
+
+} // namespace
+
 QString floodedText(const QString &name)
 {
-    const QString who = name.isEmpty() ? QStringLiteral("The other copy of Tavrix")
-                                       : name + QStringLiteral("'s copy of Tavrix");
-    return who + QStringLiteral(" sent more than 4 MiB without ending a message, so Tavrix closed the "
-                                "connection.");
+    return otherCopy(name) + QStringLiteral(" sent more than 4 MiB without ending a message, so Tavrix closed the "
+                                            "connection.");
+}
+
+QString overwhelmedText(const QString &name, int count)
+{
+    return otherCopy(name)
+           + QStringLiteral(" sent more than %1 messages faster than Tavrix could handle them, so Tavrix closed "
+                            "the connection.").arg(count);
 }
 
 } // namespace tavrix

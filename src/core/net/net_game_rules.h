@@ -34,5 +34,8 @@ QString disconnectedText(const QString &name);
 // The connection was ended because the other side sent more than the
 // decoder holds without ending a message.
 QString floodedText(const QString &name);
+// The connection was ended because the other side sent messages faster than
+// they could be handled, more than `count` waiting at once.
+QString overwhelmedText(const QString &name, int count);
 
 } // namespace tavrix

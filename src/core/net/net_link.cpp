@@ -1,8 +1,13 @@
 #include "core/net/net_link.h"
 
+#include "core/net/message_codec.h"
+
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTimer>
+
+#include <algorithm>
 
 namespace tavrix {
 
@@ -20,10 +25,8 @@ NetLink::NetLink(QObject *parent)
     : QObject(parent)
     , server_(new QTcpServer(this))
 {
-    // One caller at a time: a second waits unanswered until the server is
-    // closed.
-    server_->setMaxPendingConnections(1);
-    connect(server_, &QTcpServer::newConnection, this, &NetLink::takeCaller);
+    server_->setMaxPendingConnections(maxCandidates);
+    connect(server_, &QTcpServer::newConnection, this, &NetLink::takeCallers);
 }
 
 NetLink::~NetLink()
@@ -31,6 +34,8 @@ NetLink::~NetLink()
     // Leaving quietly: the peer learns of it from the closed connection.
     if (socket_)
         socket_->disconnect(this);
+    for (const Candidate &candidate : candidates_)
+        candidate.socket->disconnect(this);
 }
 
 quint16 NetLink::listeningPort() const
@@ -66,6 +71,7 @@ void NetLink::connectTo(const QString &host, quint16 port)
 {
     close();
     auto *socket = new QTcpSocket(this);
+    socket->setReadBufferSize(readBufferBytes);
     adopt(socket);
     state_ = State::Connecting;
     connect(socket, &QTcpSocket::connected, this, [this] {
@@ -75,18 +81,80 @@ void NetLink::connectTo(const QString &host, quint16 port)
     socket->connectToHost(host.trimmed(), port);
 }
 
-void NetLink::takeCaller()
+void NetLink::takeCallers()
 {
-    QTcpSocket *caller = server_->nextPendingConnection();
-    if (!caller)
+    while (QTcpSocket *caller = server_->nextPendingConnection()) {
+        if (state_ != State::Listening) {
+            caller->abort();
+            caller->deleteLater();
+            continue;
+        }
+        // A crowd of silent callers must not keep the next one out: the one
+        // held longest has had the most time to greet.
+        if (candidates_.size() >= size_t(maxCandidates))
+            dropCandidate(candidates_.front().socket);
+        caller->setParent(this);
+        caller->setReadBufferSize(greetingByteLimit + 1);
+        candidates_.push_back({caller, {}});
+        connect(caller, &QTcpSocket::readyRead, this, [this, caller] { candidateSpoke(caller); });
+        connect(caller, &QTcpSocket::disconnected, this, [this, caller] { dropCandidate(caller); });
+        QTimer::singleShot(greetingWaitMs_, caller, [this, caller] { dropCandidate(caller); });
+        if (caller->bytesAvailable() > 0)
+            candidateSpoke(caller);
+    }
+}
+
+void NetLink::candidateSpoke(QTcpSocket *socket)
+{
+    const auto held = std::find_if(candidates_.begin(), candidates_.end(),
+                                   [socket](const Candidate &c) { return c.socket == socket; });
+    if (held == candidates_.end())
         return;
-    // The caller is the connection now: no one else is answered.
+    held->bytes += socket->read(greetingByteLimit + 1 - held->bytes.size());
+    const qsizetype end = held->bytes.indexOf(messageEnd);
+    if (end < 0) {
+        if (held->bytes.size() > greetingByteLimit)
+            dropCandidate(socket);
+        return;
+    }
+    if (!isGreeting(held->bytes.first(end))) {
+        dropCandidate(socket);
+        return;
+    }
+    // The caller greeted: it is the connection now, and no one else is
+    // answered.
+    QByteArray heard = std::move(held->bytes);
+    candidates_.erase(held);
+    socket->disconnect(this);
     server_->close();
+    dropCandidates();
     dropSocket();
-    caller->setParent(this);
-    adopt(caller);
+    socket->setReadBufferSize(readBufferBytes);
+    adopt(socket);
     state_ = State::Connected;
     emit connected();
+    if (socket_ != socket)
+        return; // closed by whoever heard of the connection
+    heard += socket->readAll();
+    emit received(heard);
+}
+
+void NetLink::dropCandidate(QTcpSocket *socket)
+{
+    const auto held = std::find_if(candidates_.begin(), candidates_.end(),
+                                   [socket](const Candidate &c) { return c.socket == socket; });
+    if (held == candidates_.end())
+        return;
+    candidates_.erase(held);
+    socket->disconnect(this);
+    socket->abort();
+    socket->deleteLater();
+}
+
+void NetLink::dropCandidates()
+{
+    while (!candidates_.empty())
+        dropCandidate(candidates_.front().socket);
 }
 
 void NetLink::adopt(QTcpSocket *socket)
@@ -133,6 +201,7 @@ void NetLink::dropSocket()
 void NetLink::close()
 {
     server_->close();
+    dropCandidates();
     dropSocket();
     state_ = State::Closed;
 }

@@ -14,29 +14,40 @@ NetworkPeer::NetworkPeer(SoundOut &sounds, GameSession &game, std::function<bool
 {
 }
 
+// What the game can use now is used; anything else (a second cork dart, a
+// set when one is already held, "Ok" or "Play Again" twice, or out of their
+// phase) changes nothing, so no stream of messages does more than one would.
 void NetworkPeer::receive(const NetMessage &message)
 {
+    const GamePhase phase = game_.phase();
+    const bool atCork = phase == GamePhase::CorkAwaited || phase == GamePhase::CorkPlaced;
     std::visit(Overloaded{
-                   [this](const BullMessage &m) {
-                       if (game_.overNetwork())
+                   [&](const BullMessage &m) {
+                       // One cork dart a game; one may come before it is awaited.
+                       if (game_.overNetwork() && atCork && !cork_ && !game_.corkDart(peerPlayer))
                            placeCork(dartAtMarker(m.dart));
                    },
-                   [this](const BullOkMessage &) {
+                   [&](const BullOkMessage &) {
+                       if (!game_.overNetwork() || remoteBullOk_ || !(atCork || phase == GamePhase::CorkResult))
+                           return;
                        remoteBullOk_ = true;
                        // This side clicked "Ok" first and waited.
-                       if (localBullOk_ && game_.phase() == GamePhase::CorkResult)
+                       if (localBullOk_ && phase == GamePhase::CorkResult)
                            emit firstTurnAgreed();
                    },
-                   [this](const SetMessage &m) {
-                       if (!game_.overNetwork())
+                   [&](const SetMessage &m) {
+                       // A set may come before its turn starts here; one is held, no more.
+                       if (!game_.overNetwork() || held_ || !(phase == GamePhase::CorkResult || phase == GamePhase::Turn))
                            return;
                        QList<BoardPoint> points;
                        for (const PicturePos &dart : m.darts)
                            points.append(dartAtMarker(dart));
                        setDarts(points);
                    },
-                   [this](const PlayAgainMessage &) {
-                       if (!game_.overNetwork())
+                   [&](const PlayAgainMessage &) {
+                       // The other side may ask while this side still shows its last turn.
+                       if (!game_.overNetwork() || remotePlayAgain_
+                           || !(phase == GamePhase::Turn || phase == GamePhase::GameOver))
                            return;
                        if (localPlayAgain_) {
                            // This side asked first and stood by.
@@ -122,8 +133,7 @@ void NetworkPeer::placeCork(BoardPoint at)
 
 void NetworkPeer::setDarts(const QList<BoardPoint> &darts)
 {
-    darts_ = darts.mid(0, 3);
-    dartsWaiting_ = true;
+    held_ = darts.mid(0, 3);
     if (turnWaiting_) {
         turnWaiting_ = false;
         takeTurn(game_, turnPlayer_);
@@ -132,12 +142,15 @@ void NetworkPeer::setDarts(const QList<BoardPoint> &darts)
 
 void NetworkPeer::takeTurn(GameSession &game, int player)
 {
-    if (!dartsWaiting_) {
+    if (!held_) {
         turnWaiting_ = true;
         turnPlayer_ = player;
         return;
     }
-    dartsWaiting_ = false;
+    // The darts revealed are apart from the set held, which the next set
+    // may fill while these are shown.
+    darts_ = *held_;
+    held_.reset();
     DartByDartOpponent::takeTurn(game, player);
 }
 
@@ -153,7 +166,7 @@ void NetworkPeer::stop()
     corkAwaited_ = false;
     cork_.reset();
     turnWaiting_ = false;
-    dartsWaiting_ = false;
+    held_.reset();
     darts_.clear();
 }
 

@@ -85,9 +85,12 @@ private:
     bool localPlayAgain_ = false;
     bool remotePlayAgain_ = false;
 
+    // The other player is player 1 of the game model, the player here 2.
+    static constexpr int peerPlayer = 1;
+    // The darts of the turn being revealed.
     QList<BoardPoint> darts_;
-    // The set in hand came before its turn started.
-    bool dartsWaiting_ = false;
+    // A set that came before its turn started.
+    std::optional<QList<BoardPoint>> held_;
     // A turn started before its set came.
     bool turnWaiting_ = false;
     int turnPlayer_ = 1;

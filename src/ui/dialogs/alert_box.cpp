@@ -18,6 +18,8 @@ MyAlertBox::MyAlertBox(QWidget *mainWindow)
     label_->setObjectName(QStringLiteral("Label1"));
     label_->setFont(QFont(QStringLiteral("Arial"), 12));
     label_->setWordWrap(true);
+    // Alerts name the players, one perhaps from another copy of the program.
+    label_->setTextFormat(Qt::PlainText);
     label_->setAlignment(Qt::AlignCenter);
     label_->setMinimumWidth(280);
     auto *ok = new QPushButton(QStringLiteral("OK"), this);

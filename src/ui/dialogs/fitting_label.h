@@ -2,7 +2,9 @@
 
 // A one-line label that never asks for more width than the layout gives it:
 // a text too long for its room is drawn in a smaller font, and cut short
-// with an ellipsis only below a readable size. text() is always the whole text.
+// with an ellipsis only below a readable size. text() is always the whole
+// text, and always plain: it shows player names, which may come from another
+// copy of the program, and markup in a name is shown as typed.
 
 #include <QLabel>
 
@@ -14,7 +16,11 @@ class FittingLabel : public QLabel {
     Q_OBJECT
 
 public:
-    using QLabel::QLabel;
+    explicit FittingLabel(QWidget *parent = nullptr) : FittingLabel(QString(), parent) {}
+    explicit FittingLabel(const QString &text, QWidget *parent = nullptr) : QLabel(text, parent)
+    {
+        setTextFormat(Qt::PlainText);
+    }
 
     QSize minimumSizeHint() const override;
     // The font the text is drawn in within `width` pixels, and what is drawn.
@@ -39,7 +45,7 @@ class WrappingLabel : public QLabel {
     Q_OBJECT
 
 public:
-    using QLabel::QLabel;
+    explicit WrappingLabel(QWidget *parent = nullptr) : QLabel(parent) { setTextFormat(Qt::PlainText); }
 
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;

@@ -6,22 +6,37 @@
 
 namespace tavrix {
 
+namespace {
+
+// Texts are plain: many name a player, who may be another copy's, and
+// markup in a name is shown as typed, never drawn.
+QMessageBox::StandardButton ask(QWidget *parent, QMessageBox::Icon icon, const QString &title, const QString &text,
+                                QMessageBox::StandardButtons buttons, QMessageBox::StandardButton byDefault)
+{
+    QMessageBox box(icon, title, text, buttons, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(byDefault);
+    return QMessageBox::StandardButton(box.exec());
+}
+
+} // namespace
+
 void SystemMessages::notice(QWidget *parent, const QString &title, const QString &text)
 {
-    QMessageBox::information(parent, title, text);
+    ask(parent, QMessageBox::Information, title, text, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 bool SystemMessages::askYesNo(QWidget *parent, const QString &title, const QString &text)
 {
     // Every question of the program gives something up (a game, statistics,
     // a player): Enter or Space alone must not say yes.
-    return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+    return ask(parent, QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
            == QMessageBox::Yes;
 }
 
 void SystemMessages::error(QWidget *parent, const QString &title, const QString &text)
 {
-    QMessageBox::critical(parent, title, text);
+    ask(parent, QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok);
 }
 
 void SystemMessages::alert(const QString &message, const QString &title)

@@ -7,6 +7,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QVBoxLayout>
 
 namespace tavrix {
@@ -23,6 +25,8 @@ ChatDialog::ChatDialog(std::function<bool(const QString &)> send, QWidget *mainW
     setModal(false);
     txtTranscript_->setObjectName(QStringLiteral("txtTranscript"));
     txtTranscript_->setReadOnly(true);
+    // The oldest lines go first.
+    txtTranscript_->setMaximumBlockCount(maxTranscriptLines);
     txtMessage_->setObjectName(QStringLiteral("txtMessage"));
     status_->setObjectName(QStringLiteral("lblChatStatus"));
     status_->setWordWrap(true);
@@ -59,13 +63,27 @@ bool ChatDialog::eventFilter(QObject *watched, QEvent *event)
 
 void ChatDialog::displayMessage(const QString &name, const QString &text)
 {
-    transcript_ += name + QStringLiteral(": ") + text + QStringLiteral("\r\n");
-    txtTranscript_->setPlainText(transcript_);
+    // Each line ends in a line break, as it is kept: the newest line is
+    // followed by an empty one. Written at the end, not by setting the
+    // whole text again, so the lines before cost nothing.
+    QTextCursor end(txtTranscript_->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(name + QStringLiteral(": ") + text + QLatin1Char('\n'));
     QScrollBar *bar = txtTranscript_->verticalScrollBar();
     bar->setValue(bar->maximum());
     if (!isVisible())
         show();
     txtMessage_->setFocus();
+}
+
+QString ChatDialog::transcript() const
+{
+    QString all;
+    // The last block is the empty one after the newest line.
+    for (QTextBlock line = txtTranscript_->document()->firstBlock(); line.isValid() && line.next().isValid();
+         line = line.next())
+        all += line.text() + QStringLiteral("\r\n");
+    return all;
 }
 
 void ChatDialog::sendClicked()

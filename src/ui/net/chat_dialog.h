@@ -1,7 +1,9 @@
 #pragma once
 
 // "Chat Window": one running transcript of the lines both players sent
-// during the program's run, above the main window, and a line to send.
+// during the program's run, above the main window, and a line to send. The
+// transcript keeps its newest lines, up to a bound, and grows by appending,
+// so that a line costs the same however many came before.
 
 #include <QDialog>
 
@@ -17,6 +19,8 @@ class ChatDialog : public QDialog {
     Q_OBJECT
 
 public:
+    static constexpr int maxTranscriptLines = 2000;
+
     // `send` puts a line on the connection; false when there is none.
     ChatDialog(std::function<bool(const QString &)> send, QWidget *mainWindow);
 
@@ -25,7 +29,8 @@ public:
     // Adds a line to the transcript, scrolls to it, and shows the window with
     // the focus on the line to send.
     void displayMessage(const QString &name, const QString &text);
-    const QString &transcript() const { return transcript_; }
+    // The lines kept, each ending in a carriage return and line feed.
+    QString transcript() const;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -35,7 +40,6 @@ private:
 
     std::function<bool(const QString &)> send_;
     QString localName_;
-    QString transcript_;
     QPlainTextEdit *txtTranscript_;
     QLineEdit *txtMessage_;
     QLabel *status_;

@@ -24,6 +24,8 @@ MyCancelBox::MyCancelBox(NetLink &link, std::function<std::pair<QString, QString
     setWindowModality(Qt::ApplicationModal);
     label_->setObjectName(QStringLiteral("Label1"));
     label_->setWordWrap(true);
+    // It names the opponent, perhaps as another copy of the program sent it.
+    label_->setTextFormat(Qt::PlainText);
     label_->setMinimumWidth(320);
     cancel_->setObjectName(QStringLiteral("CancelButton"));
     timer_->setObjectName(QStringLiteral("SocketTimer"));

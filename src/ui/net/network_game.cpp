@@ -7,6 +7,7 @@
 #include "core/net/network_peer.h"
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QLabel>
 
 namespace tavrix {
@@ -84,36 +85,75 @@ bool NetworkGame::send(const NetMessage &message)
     return !bytes.isEmpty() && link_.send(bytes);
 }
 
+// Runs in the socket's notification: decodes and queues, and nothing else,
+// so that it returns at once and the socket goes on notifying while a
+// message box is open.
 void NetworkGame::bytesArrived(const QByteArray &bytes)
 {
     const QList<NetMessage> messages = decoder_.feed(bytes);
     if (decoder_.overflowed()) {
         // The peer sends without ever ending a message: no game comes of it.
-        const bool wasEstablished = established_;
-        link_.close();
-        decoder_.reset();
-        queue_.clear();
-        messages_.error(mainWindow_, QString::fromLatin1(applicationTitle), floodedText(peerName_));
-        if (wasEstablished)
-            linkLost();
+        endFlood(floodedText(peerName_));
         return;
     }
-    queue_.insert(queue_.end(), messages.begin(), messages.end());
+    for (const NetMessage &message : messages) {
+        if (!std::holds_alternative<IgnoredMessage>(message))
+            queue_.push_back(message);
+    }
+    if (queue_.size() > size_t(maxQueuedMessages)) {
+        endFlood(overwhelmedText(peerName_, maxQueuedMessages));
+        return;
+    }
+    if (!queue_.empty())
+        scheduleDrain();
+}
+
+void NetworkGame::endFlood(const QString &text)
+{
+    const bool wasEstablished = established_;
+    link_.close();
+    decoder_.reset();
+    queue_.clear();
+    messages_.error(mainWindow_, QString::fromLatin1(applicationTitle), text);
+    if (wasEstablished)
+        linkLost();
+}
+
+void NetworkGame::scheduleDrain()
+{
+    if (drainScheduled_)
+        return;
+    drainScheduled_ = true;
+    QMetaObject::invokeMethod(this, &NetworkGame::drain, Qt::QueuedConnection);
+}
+
+void NetworkGame::drain()
+{
+    drainScheduled_ = false;
+    // Called from inside a handler's wait: the handler's own slice goes on
+    // when it returns.
     if (handling_)
         return;
     handling_ = true;
-    while (!queue_.empty()) {
+    QElapsedTimer slice;
+    slice.start();
+    for (int handled = 0; !queue_.empty() && handled < sliceMessages && slice.elapsed() < sliceMs; ++handled) {
         const NetMessage message = queue_.front();
         queue_.pop_front();
         handle(message);
     }
     handling_ = false;
+    if (!queue_.empty())
+        scheduleDrain();
 }
 
 void NetworkGame::handle(const NetMessage &message)
 {
     std::visit(Overloaded{
                    [this](const HelloMessage &m) {
+                       // One greeting a connection.
+                       if (established_)
+                           return;
                        peerName_ = m.name;
                        if (role_ == NetRole::Server)
                            send(HelloMessage{localName_()});
@@ -139,8 +179,24 @@ void NetworkGame::handle(const NetMessage &message)
 
 void NetworkGame::linkLost()
 {
-    if (!established_)
+    if (!established_) {
+        queue_.clear();
         return; // during the handshake the progress box decides what comes next
+    }
+    // What the peer sent before it closed (its quitting, say) still counts,
+    // in order, before its leaving does; unless a handler is waiting for
+    // the user, in which case the rest is dropped. Nothing waits beyond the
+    // connection.
+    if (!handling_) {
+        handling_ = true;
+        while (!queue_.empty()) {
+            const NetMessage message = queue_.front();
+            queue_.pop_front();
+            handle(message);
+        }
+        handling_ = false;
+    }
+    queue_.clear();
     established_ = false;
     if (active_)
         active_->hide();
@@ -151,6 +207,7 @@ void NetworkGame::linkLost()
 void NetworkGame::closeConnection()
 {
     link_.close();
+    queue_.clear();
     established_ = false;
     if (active_)
         active_->hide();

@@ -32,6 +32,15 @@ class NetworkGame : public QObject {
     Q_OBJECT
 
 public:
+    // Messages waiting at most; one more ends the connection. A message
+    // holds a kilobyte at most (a chat line), so the queue stays near twenty
+    // megabytes whatever the other side sends.
+    static constexpr int maxQueuedMessages = 20000;
+    // A slice of handling ends after this many messages or this much time,
+    // whichever comes first.
+    static constexpr int sliceMessages = 256;
+    static constexpr int sliceMs = 4;
+
     // `clientAddress` gives the host and port typed for the client at each
     // attempt; `localName` the name of the player at this board.
     NetworkGame(Messages &messages, QWidget *mainWindow,
@@ -56,6 +65,8 @@ public:
     bool established() const { return established_; }
     // The other player's name, from its greeting.
     const QString &peerName() const { return peerName_; }
+    // Messages received and not yet handled.
+    qsizetype queuedMessages() const { return qsizetype(queue_.size()); }
 
     // Starts waiting for the caller, or calling; `name` is the opponent's
     // name so far (the previous one, or none).
@@ -85,6 +96,9 @@ signals:
 private:
     void linkConnected();
     void bytesArrived(const QByteArray &bytes);
+    void endFlood(const QString &text);
+    void scheduleDrain();
+    void drain();
     void handle(const NetMessage &message);
     void linkLost();
     void enableNetMenuOpts();
@@ -104,10 +118,13 @@ private:
     NetRole role_ = NetRole::None;
     bool established_ = false;
     QString peerName_;
-    // Messages waiting while an earlier one is handled (a handler may wait
-    // for a sound or a message box, and bytes go on arriving meanwhile).
+    // Messages waiting to be handled: bytes go on arriving while a handler
+    // waits for a sound or a message box.
     std::deque<NetMessage> queue_;
+    // A handler is running (perhaps waiting in a box's event loop): the next
+    // message waits for it.
     bool handling_ = false;
+    bool drainScheduled_ = false;
     QPointer<NetworkPeer> peer_;
 };
 

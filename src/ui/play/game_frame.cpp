@@ -36,6 +36,7 @@ QLabel *label(const QString &name, QWidget *parent, const QString &text = {})
 {
     auto *l = new QLabel(text, parent);
     l->setObjectName(name);
+    l->setTextFormat(Qt::PlainText);
     return l;
 }
 

@@ -152,6 +152,9 @@ private:
     NetworkGame *net_ = nullptr;
     // The other copy left in the middle: only "Quit Game" goes on.
     bool peerLeft_ = false;
+    // The client has greeted the server and started a game with its own
+    // options; the server's options follow in the next game message.
+    bool serverGameAwaited_ = false;
     OpponentNameDialog *opponentDialog_ = nullptr;
     QString opponentName_;
     GameRecordFigures record_;

@@ -94,6 +94,7 @@ void PlayController::greeted(const QString &name)
     // The server answers the greeting with the game it set up.
     if (net_->role() == NetRole::Server)
         net_->send(gameMessageOf(optionsOnFrame()));
+    serverGameAwaited_ = net_->role() == NetRole::Client;
     startHumanGame();
 }
 
@@ -101,6 +102,11 @@ void PlayController::gameChosen(const GameMessage &message)
 {
     if (!net_->established())
         return;
+    // A game in progress here is not restarted by the other side, except
+    // with the options the server sends right after its greeting.
+    if (gameInProgress() && !serverGameAwaited_)
+        return;
+    serverGameAwaited_ = false;
     if (message.game != NetGame::Other) {
         const GameOptions chosen = optionsAfter(GameOptions{}, message);
         form_.chooseGame(chosen.type);
@@ -129,8 +135,10 @@ void PlayController::playAgainAsked()
 
 void PlayController::peerQuit()
 {
-    // A game at this board, not with the other copy, goes on.
-    if (gameInProgress() && !game_.overNetwork())
+    // Only a game with the other copy, running or over, is quit: a game at
+    // this board goes on, and once this side is back at its options there
+    // is nothing left to quit.
+    if (game_.phase() == GamePhase::Idle || !game_.overNetwork())
         return;
     const NetRole role = net_->role();
     resetGame();

@@ -229,6 +229,7 @@ void PlayController::resetGame()
     game_.reset();
     peer_->forgetGames();
     peerLeft_ = false;
+    serverGameAwaited_ = false;
     refreshButton();
     c_.board.hidePips();
     syncBoard();

@@ -44,6 +44,7 @@ ScoreGlance::ScoreGlance(QWidget *parent)
         details_[p]->setToolTip(QStringLiteral("Three-dart average: points scored per dart thrown, times 3"));
         for (QLabel *label : {figures_[p], details_[p]}) {
             label->setAlignment(Qt::AlignCenter);
+            label->setTextFormat(Qt::PlainText);
             column->addWidget(label);
         }
         QFont big = figures_[p]->font();

@@ -42,6 +42,8 @@ QLabel *namedLabel(const char *name, QWidget *parent, const QString &text = {})
     auto *label = new QLabel(text, parent);
     label->setObjectName(QString::fromLatin1(name));
     label->setWordWrap(true);
+    // The records name the opponent, who may be another copy's player.
+    label->setTextFormat(Qt::PlainText);
     return label;
 }
 
