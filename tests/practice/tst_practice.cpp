@@ -2,6 +2,8 @@
 // read-outs and grouping of a set, the running totals, a count-down, and a
 // statistics file that cannot be written.
 
+#include "../support/data_table.h"
+#include "../support/lost_file.h"
 #include "../support/program_test.h"
 #include "ui/board/dart_marker.h"
 #include "ui/practice/practice_controller.h"
@@ -157,6 +159,43 @@ private slots:
         QCOMPARE(shown, (QList<QVariantList>{{20.0, 110.0}, {-33.0, 97.0}, {1.0, 117.0}}));
         clickGo(QStringLiteral("Confirm Darts"));
         QCOMPARE(rows(QStringLiteral("SELECT x, y FROM statsthrows ORDER BY seq")), shown);
+    }
+
+    // A file deleted during practice is said once, with the offer to save
+    // into another file. Said later, each set that cannot be confirmed says
+    // why and stays on the board; saved at once, the set is confirmed into
+    // the copy, with the target it was opened at.
+    void aDeletedFileIsSaidAndTheSetKept_data()
+    {
+        addTable<bool>({"saveAtOnce"}, {{"said later", false}, {"saved at once", true}});
+    }
+    void aDeletedFileIsSaidAndTheSetKept()
+    {
+        QFETCH(bool, saveAtOnce);
+        choose("RingDrop", QStringLiteral("Any"));
+        choose("ScoreDrop", QStringLiteral("Bull"));
+        clickGo(QStringLiteral("Go"));
+        throwDarts({"B", "B", "B"});
+        loseFile(home_->dbPath, Loss::Deleted);
+        const QString saved = home_->dir.filePath(QStringLiteral("saved.db"));
+        messages_.choices = {saveAtOnce ? 0 : 1};
+        messages_.savePaths = {saved};
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.shown.last().kind, saveAtOnce ? QStringLiteral("notice") : QStringLiteral("choice"));
+        QVERIFY(messages_.texts(QStringLiteral("choice"))[0].contains(QStringLiteral("was deleted or moved away")));
+        QVERIFY(window()->boardInput()->pips()[2]->isVisible());
+
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.texts(QStringLiteral("choice")).size(), 1);
+        if (!saveAtOnce) {
+            QCOMPARE(messages_.shown.last().kind, QStringLiteral("error"));
+            QVERIFY(messages_.shown.last().text.contains(QStringLiteral("was deleted or moved away")));
+            QVERIFY(window()->boardInput()->pips()[2]->isVisible());
+            return;
+        }
+        QCOMPARE(OtherConnection(saved).rows(QStringLiteral(
+                     "SELECT ta.targetValue, th.seq FROM statsthrows th JOIN statstargets ta ON ta.id = th.statstargets_id")),
+                 (QList<QVariantList>{{25, 0}, {25, 1}, {25, 2}}));
     }
 
     // While another program holds the file no set opens, and darts that

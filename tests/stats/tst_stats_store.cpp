@@ -2,6 +2,7 @@
 // connection the way another program would read it.
 
 #include "../support/data_table.h"
+#include "../support/lost_file.h"
 #include "../support/sql_rows.h"
 #include "core/stats/game_record.h"
 #include "core/stats/sqlite_schema.h"
@@ -15,8 +16,6 @@
 #include <QSqlError>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <cstdio>
 
 using namespace tavrix;
 
@@ -60,35 +59,7 @@ class TestSqliteStore : public QObject {
     }
 
 
-    // What can become of the open file while the program runs.
-    enum class Loss { Deleted, MovedAway, Replaced, WrittenOver };
-    void lose(Loss loss) const
-    {
-        switch (loss) {
-        case Loss::Deleted:
-            QVERIFY(QFile::remove(path_));
-            break;
-        case Loss::MovedAway:
-            QVERIFY(QFile::rename(path_, path_ + QStringLiteral(".away")));
-            break;
-        case Loss::Replaced: {
-            // Another statistics file, with our tables, put in its place.
-            const QString other = dir_->filePath(QStringLiteral("other.db"));
-            {
-                SqliteStore maker(QStringLiteral("maker"));
-                QVERIFY(maker.open(other));
-            }
-            QVERIFY(std::rename(QFile::encodeName(other).constData(), QFile::encodeName(path_).constData()) == 0);
-            break;
-        }
-        case Loss::WrittenOver: {
-            QFile file(path_);
-            QVERIFY(file.open(QIODevice::ReadWrite));
-            QVERIFY(file.write(QByteArray(4096, 'Z')) == 4096);
-            break;
-        }
-        }
-    }
+    void lose(Loss loss) const { loseFile(path_, loss); }
 
 private slots:
     void init()

@@ -2,6 +2,7 @@
 
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
+#include "ui/dialogs/stats_rescue.h"
 #include "core/games/play_rules.h"
 #include "core/practice/practice_totals.h"
 #include "ui/practice/practice_frame.h"
@@ -36,6 +37,7 @@ PracticeController::PracticeController(const Context &context, QObject *parent)
     , store_(context.store)
     , sounds_(context.sounds)
     , messages_(context.messages)
+    , rescue_(context.rescue)
     , board_(context.board)
     , frame_(context.frame)
     , window_(context.window)
@@ -90,7 +92,7 @@ void PracticeController::setListsEnabled(bool enabled)
 
 void PracticeController::reportStoreError()
 {
-    messages_.error(window_, QString::fromLatin1(applicationTitle), store_.lastError());
+    rescue_.reportFailure(window_, store_.lastError());
 }
 
 void PracticeController::goButtonClick()
