@@ -295,7 +295,8 @@ private slots:
     // is copied there; from a file written over only a new file can be
     // made, and the kept rows' game and player are written into it with
     // their ids. A file at the chosen name (one with a quote) is replaced;
-    // the file in use is not a place to save into.
+    // the file in use is not a place to save into, and a file still in
+    // place is kept when its copy fails.
     void savingIntoAnotherFile_data()
     {
         addTable<Loss, SqliteStore::Moved>({"loss", "moved"},
@@ -309,6 +310,14 @@ private slots:
         QFETCH(SqliteStore::Moved, moved);
         QVERIFY(!store_.moveTo(path_));
         QVERIFY2(store_.lastError().contains(QStringLiteral("in use now")), qPrintable(store_.lastError()));
+        // A copy that cannot be made (here: none is made inside a
+        // transaction) is no reason to give up a file still in place.
+        {
+            SqliteStore::Batch batch(store_);
+            QVERIFY(!store_.moveTo(dir_->filePath(QStringLiteral("blocked.db"))));
+        }
+        QCOMPARE(store_.databasePath(), path_);
+        QVERIFY(!QFile::exists(dir_->filePath(QStringLiteral("blocked.db"))));
 
         const qint64 ann = *store_.insertPlayer(QStringLiteral("Ann O'Neil"));
         const NewGame newGame{ann, GameType::Cricket, SkillLevel::Master, QStringLiteral("Bob")};

@@ -215,6 +215,13 @@ std::optional<SqliteStore::Moved> SqliteStore::moveTo(const QString &path)
     QString error = isOpen() && !writtenOver ? copyInto(part) : QStringLiteral("nothing to copy");
     if (error.isEmpty())
         error = checkCopy(part, connectionName_ + QStringLiteral("-check"));
+    // A file still in place keeps everything: a copy that fails (a full
+    // disk) must not become a new file that lacks it.
+    if (!error.isEmpty() && isOpen() && !fileProblem()) {
+        removeWithCompanions(part);
+        fail(what, error);
+        return std::nullopt;
+    }
     if (!error.isEmpty()) {
         removeWithCompanions(part);
         moved = Moved::NewFile;
