@@ -141,6 +141,26 @@ private slots:
                  (QList<QVariantList>{{5, 19}}));
     }
 
+    // A file lost while darts wait for another program to free it is said
+    // too: those darts can then be saved only into another file.
+    void aFileLostWhileHeldIsSaid()
+    {
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        auto locker = std::make_unique<OtherConnection>(home_->dbPath);
+        QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
+        playSet({"T20", "T20", "T20"});
+        QCOMPARE(messages_.texts(QStringLiteral("error")).size(), 1);
+        locker.reset();
+        loseFile(home_->dbPath, Loss::Deleted);
+        messages_.choices = {1};
+        playSet({"M", "M", "M"});
+        playSet({"S20", "S20", "S20"});
+        const QStringList told = messages_.texts(QStringLiteral("choice"));
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told[0].contains(QStringLiteral("was deleted or moved away")), qPrintable(told[0]));
+    }
+
     // Quitting while darts cannot be written asks whether to try again, to
     // save them into another file, or to quit without them; only the last
     // gives them up.

@@ -31,11 +31,9 @@ PlayController::PlayController(const Context &context, QObject *parent)
 {
     c_.rescue.setJournal(journal_);
     connect(journal_, &GameJournal::firstFailure, this, [this] {
-        // Darts kept for a file that is gone are saved only into another one.
-        if (c_.rescue.fileLost()) {
-            c_.rescue.tellFileLost(c_.window, c_.store.lastError());
+        // A file that is gone is said by record(), whenever it is found.
+        if (c_.rescue.fileLost())
             return;
-        }
         c_.messages.error(c_.window, QString::fromLatin1(applicationTitle),
                           QStringLiteral("Tavrix could not save your darts yet: ") + c_.store.lastError()
                               + QStringLiteral(".\r\n\r\nThey are kept and will be saved as soon as the "
@@ -93,7 +91,10 @@ void PlayController::databaseFailed()
 
 void PlayController::record(const QList<GameDart> &rows, std::optional<std::pair<qint64, GameResult>> finished)
 {
-    journal_->record(rows, finished);
+    // Darts kept for a file that is gone are saved only into another one,
+    // so that is said (once) also when the writes were failing before.
+    if (!journal_->record(rows, finished) && c_.rescue.fileLost())
+        c_.rescue.tellFileLost(c_.window, c_.store.lastError());
 }
 
 bool PlayController::saveBeforeClosing()
