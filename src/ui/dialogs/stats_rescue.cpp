@@ -27,12 +27,14 @@ void StatsRescue::tellFileLost(QWidget *parent, const QString &error)
     if (told_)
         return;
     told_ = true;
+    // Enter and Escape leave it for later: no file dialog the player did
+    // not ask for.
     const int choice = messages_.choose(
         parent, QString::fromLatin1(applicationTitle),
         QStringLiteral("Tavrix cannot save your darts: ") + error
             + QStringLiteral(".\r\n\r\nThe darts not saved are kept. Save the statistics into another file now? "
                              "If you choose Later, Tavrix asks again when you quit."),
-        {QStringLiteral("Save to Another File..."), QStringLiteral("Later")}, 0);
+        {QStringLiteral("Save to Another File..."), QStringLiteral("Later")}, 1);
     if (choice == 0)
         saveIntoAnotherFile(parent);
 }
