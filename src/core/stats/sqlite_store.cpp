@@ -268,6 +268,20 @@ std::optional<qint64> SqliteStore::insertStatTarget(qint64 playerId, int targetV
     return idFrom(*query);
 }
 
+bool SqliteStore::restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing)
+{
+    const QString what = QStringLiteral("Cannot record the practice target");
+    if (!writable(what))
+        return false;
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral("INSERT OR IGNORE INTO statstargets (id, creationdate, players_id, targetValue,"
+                                 " targetRing) VALUES (?, ?, ?, ?, ?)"));
+    for (const QVariant &value : {QVariant(targetId), QVariant(storedDateTimeNow()), QVariant(playerId),
+                                  QVariant(targetValue), QVariant(targetRing)})
+        query.addBindValue(value);
+    return exec(query, what);
+}
+
 bool SqliteStore::insertStatThrow(const PracticeDart &dart)
 {
     if (!writable(QStringLiteral("Cannot record the practice dart")))

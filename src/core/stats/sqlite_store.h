@@ -98,6 +98,7 @@ public:
 
     std::optional<qint64> insertStatTarget(qint64 playerId, int targetValue, int targetRing) override;
     bool insertStatThrow(const PracticeDart &dart) override;
+    bool restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing) override;
     std::optional<PracticeSums> keptPracticeSums(qint64 playerId) override;
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums) override;
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target) override;

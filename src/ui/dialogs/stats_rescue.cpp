@@ -64,9 +64,9 @@ bool StatsRescue::saveIntoAnotherFile(QWidget *parent)
     }
     const QString file = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
     // A new file must hold the current player, whose games and practice
-    // go on there.
+    // go on there, and the practice set open.
     if ((session_.currentPlayerId != 0 && !store_.restorePlayer(session_.currentPlayerId, session_.currentPlayerName))
-        || (journal_ && !journal_->flushIntoNewFile())) {
+        || (restorePractice_ && !restorePractice_()) || (journal_ && !journal_->flushIntoNewFile())) {
         messages_.error(parent, title,
                         QStringLiteral("The statistics are now in %1, but the darts not saved yet could not be "
                                        "written there: ")

@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class QWidget;
 
 namespace tavrix {
@@ -24,6 +26,9 @@ public:
     // The darts of games not saved yet; they go into another file with the
     // statistics.
     void setJournal(GameJournal *journal) { journal_ = journal; }
+    // Writes the row of the practice set open, where the new file lacks it;
+    // false (with the store's lastError()) when it cannot.
+    void setPracticeRestore(std::function<bool()> restore) { restorePractice_ = std::move(restore); }
 
     // The file opened was deleted, replaced or written over since.
     bool fileLost() const;
@@ -43,6 +48,7 @@ private:
     Messages &messages_;
     Session &session_;
     GameJournal *journal_ = nullptr;
+    std::function<bool()> restorePractice_;
     bool told_ = false;
 };
 

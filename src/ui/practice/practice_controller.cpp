@@ -43,6 +43,14 @@ PracticeController::PracticeController(const Context &context, QObject *parent)
     , window_(context.window)
 {
     connect(frame_.goButton(), &QPushButton::clicked, this, &PracticeController::goButtonClick);
+    // The darts of a set open are written with its target's id.
+    rescue_.setPracticeRestore([this] {
+        const PracticeStage stage = model_.stage();
+        if (stage != PracticeStage::AwaitingDarts && stage != PracticeStage::SetComplete)
+            return true;
+        const PracticeTarget &target = model_.target();
+        return store_.restoreStatTarget(target.id, session_.currentPlayerId, target.value, target.ring);
+    });
 }
 
 void PracticeController::enter()
