@@ -403,6 +403,18 @@ public:
     {
         message(QStringLiteral("error"), title, text);
     }
+    // A choice takes its last button, which gives up what is asked about,
+    // so a trace never waits in a question asked again.
+    int choose(QWidget *, const QString &title, const QString &text, const QStringList &buttons, int) override
+    {
+        message(QStringLiteral("choice"), title, text + QStringLiteral(" -> ") + buttons.last());
+        return static_cast<int>(buttons.size()) - 1;
+    }
+    QString chooseFileToSave(QWidget *, const QString &title, const QString &, const QString &) override
+    {
+        message(QStringLiteral("save file"), title, QStringLiteral("cancelled"));
+        return {};
+    }
     void alert(const QString &text, const QString &title) override { message(QStringLiteral("alert"), title, text); }
     void hideAlert() override { out.line(name + QStringLiteral(" MSG hideAlert")); }
 

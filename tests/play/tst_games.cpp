@@ -1,12 +1,15 @@
 // Whole games at one board, played with real clicks on the board picture and
 // the buttons, then checked in the statistics database.
 
+#include "../support/data_table.h"
+#include "../support/lost_file.h"
 #include "../support/program_test.h"
 #include "ui/board/dart_marker.h"
 #include "ui/dialogs/alert_box.h"
 #include "ui/play/score_glance.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QLayout>
 #include <QPushButton>
 #include <QTest>
@@ -87,6 +90,125 @@ private slots:
         QCOMPARE(darts[0], (QVariantList{0, 1, 25, 2, 25, 1}));
         QCOMPARE(darts[4], (QVariantList{3, 0, 20, 3, 20, 3}));
         QCOMPARE(darts[9], (QVariantList{5, 2, 12, 2, 12, 2}));
+    }
+
+    // A file deleted, replaced or written over during a game is said once;
+    // the darts not saved are kept and saved into another file, at once or
+    // when quitting: a copy of all the file held, or, from a file written
+    // over, a new file with the game, its player and the kept darts.
+    void aLostFileIsSaidOnceAndItsDartsSavedElsewhere_data()
+    {
+        addTable<Loss, bool, int>({"loss", "saveAtOnce", "savedDarts"},
+                                  {{"deleted, saved at once", Loss::Deleted, true, 1 + 3 + 6},
+                                   {"replaced, saved at quitting", Loss::Replaced, false, 1 + 3 + 6},
+                                   {"written over, saved at once", Loss::WrittenOver, true, 6},
+                                   {"written over, saved at quitting", Loss::WrittenOver, false, 6}});
+    }
+    void aLostFileIsSaidOnceAndItsDartsSavedElsewhere()
+    {
+        QFETCH(Loss, loss);
+        QFETCH(bool, saveAtOnce);
+        QFETCH(int, savedDarts);
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        playSet({"T20", "T20", "T20"});
+        playSet({"M", "M", "M"});
+        loseFile(home_->dbPath, loss);
+        const QString saved = home_->dir.filePath(QStringLiteral("Ann's saved darts.db"));
+        messages_.choices = {saveAtOnce ? 0 : 1};
+        messages_.savePaths = {saved};
+
+        playSet({"S20", "S20", "S20"});
+        playSet({"M", "M", "M"});
+        playSet({"S19", "S19", "S19"});
+        const QStringList told = messages_.texts(QStringLiteral("choice"));
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told[0].contains(QDir::toNativeSeparators(home_->dbPath)), qPrintable(told[0]));
+        QVERIFY(messages_.texts(QStringLiteral("error")).isEmpty());
+        QCOMPARE(program_->store().databasePath(), saveAtOnce ? saved : home_->dbPath);
+
+        messages_.choices = {1};
+        program_->shutDownProgram();
+        QCOMPARE(messages_.texts(QStringLiteral("choice")).size(), saveAtOnce ? 1 : 2);
+        QCOMPARE(messages_.texts(QStringLiteral("notice")).size(), 1);
+        const OtherConnection file(saved, QStringLiteral("saved"));
+        QCOMPARE(file.rows(QStringLiteral("SELECT id, name FROM players")),
+                 (QList<QVariantList>{{1, "Ann"}}));
+        QCOMPARE(file.rows(QStringLiteral("SELECT id, opponent, result FROM games")),
+                 (QList<QVariantList>{{1, "Bob", ""}}));
+        QCOMPARE(file.value(QStringLiteral("SELECT count(*) FROM gamesdarts WHERE games_id = 1")).toInt(), savedDarts);
+        QCOMPARE(file.rows(QStringLiteral("SELECT setseq, score FROM gamesdarts ORDER BY rowid DESC LIMIT 1")),
+                 (QList<QVariantList>{{5, 19}}));
+    }
+
+    // A file lost while darts wait for another program to free it is said
+    // too: those darts can then be saved only into another file.
+    void aFileLostWhileHeldIsSaid()
+    {
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        auto locker = std::make_unique<OtherConnection>(home_->dbPath);
+        QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
+        playSet({"T20", "T20", "T20"});
+        QCOMPARE(messages_.texts(QStringLiteral("error")).size(), 1);
+        locker.reset();
+        loseFile(home_->dbPath, Loss::Deleted);
+        messages_.choices = {1};
+        playSet({"M", "M", "M"});
+        playSet({"S20", "S20", "S20"});
+        const QStringList told = messages_.texts(QStringLiteral("choice"));
+        QCOMPARE(told.size(), 1);
+        QVERIFY2(told[0].contains(QStringLiteral("was deleted or moved away")), qPrintable(told[0]));
+    }
+
+    // Quitting while darts cannot be written asks whether to try again, to
+    // save them into another file, or to quit without them; only the last
+    // gives them up.
+    void quittingWithDartsNotSavedAsks_data()
+    {
+        addTable<QList<int>, int, int>({"answers", "dartsInFile", "dartsSaved"},
+                                       {{"try again, twice", {0, 0}, 1 + 6, 0},
+                                        {"save to another file", {1}, 1 + 3, 1 + 6},
+                                        {"quit without them", {2}, 1 + 3, 0}});
+    }
+    void quittingWithDartsNotSavedAsks()
+    {
+        QFETCH(QList<int>, answers);
+        QFETCH(int, dartsInFile);
+        QFETCH(int, dartsSaved);
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        playSet({"T20", "T20", "T20"});
+        playSet({"M", "M", "M"});
+        auto locker = std::make_unique<OtherConnection>(home_->dbPath);
+        QVERIFY(locker->exec({QStringLiteral("BEGIN EXCLUSIVE")}));
+        playSet({"S20", "S20", "S20"});
+        QCOMPARE(messages_.texts(QStringLiteral("error")).size(), 1);
+
+        const QString saved = home_->dir.filePath(QStringLiteral("saved.db"));
+        messages_.choices = answers;
+        messages_.savePaths = {saved};
+        // The file is free again only once the question was asked twice.
+        int asked = 0;
+        messages_.whenChoosing = [&] {
+            if (++asked == 2)
+                locker.reset();
+        };
+        program_->shutDownProgram();
+        messages_.whenChoosing = {};
+        locker.reset();
+        const QStringList questions = messages_.texts(QStringLiteral("choice"));
+        QCOMPARE(questions.size(), answers.size());
+        QVERIFY2(questions[0].startsWith(QStringLiteral("Tavrix could not save 3 darts of your games: ")),
+                 qPrintable(questions[0]));
+        QVERIFY2(questions[0].endsWith(QStringLiteral("[Try Again|Save to Another File...|Quit Without Them]")),
+                 qPrintable(questions[0]));
+        QCOMPARE(OtherConnection(home_->dbPath).value(QStringLiteral("SELECT count(*) FROM gamesdarts")).toInt(),
+                 dartsInFile);
+        QCOMPARE(QFile::exists(saved), dartsSaved > 0);
+        if (dartsSaved > 0)
+            QCOMPARE(OtherConnection(saved, QStringLiteral("saved")).value(QStringLiteral("SELECT count(*) FROM gamesdarts")).toInt(),
+                     dartsSaved);
     }
 
     // 301, double in: the second dart doubles in, so the first does not

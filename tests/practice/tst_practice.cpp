@@ -2,6 +2,8 @@
 // read-outs and grouping of a set, the running totals, a count-down, and a
 // statistics file that cannot be written.
 
+#include "../support/data_table.h"
+#include "../support/lost_file.h"
 #include "../support/program_test.h"
 #include "ui/board/dart_marker.h"
 #include "ui/practice/practice_controller.h"
@@ -157,6 +159,50 @@ private slots:
         QCOMPARE(shown, (QList<QVariantList>{{20.0, 110.0}, {-33.0, 97.0}, {1.0, 117.0}}));
         clickGo(QStringLiteral("Confirm Darts"));
         QCOMPARE(rows(QStringLiteral("SELECT x, y FROM statsthrows ORDER BY seq")), shown);
+    }
+
+    // A file lost during practice is said once, with the offer to save into
+    // another file. Said later, each set that cannot be confirmed says why
+    // and stays on the board; saved at once, the set is confirmed into the
+    // copy, or into a new file made from a file written over, with the
+    // target it was opened at.
+    void aLostFileIsSaidAndTheSetKept_data()
+    {
+        addTable<Loss, bool, QString>({"loss", "saveAtOnce", "said"},
+                                      {{"deleted, said later", Loss::Deleted, false, "was deleted or moved away"},
+                                       {"deleted, saved at once", Loss::Deleted, true, "was deleted or moved away"},
+                                       {"written over, saved at once", Loss::WrittenOver, true, "was written over"}});
+    }
+    void aLostFileIsSaidAndTheSetKept()
+    {
+        QFETCH(Loss, loss);
+        QFETCH(bool, saveAtOnce);
+        QFETCH(QString, said);
+        choose("RingDrop", QStringLiteral("Any"));
+        choose("ScoreDrop", QStringLiteral("Bull"));
+        clickGo(QStringLiteral("Go"));
+        throwDarts({"B", "B", "B"});
+        loseFile(home_->dbPath, loss);
+        const QString saved = home_->dir.filePath(QStringLiteral("saved.db"));
+        messages_.choices = {saveAtOnce ? 0 : 1};
+        messages_.savePaths = {saved};
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.shown.last().kind, saveAtOnce ? QStringLiteral("notice") : QStringLiteral("choice"));
+        QVERIFY(messages_.texts(QStringLiteral("choice"))[0].contains(said));
+        QVERIFY(window()->boardInput()->pips()[2]->isVisible());
+
+        clickGo(QStringLiteral("Confirm Darts"));
+        QCOMPARE(messages_.texts(QStringLiteral("choice")).size(), 1);
+        if (!saveAtOnce) {
+            QCOMPARE(messages_.shown.last().kind, QStringLiteral("error"));
+            QVERIFY(messages_.shown.last().text.contains(said));
+            QVERIFY(window()->boardInput()->pips()[2]->isVisible());
+            return;
+        }
+        QCOMPARE(OtherConnection(saved).rows(QStringLiteral(
+                     "SELECT ta.targetValue, ta.players_id, th.seq FROM statsthrows th"
+                     " JOIN statstargets ta ON ta.id = th.statstargets_id")),
+                 (QList<QVariantList>{{25, 1, 0}, {25, 1, 1}, {25, 1, 2}}));
     }
 
     // While another program holds the file no set opens, and darts that

@@ -25,19 +25,27 @@ struct HeldLog : GameLog {
         return true;
     }
     void rollbackTransaction() override { pending.clear(); }
-    std::optional<qint64> insertGame(const NewGame &) override { return 1; }
+    QList<qint64> restored; // game ids written again into a new file
+    qint64 lastGame = 0;
+    std::optional<qint64> insertGame(const NewGame &) override { return ++lastGame; }
     bool insertGameDart(const GameDart &dart) override
     {
         pending.append(dart.dartSeq);
         return true;
     }
     bool finishGame(qint64, const GameResult &) override { return true; }
+    bool restoreGame(qint64 gameId, const NewGame &, const QString &) override
+    {
+        restored.append(gameId);
+        return !held;
+    }
 };
 
-GameDart dart(int number)
+GameDart dart(int number, qint64 gameId = 0)
 {
     GameDart row;
     row.dartSeq = number;
+    row.gameId = gameId;
     return row;
 }
 
@@ -70,6 +78,25 @@ private slots:
         QCOMPARE(failures.count(), 2);
         QVERIFY(!journal.flushForGood());
         QVERIFY(!journal.retryTimer()->isActive());
+    }
+
+    // Into a new file go the rows of the games whose darts are kept, and of
+    // the game started last, which may still record darts; not those of
+    // games written whole.
+    void aNewFileGetsTheGamesOfTheKeptDarts()
+    {
+        HeldLog log;
+        GameJournal journal(log);
+        const qint64 written = *journal.startGame({}, QStringLiteral("Ann"));
+        QVERIFY(journal.record({dart(1, written)}));
+        const qint64 kept = *journal.startGame({}, QStringLiteral("Ann"));
+        log.held = true;
+        QVERIFY(!journal.record({dart(2, kept)}));
+        const qint64 last = *journal.startGame({}, QStringLiteral("Ann"));
+        log.held = false;
+        QVERIFY(journal.flushIntoNewFile());
+        QCOMPARE(log.restored, (QList<qint64>{kept, last}));
+        QCOMPARE(log.written, (QList<int>{1, 2}));
     }
 };
 

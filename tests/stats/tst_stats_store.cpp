@@ -2,6 +2,7 @@
 // connection the way another program would read it.
 
 #include "../support/data_table.h"
+#include "../support/lost_file.h"
 #include "../support/sql_rows.h"
 #include "core/stats/game_record.h"
 #include "core/stats/sqlite_schema.h"
@@ -10,7 +11,9 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
+#include <QSqlError>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -54,6 +57,9 @@ class TestSqliteStore : public QObject {
             rows += db.rows(QStringLiteral("SELECT '%1', * FROM %1 ORDER BY rowid").arg(QLatin1String(table)));
         return rows;
     }
+
+
+    void lose(Loss loss) const { loseFile(path_, loss); }
 
 private slots:
     void init()
@@ -237,6 +243,160 @@ private slots:
         store_.close();
         QVERIFY(!store_.insertGameDart({}));
         QVERIFY(store_.lastError().contains(QStringLiteral("not open")));
+    }
+
+    // A file deleted, moved away, replaced or written over while open takes
+    // no more writes, single or in a batch, and each says what became of it;
+    // a file moved back takes them again.
+    void aLostFileTakesNoWrites_data()
+    {
+        addTable<Loss, QString>({"loss", "said"},
+                                {{"deleted", Loss::Deleted, "was deleted or moved away"},
+                                 {"moved away", Loss::MovedAway, "was deleted or moved away"},
+                                 {"replaced", Loss::Replaced, "was replaced by another file"},
+                                 {"written over", Loss::WrittenOver, "was written over and is no longer a statistics file"}});
+    }
+    void aLostFileTakesNoWrites()
+    {
+        QFETCH(Loss, loss);
+        QFETCH(QString, said);
+        const qint64 ann = *store_.insertPlayer(QStringLiteral("Ann"));
+        const qint64 game = *store_.insertGame({ann, GameType::X01_501, SkillLevel::You, QStringLiteral("Bob")});
+        lose(loss);
+        const QString named = QDir::toNativeSeparators(path_) + QLatin1Char(' ') + said;
+
+        QVERIFY(!store_.insertGameDart({game, ann, 1, 0, 1.5, 2.5, 3.5, 20, 3, 20, 3}));
+        QVERIFY2(store_.lastError().contains(named), qPrintable(store_.lastError()));
+        QVERIFY(!store_.insertPlayer(QStringLiteral("Bob")));
+        QVERIFY(!store_.insertStatTarget(ann, 20, 1));
+        {
+            SqliteStore::Batch batch(store_);
+            QVERIFY(!batch.isActive());
+            QVERIFY2(store_.lastError().contains(named), qPrintable(store_.lastError()));
+        }
+        if (loss == Loss::Replaced) {
+            // Read once this connection's journal beside it is gone.
+            store_.close();
+            QCOMPARE(read(QStringLiteral("SELECT count(*) FROM players"))[0][0].toInt(), 0);
+        }
+        if (loss == Loss::MovedAway) {
+            QVERIFY(QFile::rename(path_ + QStringLiteral(".away"), path_));
+            QVERIFY2(store_.insertPlayer(QStringLiteral("Bob")), qPrintable(store_.lastError()));
+            // Moved away again and closed, the file takes along all it held.
+            QVERIFY(QFile::rename(path_, path_ + QStringLiteral(".away")));
+            store_.close();
+            QCOMPARE(OtherConnection(path_ + QStringLiteral(".away")).rows(QStringLiteral("SELECT name FROM players")),
+                     (QList<QVariantList>{{"Ann"}, {"Bob"}}));
+            QVERIFY(!QFile::exists(path_ + QStringLiteral("-wal")));
+        }
+    }
+
+    // Saving into another file: everything the connection can still read
+    // is copied there; from a file written over only a new file can be
+    // made, and the kept rows' game and player are written into it with
+    // their ids. A file at the chosen name (one with a quote) is replaced;
+    // the file in use is not a place to save into, and a file still in
+    // place is kept when its copy fails.
+    void savingIntoAnotherFile_data()
+    {
+        addTable<Loss, SqliteStore::Moved>({"loss", "moved"},
+                                           {{"deleted", Loss::Deleted, SqliteStore::Moved::Copied},
+                                            {"replaced", Loss::Replaced, SqliteStore::Moved::Copied},
+                                            {"written over", Loss::WrittenOver, SqliteStore::Moved::NewFile}});
+    }
+    void savingIntoAnotherFile()
+    {
+        QFETCH(Loss, loss);
+        QFETCH(SqliteStore::Moved, moved);
+        QVERIFY(!store_.moveTo(path_));
+        QVERIFY2(store_.lastError().contains(QStringLiteral("in use now")), qPrintable(store_.lastError()));
+        // A copy that cannot be made (here: none is made inside a
+        // transaction) is no reason to give up a file still in place.
+        {
+            SqliteStore::Batch batch(store_);
+            QVERIFY(!store_.moveTo(dir_->filePath(QStringLiteral("blocked.db"))));
+        }
+        QCOMPARE(store_.databasePath(), path_);
+        QVERIFY(!QFile::exists(dir_->filePath(QStringLiteral("blocked.db"))));
+
+        const qint64 ann = *store_.insertPlayer(QStringLiteral("Ann O'Neil"));
+        const NewGame newGame{ann, GameType::Cricket, SkillLevel::Master, QStringLiteral("Bob")};
+        const qint64 game = *store_.insertGame(newGame);
+        QVERIFY(store_.insertGameDart({game, ann, 1, 0, 1.5, 2.5, 3.5, 20, 3, 20, 3}));
+        lose(loss);
+        const QString saved = dir_->filePath(QStringLiteral("Ann's darts.db"));
+        QFile junk(saved);
+        QVERIFY(junk.open(QIODevice::WriteOnly) && junk.write("not a database") > 0);
+        junk.close();
+
+        const std::optional<SqliteStore::Moved> result = store_.moveTo(saved);
+        QVERIFY2(result, qPrintable(store_.lastError()));
+        QCOMPARE(*result, moved);
+        QCOMPARE(store_.databasePath(), saved);
+        QVERIFY(store_.restoreGame(game, newGame, QStringLiteral("Ann O'Neil")));
+        QVERIFY2(store_.insertGameDart({game, ann, 2, 0, 4.5, 5.5, 6.5, 19, 1, 20, 3}), qPrintable(store_.lastError()));
+
+        const OtherConnection copy(saved, QStringLiteral("copy"));
+        QCOMPARE(copy.rows(QStringLiteral("SELECT id, name FROM players")), (QList<QVariantList>{{ann, "Ann O'Neil"}}));
+        QCOMPARE(copy.rows(QStringLiteral("SELECT id, players_id, gametype, skill, opponent FROM games")),
+                 (QList<QVariantList>{{game, ann, 1, 3, "Bob"}}));
+        const QList<QVariantList> sets{{1}, {2}};
+        QCOMPARE(copy.rows(QStringLiteral("SELECT setseq FROM gamesdarts ORDER BY rowid")),
+                 moved == SqliteStore::Moved::Copied ? sets : sets.mid(1));
+        QVERIFY(copy.value(QStringLiteral("SELECT count(*) FROM outchart")).toInt() > 0);
+        QVERIFY(!QFile::exists(saved + QStringLiteral(".saving")));
+    }
+
+    // SQLite's failures in the words the program uses, also when Qt's driver
+    // keeps only SQLite's text, as for a failed COMMIT.
+    void failuresAreSaidInPlainWords_data()
+    {
+        addTable<QString, QString, QString>(
+            {"code", "text", "said"},
+            {{"full", "13", "database or disk is full", "the disk is full"},
+             {"full at commit", "", "database or disk is full", "the disk is full"},
+             {"held", "5", "database is locked", "the statistics file is in use by another program"},
+             {"held at commit", "", "database is locked", "the statistics file is in use by another program"},
+             {"read-only", "8", "attempt to write a readonly database", "the statistics file cannot be written (it or its folder is read-only)"},
+             {"disk error", "10", "disk I/O error", "the statistics file could not be written (the disk reported an error)"},
+             {"write error", "778", "disk I/O error", "the statistics file could not be written (the disk reported an error)"},
+             {"disk error at commit", "", "disk I/O error", "the statistics file could not be written (the disk reported an error)"},
+             {"no database", "26", "file is not a database", "the statistics file is damaged or is not a statistics file"},
+             {"damaged", "11", "database disk image is malformed", "the statistics file is damaged or is not a statistics file"},
+             {"other", "1", "no such table: games", "no such table: games Unable to execute statement"}});
+    }
+    void failuresAreSaidInPlainWords()
+    {
+        QFETCH(QString, code);
+        QFETCH(QString, text);
+        QFETCH(QString, said);
+        const QString driverText = code.isEmpty() ? QStringLiteral("Unable to commit transaction")
+                                                  : QStringLiteral("Unable to execute statement");
+        QCOMPARE(describeDatabaseError(QSqlError(driverText, text, QSqlError::StatementError, code)), said);
+    }
+
+    // A disk error, or a refused write, of a file that has become
+    // read-only, or whose folder has, says so.
+    void aReadOnlyFileOrFolderIsNamed()
+    {
+        if (QFileInfo(QStringLiteral("/")).isWritable())
+            QSKIP("root writes read-only places; run this test as another user");
+        const QSqlError diskError(QStringLiteral("Unable to commit transaction"), QStringLiteral("disk I/O error"),
+                                  QSqlError::TransactionError);
+        QCOMPARE(describeDatabaseError(diskError, path_),
+                 QStringLiteral("the statistics file could not be written (the disk reported an error)"));
+        QVERIFY(QFile::setPermissions(path_, QFile::ReadOwner));
+        QCOMPARE(describeDatabaseError(diskError, path_),
+                 QStringLiteral("the statistics file could not be written: it is read-only"));
+        QVERIFY(QFile::setPermissions(path_, QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(QFile::setPermissions(dir_->path(), QFile::ReadOwner | QFile::ExeOwner));
+        const QSqlError refused(QStringLiteral("Unable to execute statement"),
+                                QStringLiteral("attempt to write a readonly database"), QSqlError::StatementError,
+                                QStringLiteral("8"));
+        const QString said = describeDatabaseError(refused, path_);
+        QVERIFY(QFile::setPermissions(dir_->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QCOMPARE(said, QStringLiteral("the statistics file cannot be written: its folder %1 is read-only")
+                           .arg(QDir::toNativeSeparators(dir_->path())));
     }
 
     void batchRollsBackWhatItDidNotCommit()

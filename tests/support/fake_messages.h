@@ -1,12 +1,15 @@
 #pragma once
 
-// Answers questions from a queue (Yes when it is empty) and records every
-// message, so tests run without a person.
+// Answers questions from queues and records every message, so tests run
+// without a person. An unanswered Yes/No is Yes; an unanswered choice takes
+// the last button; an unanswered file dialog is cancelled.
 
 #include "ui/dialogs/messages.h"
 
 #include <QList>
 #include <QStringList>
+
+#include <functional>
 
 struct FakeMessages : tavrix::Messages {
     struct Shown {
@@ -16,6 +19,10 @@ struct FakeMessages : tavrix::Messages {
     };
     QList<Shown> shown;
     QList<bool> answers;
+    QList<int> choices;
+    QStringList savePaths;
+    // Runs as each choice is asked, before it is answered.
+    std::function<void()> whenChoosing;
 
     void notice(QWidget *, const QString &title, const QString &text) override
     {
@@ -29,6 +36,19 @@ struct FakeMessages : tavrix::Messages {
     void error(QWidget *, const QString &title, const QString &text) override
     {
         shown.append({QStringLiteral("error"), title, text});
+    }
+    int choose(QWidget *, const QString &title, const QString &text, const QStringList &buttons,
+               int) override
+    {
+        shown.append({QStringLiteral("choice"), title, text + QStringLiteral(" [") + buttons.join(QLatin1Char('|')) + QLatin1Char(']')});
+        if (whenChoosing)
+            whenChoosing();
+        return choices.isEmpty() ? static_cast<int>(buttons.size()) - 1 : choices.takeFirst();
+    }
+    QString chooseFileToSave(QWidget *, const QString &title, const QString &suggestedPath, const QString &) override
+    {
+        shown.append({QStringLiteral("save file"), title, suggestedPath});
+        return savePaths.isEmpty() ? QString() : savePaths.takeFirst();
     }
     void alert(const QString &message, const QString &title) override
     {

@@ -17,6 +17,9 @@ public:
     // A new practice set of the player; its id, the one its darts carry.
     virtual std::optional<qint64> insertStatTarget(qint64 playerId, int targetValue, int targetRing) = 0;
     virtual bool insertStatThrow(const PracticeDart &dart) = 0;
+    // Writes the practice set's row with this id, where it is missing: a
+    // file made anew must hold the set that darts still to be written name.
+    virtual bool restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing) = 0;
 
     // The practice sums kept for the player; none when none are kept (never
     // built, or dropped because darts or targets changed since) or they

@@ -62,6 +62,8 @@ std::optional<QString> SqliteStore::playerName(qint64 playerId)
 
 bool SqliteStore::renamePlayer(qint64 playerId, const QString &name)
 {
+    if (!writable(QStringLiteral("Cannot rename the player")))
+        return false;
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("UPDATE players SET name = ? WHERE id = ?"));
     query.addBindValue(name);

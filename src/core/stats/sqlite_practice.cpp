@@ -60,6 +60,8 @@ std::optional<PracticeSums> SqliteStore::keptPracticeSums(qint64 playerId)
 
 bool SqliteStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums)
 {
+    if (!writable(QStringLiteral("Cannot keep the practice totals")))
+        return false;
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("DELETE FROM practicetargetsums WHERE players_id = ?"));
     query.addBindValue(playerId);

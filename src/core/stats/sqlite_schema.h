@@ -32,7 +32,9 @@ QString checkOwnDatabase(QSqlDatabase &db);
 // transaction. Returns an empty text on success, the reason otherwise.
 QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows);
 
-// What a database error means, in words a user understands.
-QString describeDatabaseError(const QSqlError &error);
+// What a database error means, in words a user understands. Given the
+// database file's path, a write refused because the file or its folder has
+// become read-only says which.
+QString describeDatabaseError(const QSqlError &error, const QString &path = {});
 
 } // namespace tavrix

@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QSqlDatabase>
@@ -12,30 +13,9 @@
 #include <QVariant>
 
 #include <limits>
+#include <utility>
 
 namespace tavrix {
-
-// What SQLite's error means for the user, in words: the commonest causes by
-// their result code, else SQLite's own text.
-QString describeDatabaseError(const QSqlError &error)
-{
-    bool ok = false;
-    const int code = error.nativeErrorCode().toInt(&ok) & 0xff;
-    if (ok) {
-        switch (code) {
-        case 5: // SQLITE_BUSY
-        case 6: // SQLITE_LOCKED
-            return QStringLiteral("the statistics file is in use by another program");
-        case 8: // SQLITE_READONLY
-            return QStringLiteral("the statistics file cannot be written (it or its folder is read-only)");
-        case 13: // SQLITE_FULL
-            return QStringLiteral("the disk is full");
-        default:
-            break;
-        }
-    }
-    return error.text();
-}
 
 namespace {
 
@@ -143,6 +123,10 @@ bool SqliteStore::open(const QString &path)
                         .arg(QDir::toNativeSeparators(path)),
                     error);
     }
+    identity_ = identityOf(path);
+    // The log exists from the first read on.
+    QSqlQuery(connection()).exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    logIdentity_ = identityOf(path + QStringLiteral("-wal"));
     return true;
 }
 
@@ -156,12 +140,23 @@ std::optional<QString> SqliteStore::writeProblem()
     }
     return QStringLiteral("The statistics file %1 cannot be written: %2. Games and practice will not be "
                           "saved until it can.")
-        .arg(QDir::toNativeSeparators(path_), describeDatabaseError(query.lastError()));
+        .arg(QDir::toNativeSeparators(path_), describeDatabaseError(query.lastError(), path_));
 }
 
 void SqliteStore::close()
 {
     statements_->byKey.clear();
+    // SQLite does not move the log of a file deleted, moved away or replaced
+    // into it on close, and leaves the log behind, where it would be read
+    // into the next file of that name. So the log is moved into the file
+    // here, which a file moved away keeps, and then removed.
+    const bool leavesLog = identity_ && identityOf(path_) != identity_ && logIdentity_
+                           && identityOf(path_ + QStringLiteral("-wal")) == logIdentity_;
+    if (leavesLog && isOpen())
+        QSqlQuery(connection()).exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    identity_.reset();
+    logIdentity_.reset();
+    inTransaction_ = false;
     // A result kept for this file means nothing for the next one.
     quartersMemo_.reset();
     countsMemo_.reset();
@@ -173,6 +168,10 @@ void SqliteStore::close()
             db.close();
     }
     QSqlDatabase::removeDatabase(connectionName_);
+    if (leavesLog) {
+        for (const char *suffix : {"-wal", "-shm"})
+            QFile::remove(path_ + QLatin1String(suffix));
+    }
 }
 
 bool SqliteStore::fail(const QString &what, const QString &detail)
@@ -184,7 +183,7 @@ bool SqliteStore::fail(const QString &what, const QString &detail)
 
 bool SqliteStore::fail(const QString &what, const QSqlQuery &query)
 {
-    return fail(what, describeDatabaseError(query.lastError()));
+    return fail(what, describeDatabaseError(query.lastError(), path_));
 }
 
 bool SqliteStore::exec(QSqlQuery &query, const QString &what)
@@ -198,7 +197,7 @@ bool SqliteStore::exec(QSqlQuery &query, const QString &what)
     if (query.lastError().nativeErrorCode().isEmpty() && !query.lastQuery().isEmpty()) {
         QSqlQuery probe(connection());
         if (!probe.prepare(query.lastQuery()))
-            return fail(what, describeDatabaseError(probe.lastError()));
+            return fail(what, describeDatabaseError(probe.lastError(), path_));
     }
     return fail(what, query);
 }
@@ -224,6 +223,8 @@ QSqlQuery *SqliteStore::prepared(const QString &key, const QString &statement)
 
 bool SqliteStore::insertGameDart(const GameDart &dart)
 {
+    if (!writable(QStringLiteral("Cannot record the game dart")))
+        return false;
     QSqlQuery *const query = prepared(
         QStringLiteral("gamedart"),
         QStringLiteral("INSERT INTO gamesdarts (creationDate, games_id, players_id, setseq,"
@@ -249,6 +250,8 @@ bool SqliteStore::insertGameDart(const GameDart &dart)
 std::optional<qint64> SqliteStore::insertStatTarget(qint64 playerId, int targetValue,
                                                    int targetRing)
 {
+    if (!writable(QStringLiteral("Cannot record the practice target")))
+        return std::nullopt;
     QSqlQuery *const query = prepared(
         QStringLiteral("stattarget"),
         QStringLiteral("INSERT INTO statstargets (creationdate, players_id, targetValue,"
@@ -265,8 +268,24 @@ std::optional<qint64> SqliteStore::insertStatTarget(qint64 playerId, int targetV
     return idFrom(*query);
 }
 
+bool SqliteStore::restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing)
+{
+    const QString what = QStringLiteral("Cannot record the practice target");
+    if (!writable(what))
+        return false;
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral("INSERT OR IGNORE INTO statstargets (id, creationdate, players_id, targetValue,"
+                                 " targetRing) VALUES (?, ?, ?, ?, ?)"));
+    for (const QVariant &value : {QVariant(targetId), QVariant(storedDateTimeNow()), QVariant(playerId),
+                                  QVariant(targetValue), QVariant(targetRing)})
+        query.addBindValue(value);
+    return exec(query, what);
+}
+
 bool SqliteStore::insertStatThrow(const PracticeDart &dart)
 {
+    if (!writable(QStringLiteral("Cannot record the practice dart")))
+        return false;
     QSqlQuery *const query = prepared(
         QStringLiteral("statthrow"),
         QStringLiteral("INSERT INTO statsthrows (players_id, statstargets_id, seq, x, y, dist,"
@@ -286,6 +305,8 @@ bool SqliteStore::insertStatThrow(const PracticeDart &dart)
 
 std::optional<qint64> SqliteStore::insertGame(const NewGame &game)
 {
+    if (!writable(QStringLiteral("Cannot record the new game")))
+        return std::nullopt;
     QSqlQuery *const query = prepared(
         QStringLiteral("game"),
         QStringLiteral("INSERT INTO games (creationdate, players_id, gametype, skill, opponent,"
@@ -303,8 +324,39 @@ std::optional<qint64> SqliteStore::insertGame(const NewGame &game)
     return idFrom(*query);
 }
 
+bool SqliteStore::restorePlayer(qint64 playerId, const QString &name)
+{
+    const QString what = QStringLiteral("Cannot record the player");
+    if (!writable(what))
+        return false;
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral("INSERT OR IGNORE INTO players (id, creationdate, name) VALUES (?, ?, ?)"));
+    query.addBindValue(playerId);
+    query.addBindValue(storedDateTimeNow());
+    query.addBindValue(name);
+    return exec(query, what);
+}
+
+bool SqliteStore::restoreGame(qint64 gameId, const NewGame &game, const QString &playerName)
+{
+    const QString what = QStringLiteral("Cannot record the game");
+    if (!restorePlayer(game.playerId, playerName) || !writable(what))
+        return false;
+    QSqlQuery query(connection());
+    query.prepare(QStringLiteral("INSERT OR IGNORE INTO games (id, creationdate, players_id, gametype, skill,"
+                                 " opponent, result, throws, points, bestset, outset)"
+                                 " VALUES (?, ?, ?, ?, ?, ?, '', 0, 0, 0, 0)"));
+    for (const QVariant &value : {QVariant(gameId), QVariant(storedDateTimeNow()), QVariant(game.playerId),
+                                  QVariant(code(game.gameType)), QVariant(code(game.skill)),
+                                  QVariant(game.opponent)})
+        query.addBindValue(value);
+    return exec(query, what);
+}
+
 bool SqliteStore::finishGame(qint64 gameId, const GameResult &result)
 {
+    if (!writable(QStringLiteral("Cannot record the end of the game")))
+        return false;
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("UPDATE games SET result = ?, throws = ?, points = ?, bestset = ?,"
                                  " outset = ? WHERE id = ?"));
@@ -317,6 +369,8 @@ bool SqliteStore::finishGame(qint64 gameId, const GameResult &result)
 
 std::optional<qint64> SqliteStore::insertPlayer(const QString &name)
 {
+    if (!writable(QStringLiteral("Cannot record the new player")))
+        return std::nullopt;
     QSqlQuery *const query = prepared(
         QStringLiteral("player"),
         QStringLiteral("INSERT INTO players (creationdate, name) VALUES (?, ?)"));
@@ -414,24 +468,29 @@ bool SqliteStore::beginTransaction()
 {
     if (!isOpen())
         return fail(QStringLiteral("Cannot write statistics"), QStringLiteral("the statistics database is not open"));
+    if (!writable(QStringLiteral("Cannot start writing statistics")))
+        return false;
     QSqlDatabase db = connection();
-    if (db.transaction())
-        return true;
-    return fail(QStringLiteral("Cannot start writing statistics"), describeDatabaseError(db.lastError()));
+    if (!db.transaction())
+        return fail(QStringLiteral("Cannot start writing statistics"), describeDatabaseError(db.lastError(), path_));
+    inTransaction_ = true;
+    return true;
 }
 
 bool SqliteStore::commitTransaction()
 {
+    inTransaction_ = false;
     QSqlDatabase db = connection();
     if (db.commit())
         return true;
-    fail(QStringLiteral("Cannot save statistics"), describeDatabaseError(db.lastError()));
+    fail(QStringLiteral("Cannot save statistics"), describeDatabaseError(db.lastError(), path_));
     db.rollback();
     return false;
 }
 
 void SqliteStore::rollbackTransaction()
 {
+    inTransaction_ = false;
     connection().rollback();
 }
 

@@ -48,6 +48,23 @@ public:
     // what stops it, naming the file.
     std::optional<QString> writeProblem();
     QString databasePath() const { return path_; }
+    // Whether the file at databasePath() is still the file that was opened:
+    // nothing when it is, else what became of it (deleted or moved away,
+    // replaced by another file, or written over), naming the file. Every
+    // write asks this first, because the open connection would go on writing
+    // into a file nobody can reach any more.
+    std::optional<QString> fileProblem() const;
+
+    // Saves the statistics into the file at `path` and goes on with that
+    // file: a copy of everything when the file in use can still be read,
+    // else a new statistics file (which then lacks what was written before).
+    // A file already at `path` is replaced. False, with lastError(), when
+    // neither can be made; the store then goes on with the file it had, if
+    // it still has one.
+    enum class Moved { Copied, NewFile };
+    std::optional<Moved> moveTo(const QString &path);
+    // Writes the player's row with this id, where no row has it.
+    bool restorePlayer(qint64 playerId, const QString &name);
 
     bool beginTransaction() override;
     bool commitTransaction() override;
@@ -65,6 +82,7 @@ public:
     std::optional<qint64> insertGame(const NewGame &game) override;
     bool insertGameDart(const GameDart &dart) override;
     bool finishGame(qint64 gameId, const GameResult &result) override;
+    bool restoreGame(qint64 gameId, const NewGame &game, const QString &playerName) override;
 
     // Both of these read all of the player's darts; a result is kept and
     // given again until anything in the database changes.
@@ -80,6 +98,7 @@ public:
 
     std::optional<qint64> insertStatTarget(qint64 playerId, int targetValue, int targetRing) override;
     bool insertStatThrow(const PracticeDart &dart) override;
+    bool restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing) override;
     std::optional<PracticeSums> keptPracticeSums(qint64 playerId) override;
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums) override;
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target) override;
@@ -102,6 +121,21 @@ private:
     };
     std::optional<ChangeStamp> changeStamp();
 
+    // The device and inode of the file opened, to tell it from a file put
+    // in its place.
+    struct FileIdentity {
+        quint64 device = 0;
+        quint64 inode = 0;
+        friend bool operator==(const FileIdentity &, const FileIdentity &) = default;
+    };
+    // False, with lastError() saying what became of the file, when a write
+    // must not go on. Inside a transaction the file was checked at its start.
+    static std::optional<FileIdentity> identityOf(const QString &path);
+    bool writable(const QString &what);
+    // Copies everything the open connection reads into a new file at `path`;
+    // "" on success, else why not.
+    QString copyInto(const QString &path);
+
     bool fail(const QString &what, const QSqlQuery &query);
     bool fail(const QString &what, const QString &detail);
     bool exec(QSqlQuery &query, const QString &what);
@@ -115,6 +149,11 @@ private:
     QString connectionName_;
     QString path_;
     QString lastError_;
+    std::optional<FileIdentity> identity_;
+    // The write-ahead log beside the file while it is open. SQLite would
+    // read it into whatever file is later opened under the same name.
+    std::optional<FileIdentity> logIdentity_;
+    bool inTransaction_ = false;
     struct QuartersMemo {
         ChangeStamp stamp;
         qint64 playerId = 0;

@@ -2,7 +2,9 @@
 
 #include "ui/dialogs/alert_box.h"
 
+#include <QFileDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace tavrix {
 
@@ -37,6 +39,28 @@ bool SystemMessages::askYesNo(QWidget *parent, const QString &title, const QStri
 void SystemMessages::error(QWidget *parent, const QString &title, const QString &text)
 {
     ask(parent, QMessageBox::Critical, title, text, QMessageBox::Ok, QMessageBox::Ok);
+}
+
+int SystemMessages::choose(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
+                           int defaultButton)
+{
+    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::NoButton, parent);
+    QList<QPushButton *> added;
+    for (const QString &caption : buttons)
+        added.append(box.addButton(caption, QMessageBox::AcceptRole));
+    if (defaultButton >= 0 && defaultButton < added.size()) {
+        box.setDefaultButton(added[defaultButton]);
+        box.setEscapeButton(added[defaultButton]);
+    }
+    box.exec();
+    const qsizetype clicked = added.indexOf(qobject_cast<QPushButton *>(box.clickedButton()));
+    return clicked < 0 ? defaultButton : static_cast<int>(clicked);
+}
+
+QString SystemMessages::chooseFileToSave(QWidget *parent, const QString &title, const QString &suggestedPath,
+                                         const QString &filter)
+{
+    return QFileDialog::getSaveFileName(parent, title, suggestedPath, filter);
 }
 
 void SystemMessages::alert(const QString &message, const QString &title)

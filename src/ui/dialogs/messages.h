@@ -4,6 +4,7 @@
 // that tests can answer them without a person.
 
 #include <QString>
+#include <QStringList>
 
 class QWidget;
 
@@ -23,6 +24,15 @@ public:
     virtual bool askYesNo(QWidget *parent, const QString &title, const QString &text) = 0;
     // A failure the user must know about (a database that cannot be opened).
     virtual void error(QWidget *parent, const QString &title, const QString &text) = 0;
+    // A message box with one button for each of `buttons`, in that order;
+    // Enter and Escape take the one at `defaultButton`. The index of the
+    // button clicked.
+    virtual int choose(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
+                       int defaultButton) = 0;
+    // The dialog that asks where to save a file; the path chosen, or "" when
+    // cancelled. Replacing a file already there is confirmed in the dialog.
+    virtual QString chooseFileToSave(QWidget *parent, const QString &title, const QString &suggestedPath,
+                                     const QString &filter) = 0;
     // A game event to acknowledge, in the program's own alert box.
     virtual void alert(const QString &message, const QString &title) = 0;
     // Takes an alert off the screen, as though acknowledged.
@@ -35,6 +45,10 @@ public:
     void notice(QWidget *parent, const QString &title, const QString &text) override;
     bool askYesNo(QWidget *parent, const QString &title, const QString &text) override;
     void error(QWidget *parent, const QString &title, const QString &text) override;
+    int choose(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
+               int defaultButton) override;
+    QString chooseFileToSave(QWidget *parent, const QString &title, const QString &suggestedPath,
+                             const QString &filter) override;
     void alert(const QString &message, const QString &title) override;
     void hideAlert() override;
 

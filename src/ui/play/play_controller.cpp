@@ -2,6 +2,7 @@
 
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
+#include "ui/dialogs/stats_rescue.h"
 #include "core/net/net_game_rules.h"
 #include "core/net/network_peer.h"
 #include "core/opponent/dart_by_dart_opponent.h"
@@ -28,7 +29,11 @@ PlayController::PlayController(const Context &context, QObject *parent)
     , cricketBoard_(context.frame)
     , journal_(new GameJournal(context.store, this))
 {
+    c_.rescue.setJournal(journal_);
     connect(journal_, &GameJournal::firstFailure, this, [this] {
+        // A file that is gone is said by record(), whenever it is found.
+        if (c_.rescue.fileLost())
+            return;
         c_.messages.error(c_.window, QString::fromLatin1(applicationTitle),
                           QStringLiteral("Tavrix could not save your darts yet: ") + c_.store.lastError()
                               + QStringLiteral(".\r\n\r\nThey are kept and will be saved as soon as the "
@@ -81,22 +86,35 @@ bool PlayController::gameInProgress() const
 
 void PlayController::databaseFailed()
 {
-    c_.messages.error(c_.window, QString::fromLatin1(applicationTitle), c_.store.lastError());
+    c_.rescue.reportFailure(c_.window, c_.store.lastError());
 }
 
 void PlayController::record(const QList<GameDart> &rows, std::optional<std::pair<qint64, GameResult>> finished)
 {
-    journal_->record(rows, finished);
+    // Darts kept for a file that is gone are saved only into another one,
+    // so that is said (once) also when the writes were failing before.
+    if (!journal_->record(rows, finished) && c_.rescue.fileLost())
+        c_.rescue.tellFileLost(c_.window, c_.store.lastError());
 }
 
 bool PlayController::saveBeforeClosing()
 {
-    if (journal_->flushForGood())
-        return true;
-    c_.messages.error(c_.window, QString::fromLatin1(applicationTitle),
-                      QStringLiteral("Tavrix could not save %1 darts of your games: ").arg(journal_->pendingRows())
-                          + c_.store.lastError() + QStringLiteral("."));
-    return false;
+    enum Choice { TryAgain, AnotherFile, QuitWithout };
+    while (!journal_->flushForGood()) {
+        const int choice = c_.messages.choose(
+            c_.window, QString::fromLatin1(applicationTitle),
+            QStringLiteral("Tavrix could not save %1 darts of your games: ").arg(journal_->pendingRows())
+                + c_.store.lastError()
+                + QStringLiteral(".\r\n\r\nTry again, save them into another file, or quit without them?"),
+            {QStringLiteral("Try Again"), QStringLiteral("Save to Another File..."),
+             QStringLiteral("Quit Without Them")},
+            TryAgain);
+        if (choice == QuitWithout)
+            return false;
+        if (choice == AnotherFile && c_.rescue.saveIntoAnotherFile(c_.window))
+            return true;
+    }
+    return true;
 }
 
 // --- The main button -------------------------------------------------------

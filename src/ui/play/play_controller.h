@@ -35,6 +35,7 @@ class Messages;
 class OpponentNameDialog;
 class Sounds;
 class GameStore;
+class StatsRescue;
 struct Session;
 struct SkillProfileState;
 
@@ -54,6 +55,8 @@ public:
         // The records beside the game, on the board.
         const RecordLabels &records;
         QWidget *window;
+        // Says failed writes, and saves into another file a file lost.
+        StatsRescue &rescue;
     };
     explicit PlayController(const Context &context, QObject *parent = nullptr);
     ~PlayController() override;
@@ -73,8 +76,9 @@ public:
     void setNetIndicators(QAction *closeNet, QAction *showChat);
     // Play mode is left with the game in it ended: the other copy is told.
     void leavePlay();
-    // Writes what could not be written so far; false (after saying how many
-    // darts are lost) when it still cannot be. For the end of the program.
+    // Writes what could not be written so far. For the end of the program:
+    // while it cannot be written, asks whether to try again, to save into
+    // another file, or to quit without those darts; false after the last.
     bool saveBeforeClosing();
 
     // The board, in play mode.

@@ -172,8 +172,9 @@ void PlayController::continueStartGame(int firstCorkThrower)
 
     // What an earlier game could not write goes first.
     journal_->flush();
-    const std::optional<qint64> id = c_.store.insertGame(
-        {c_.session.currentPlayerId, options.type, options.skill, f.player1Text->text()});
+    const std::optional<qint64> id = journal_->startGame(
+        {c_.session.currentPlayerId, options.type, options.skill, f.player1Text->text()},
+        c_.session.currentPlayerName);
     if (!id) {
         // Without its row the game could not be recorded: back to the options.
         databaseFailed();

@@ -2,6 +2,7 @@
 
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
+#include "ui/dialogs/stats_rescue.h"
 #include "core/games/play_rules.h"
 #include "core/practice/practice_totals.h"
 #include "ui/practice/practice_frame.h"
@@ -36,11 +37,20 @@ PracticeController::PracticeController(const Context &context, QObject *parent)
     , store_(context.store)
     , sounds_(context.sounds)
     , messages_(context.messages)
+    , rescue_(context.rescue)
     , board_(context.board)
     , frame_(context.frame)
     , window_(context.window)
 {
     connect(frame_.goButton(), &QPushButton::clicked, this, &PracticeController::goButtonClick);
+    // The darts of a set open are written with its target's id.
+    rescue_.setPracticeRestore([this] {
+        const PracticeStage stage = model_.stage();
+        if (stage != PracticeStage::AwaitingDarts && stage != PracticeStage::SetComplete)
+            return true;
+        const PracticeTarget &target = model_.target();
+        return store_.restoreStatTarget(target.id, session_.currentPlayerId, target.value, target.ring);
+    });
 }
 
 void PracticeController::enter()
@@ -90,7 +100,7 @@ void PracticeController::setListsEnabled(bool enabled)
 
 void PracticeController::reportStoreError()
 {
-    messages_.error(window_, QString::fromLatin1(applicationTitle), store_.lastError());
+    rescue_.reportFailure(window_, store_.lastError());
 }
 
 void PracticeController::goButtonClick()

@@ -19,6 +19,7 @@ class Messages;
 class PracticeFrame;
 class SoundOut;
 class PracticeLog;
+class StatsRescue;
 struct Session;
 
 class PracticeController : public QObject, public BoardController {
@@ -33,6 +34,8 @@ public:
         BoardInput &board;
         PracticeFrame &frame;
         QWidget *window;
+        // Says failed writes, and saves into another file a file lost.
+        StatsRescue &rescue;
     };
     explicit PracticeController(const Context &context, QObject *parent = nullptr);
 
@@ -76,6 +79,7 @@ private:
     PracticeLog &store_;
     SoundOut &sounds_;
     Messages &messages_;
+    StatsRescue &rescue_;
     BoardInput &board_;
     PracticeFrame &frame_;
     QWidget *window_;

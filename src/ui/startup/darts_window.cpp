@@ -4,6 +4,7 @@
 #include "ui/dialogs/alert_box.h"
 #include "ui/help/help_viewer.h"
 #include "ui/dialogs/messages.h"
+#include "ui/dialogs/stats_rescue.h"
 #include "ui/players/new_user_dialog.h"
 #include "ui/players/user_edit_dialog.h"
 #include "ui/players/user_select_dialog.h"
@@ -152,14 +153,15 @@ void Darts::buildFrames()
     setCentralWidget(central);
 
     boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, records_.all(), this);
+    rescue_ = std::make_unique<StatsRescue>(program_.store(), program_.messages(), session_);
     play_ = new PlayController({session_, program_.store(), program_.sounds(), program_.messages(),
                                 program_.advisor(), skill_, *boardInput_, *gameFrame_, records_,
-                                this},
+                                this, *rescue_},
                                this);
     auto *keys = new PlayKeys(*gameFrame_, this);
     gameChoices_ = new GameChoices(*gameFrame_, this);
     practice_ = new PracticeController({session_, program_.store(), program_.sounds(), program_.messages(),
-                                        *boardInput_, *practiceFrame_, this},
+                                        *boardInput_, *practiceFrame_, this, *rescue_},
                                        this);
     connect(practice_, &PracticeController::reenterRequested, this, [this] { switchMode(Mode::Practice); });
     // Enter opens and confirms practice sets, but never quits a sequence.

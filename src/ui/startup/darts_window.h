@@ -9,6 +9,8 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class QAbstractButton;
 class QAction;
 class QGroupBox;
@@ -24,6 +26,7 @@ class GameFrame;
 class HelpViewer;
 class PlayController;
 class PracticeController;
+class StatsRescue;
 class PracticeFrame;
 class ReviewController;
 class ReviewFrame;
@@ -127,6 +130,7 @@ private:
     PracticeFrame *practiceFrame_ = nullptr;
     BoardInput *boardInput_ = nullptr;
     GameFrame *gameFrame_ = nullptr;
+    std::unique_ptr<StatsRescue> rescue_;
     PlayController *play_ = nullptr;
     PracticeController *practice_ = nullptr;
     ReviewController *review_ = nullptr;

@@ -183,7 +183,8 @@ void Program::shutDownProgram()
         return;
     // Set first: closing the main window below must not shut down again.
     shutDownDone_ = true;
-    if (window_ && store_.isOpen())
+    // Darts not saved yet are given up only when the user says so.
+    if (window_)
         window_->playController()->saveBeforeClosing();
     store_.close();
     if (window_)
