@@ -8,6 +8,7 @@
 // Usage: bench_hostile_peer [megabytes streamed while the box is open, 500]
 
 #include "../tests/support/fake_messages.h"
+#include "../tests/support/network_play.h"
 #include "../tests/support/scripted_peer.h"
 #include "../tests/support/sound_log.h"
 #include "../tests/support/sql_rows.h"
@@ -30,18 +31,6 @@
 using namespace tavrix;
 
 namespace {
-
-// A notice runs `whileOpen` before it returns, as the program goes on
-// running while a real box waits for its "OK".
-struct HeldMessages : FakeMessages {
-    std::function<void()> whileOpen;
-    void notice(QWidget *parent, const QString &title, const QString &text) override
-    {
-        FakeMessages::notice(parent, title, text);
-        if (whileOpen)
-            std::exchange(whileOpen, {})();
-    }
-};
 
 // The longest time between two turns of the event loop while it watches.
 class LoopWatch {
@@ -96,36 +85,7 @@ QByteArray repeated(const QByteArray &frame, int times)
     return all;
 }
 
-struct Copy {
-    TestHome home{QStringList{QStringLiteral("Ann")}};
-    HeldMessages messages;
-    SoundLog sounds;
-    std::unique_ptr<Program> program;
-
-    Copy()
-    {
-        program = std::make_unique<Program>(messages, home.dbPath, &sounds);
-        if (!program->Main())
-            qFatal("the program did not start");
-    }
-    NetworkGame &net() const { return *program->window()->playController()->network(); }
-    const GameSession &game() const { return program->window()->playController()->game(); }
-    void startNetworkGame(bool server, quint16 port)
-    {
-        findControl<QRadioButton>(program->window(), "opOpponent_1")->click();
-        QTimer::singleShot(0, [server, port] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            auto *check = dialog->findChild<QCheckBox *>(QStringLiteral("Check1"));
-            if (!check->isChecked())
-                check->click();
-            dialog->findChild<QRadioButton *>(QLatin1String(server ? "opBeServer" : "opBeClient"))->click();
-            dialog->findChild<QLineEdit *>(QStringLiteral("txtClientHost"))->setText(QStringLiteral("127.0.0.1"));
-            for (const char *name : {"txtClientPort", "txtServerPort"})
-                dialog->findChild<QLineEdit *>(QString::fromLatin1(name))->setText(QString::number(port));
-            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
-        });
-        findControl<QPushButton>(program->window(), "btnStartGame")->click();
-    }
+struct Copy : NetworkCopy {
     // Ann waits as the server; the peer calls and greets.
     bool greet(ScriptedPeer &peer)
     {

@@ -6,6 +6,7 @@
 
 #include "../support/board_points.h"
 #include "../support/fake_messages.h"
+#include "../support/network_play.h"
 #include "../support/scripted_peer.h"
 #include "../support/sound_log.h"
 #include "../support/sql_rows.h"
@@ -29,19 +30,6 @@ using namespace tavrix;
 
 namespace {
 
-// Records every message; a notice runs `whileOpen` before it returns, as
-// the program goes on running while a real box waits for its "OK".
-struct HeldMessages : FakeMessages {
-    std::function<void()> whileOpen;
-    void notice(QWidget *parent, const QString &title, const QString &text) override
-    {
-        FakeMessages::notice(parent, title, text);
-        if (whileOpen)
-            std::exchange(whileOpen, {})();
-    }
-    int count(const QString &title) const { return int(titles().count(title)); }
-};
-
 QByteArray repeated(const QByteArray &frame, int times)
 {
     QByteArray all;
@@ -62,69 +50,16 @@ QByteArray setOf(const QStringList &codes)
 }
 
 // Ann's copy waiting as the server, and Mallory's scripted peer.
-struct Target {
-    TestHome home{QStringList{QStringLiteral("Ann")}};
-    HeldMessages messages;
-    SoundLog sounds;
-    std::unique_ptr<Program> program;
+struct Target : NetworkCopy {
     ScriptedPeer peer;
 
-    Target()
-    {
-        program = std::make_unique<Program>(messages, home.dbPath, &sounds);
-        if (!program->Main())
-            qFatal("the program did not start");
-        for (QTimer *timer : window()->findChildren<QTimer *>(QStringLiteral("ThrowTimer")))
-            timer->setInterval(0);
-    }
-    Darts *window() const { return program->window(); }
-    template <typename T>
-    T *control(const char *name) const { return findControl<T>(window(), name); }
-    QPushButton *button() const { return control<QPushButton>("btnStartGame"); }
-    QString gameText() const { return control<QLabel>("gameText")->text(); }
-    const GameSession &game() const { return window()->playController()->game(); }
-    NetworkGame &net() const { return *window()->playController()->network(); }
-    int games() const
-    {
-        return sqlRows(program->store().connection(), QStringLiteral("select count(*) from games")).first().first().toInt();
-    }
-    bool press(const QString &caption)
-    {
-        if (button()->text() != caption || !button()->isEnabled())
-            return false;
-        button()->click();
-        return true;
-    }
-    void throwAt(BoardPoint point)
-    {
-        QTest::mouseClick(control<BoardPicture>("Picture1"), Qt::LeftButton, {},
-                          BoardPicture::pictureFromBoard(point).toPoint());
-    }
-
-    // Starts a network game as the server, or as the client of 127.0.0.1.
-    void startNetworkGame(bool server, quint16 port)
-    {
-        control<QRadioButton>("opOpponent_1")->click();
-        QTimer::singleShot(0, [server, port] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            QVERIFY(dialog && dialog->objectName() == QLatin1String("OpponentNameDialog"));
-            auto *check = dialog->findChild<QCheckBox *>(QStringLiteral("Check1"));
-            if (!check->isChecked())
-                check->click();
-            dialog->findChild<QRadioButton *>(QLatin1String(server ? "opBeServer" : "opBeClient"))->click();
-            dialog->findChild<QLineEdit *>(QStringLiteral("txtClientHost"))->setText(QStringLiteral("127.0.0.1"));
-            for (const char *name : {"txtClientPort", "txtServerPort"})
-                dialog->findChild<QLineEdit *>(QString::fromLatin1(name))->setText(QString::number(port));
-            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
-        });
-        QVERIFY(press(QStringLiteral("Start Game")));
-    }
+    int games() const { return rows(QStringLiteral("select count(*) from games")).first().first().toInt(); }
 
     // Ann waits for a caller; Mallory calls and greets with `greeting`.
     void greet(const QByteArray &greeting = "HEL Mallory\x03")
     {
         const quint16 port = freePort();
-        startNetworkGame(true, port);
+        QVERIFY(startNetworkGame(true, port));
         QVERIFY(peer.connectTo(port));
         peer.say(greeting);
         QTRY_VERIFY(peer.heard.contains("GAM 501|0|1\x03"));
@@ -186,7 +121,7 @@ private slots:
     {
         QTcpServer mallory;
         QVERIFY(mallory.listen(QHostAddress::LocalHost));
-        t_->startNetworkGame(false, mallory.serverPort());
+        QVERIFY(t_->startNetworkGame(false, mallory.serverPort()));
         QTRY_VERIFY(mallory.hasPendingConnections());
         ScriptedPeer server(mallory.nextPendingConnection());
         QTRY_COMPARE(server.heard, QByteArray("HEL Ann\x03"));

@@ -6,6 +6,7 @@
 
 #include "../support/board_points.h"
 #include "../support/fake_messages.h"
+#include "../support/network_play.h"
 #include "../support/sound_log.h"
 #include "../support/sql_rows.h"
 #include "../support/test_home.h"
@@ -31,68 +32,7 @@ using namespace tavrix;
 
 namespace {
 
-// One copy of the program with its own player, home and messages.
-struct Copy {
-    std::unique_ptr<TestHome> home;
-    FakeMessages messages;
-    SoundLog sounds;
-    std::unique_ptr<Program> program;
-
-    explicit Copy(const QString &player)
-        : home(std::make_unique<TestHome>(QStringList{player}))
-    {
-        program = std::make_unique<Program>(messages, home->dbPath, &sounds);
-        if (!program->Main())
-            qFatal("the program did not start");
-        // The other side's darts show without the pause between them.
-        for (QTimer *timer : window()->findChildren<QTimer *>(QStringLiteral("ThrowTimer")))
-            timer->setInterval(0);
-    }
-    Darts *window() const { return program->window(); }
-    template <typename T>
-    T *control(const char *name) const { return findControl<T>(window(), name); }
-    QPushButton *button() const { return control<QPushButton>("btnStartGame"); }
-    QString gameText() const { return control<QLabel>("gameText")->text(); }
-    const GameSession &game() const { return window()->playController()->game(); }
-    NetworkGame &net() const { return *window()->playController()->network(); }
-    QList<QVariantList> rows(const QString &sql) const { return sqlRows(program->store().connection(), sql); }
-
-    bool press(const QString &caption)
-    {
-        if (button()->text() != caption || !button()->isEnabled())
-            return false;
-        button()->click();
-        return true;
-    }
-    void throwAt(BoardPoint point)
-    {
-        QTest::mouseClick(control<BoardPicture>("Picture1"), Qt::LeftButton, {},
-                          BoardPicture::pictureFromBoard(point).toPoint());
-    }
-    void throwDarts(const QStringList &codes)
-    {
-        for (const QString &code : codes)
-            throwAt(at(code));
-    }
-    // Starts a game against a human with network play, as server or client.
-    void startNetworkGame(bool server, quint16 port)
-    {
-        control<QRadioButton>("opOpponent_1")->click();
-        QTimer::singleShot(0, [server, port] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            QVERIFY(dialog && dialog->objectName() == QLatin1String("OpponentNameDialog"));
-            auto *check = dialog->findChild<QCheckBox *>(QStringLiteral("Check1"));
-            if (!check->isChecked())
-                check->click();
-            dialog->findChild<QRadioButton *>(QLatin1String(server ? "opBeServer" : "opBeClient"))->click();
-            dialog->findChild<QLineEdit *>(QStringLiteral("txtClientHost"))->setText(QStringLiteral("127.0.0.1"));
-            for (const char *name : {"txtClientPort", "txtServerPort"})
-                dialog->findChild<QLineEdit *>(QString::fromLatin1(name))->setText(QString::number(port));
-            dialog->findChild<QPushButton *>(QStringLiteral("OKButton"))->click();
-        });
-        QVERIFY(press(QStringLiteral("Start Game")));
-    }
-};
+using Copy = NetworkCopy;
 
 } // namespace
 
@@ -108,8 +48,8 @@ class TestNetworkGame : public QObject {
         ann_ = std::make_unique<Copy>(QStringLiteral("Ann"));
         bob_ = std::make_unique<Copy>(QStringLiteral("Bob"));
         const quint16 port = freePort();
-        ann_->startNetworkGame(true, port);
-        bob_->startNetworkGame(false, port);
+        QVERIFY(ann_->startNetworkGame(true, port));
+        QVERIFY(bob_->startNetworkGame(false, port));
         QTRY_VERIFY(ann_->net().established() && bob_->net().established());
         QTRY_COMPARE(bob_->game().options().type, GameType::X01_501);
         QVERIFY(ann_->control<QLabel>("lblNetworkActive")->isVisible());
@@ -222,7 +162,7 @@ private slots:
         // connection, and Bob's copy follows with her options.
         ann_->control<QRadioButton>("opGame_0")->click();
         ann_->control<QRadioButton>("opCricketOptions_0")->click();
-        ann_->startNetworkGame(true, 1);
+        QVERIFY(ann_->startNetworkGame(true, 1));
         QVERIFY(!ann_->net().cancelBox()->isVisible());
         QTRY_COMPARE(bob_->game().options().type, GameType::Cricket);
         QVERIFY(bob_->game().options().simpleCricket && bob_->control<QRadioButton>("opCricketOptions_0")->isChecked());
@@ -260,7 +200,7 @@ private slots:
     {
         ann_ = std::make_unique<Copy>(QStringLiteral("Ann"));
         const quint16 port = freePort();
-        ann_->startNetworkGame(true, port);
+        QVERIFY(ann_->startNetworkGame(true, port));
         QTcpSocket peer;
         peer.connectToHost(QHostAddress::LocalHost, port);
         QVERIFY(peer.waitForConnected(5000));

@@ -88,18 +88,6 @@ QStringView trimBlanks(QStringView text)
     return text.sliced(from, to - from);
 }
 
-bool breaksLine(QChar c)
-{
-    switch (c.category()) {
-    case QChar::Other_Control:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    default:
-        return false;
-    }
-}
-
 // The first `count` characters (not UTF-16 units: a letter outside the
 // Basic Multilingual Plane counts once and is never cut in half).
 QStringView firstCharacters(QStringView text, qsizetype count)

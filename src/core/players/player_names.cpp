@@ -6,9 +6,7 @@
 
 namespace tavrix {
 
-namespace {
-
-bool refusedInName(QChar c)
+bool breaksLine(QChar c)
 {
     switch (c.category()) {
     case QChar::Other_Control:
@@ -16,8 +14,15 @@ bool refusedInName(QChar c)
     case QChar::Separator_Paragraph:
         return true;
     default:
-        return c == u'|';
+        return false;
     }
+}
+
+namespace {
+
+bool refusedInName(QChar c)
+{
+    return breaksLine(c) || c == u'|';
 }
 
 } // namespace

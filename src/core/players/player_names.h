@@ -15,6 +15,10 @@ class PlayerStore;
 // ("Hey, Maximilian Alexander Hohenberg!"); thirty wide capitals do not.
 inline constexpr int maxPlayerNameLength = 30;
 
+// A control character, or a line or paragraph separator: what would break a
+// name or a chat line over more than one line.
+bool breaksLine(QChar c);
+
 // The message to show when the name cannot be used, nothing when it can.
 // Emptiness, length and uniqueness are judged on the name without leading and
 // trailing blanks, and so are the stored names it is compared with; the name
