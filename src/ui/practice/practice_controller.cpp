@@ -265,7 +265,7 @@ void PracticeController::boardClicked(BoardPoint at, int flight)
     const int index = model_.placeDart(at);
     if (index < 0)
         return;
-    board_.showMarker(MarkerSet::Local, index, at, flight);
+    board_.showMarker(MarkerSet::Local, index, onMarkerGrid(at, flightMarkerSide), flight);
     sounds_.play(landingCue(at), true);
     board_.setMarking(MarkerSet::Local, model_.dartCount());
     if (model_.dartCount() < 3)
