@@ -172,7 +172,9 @@ void PracticeController::confirmSet()
     model_.confirmSet();
     showStage();
     frame_.generalText()->setText(atRestText());
+    // The hover text of the last dart goes with the darts.
     board_.hideMarkersFrom(MarkerSet::Local, 0);
+    board_.hideHover();
     updateRunningStats();
     if (model_.sequence() != PracticeSequence::None)
         openSet();
