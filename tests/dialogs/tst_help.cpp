@@ -206,6 +206,12 @@ private slots:
         QCOMPARE(results->item(0)->text(), QStringLiteral("Network play"));
         search->setText(QStringLiteral("firewall zebra")); // no page holds both
         QVERIFY(results->count() == 1 && results->item(0)->flags() == Qt::NoItemFlags);
+
+        // Escape closes the viewer, also from the search box.
+        viewer()->activateWindow();
+        QTRY_COMPARE(QApplication::activeWindow(), viewer());
+        QTest::keyClick(search, Qt::Key_Escape);
+        QVERIFY(!viewer()->isVisible());
     }
 };
 

@@ -204,10 +204,8 @@ private slots:
         doubleOut.scoreSet(1, set({"T20", "T20", "T20"}));
         doubleOut.scoreSet(1, set({"T20", "T20", "T20"}));
         doubleOut.scoreSet(1, set({"T20", "T13", "D1"})); // 40 left
-        TurnDarts none;
-        QVERIFY(!doubleOut.turnDecided(1, none));
-        TurnDarts leavesOne;
-        leavesOne.landed = set({"T13"});
+        QVERIFY(!doubleOut.turnDecided(1, SetDarts{}));
+        const SetDarts leavesOne = set({"T13"});
         QVERIFY(doubleOut.turnDecided(1, leavesOne));
         QCOMPARE(doubleOut.reportedPoints(1, leavesOne), 39);
     }

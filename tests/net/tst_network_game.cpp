@@ -232,6 +232,20 @@ private slots:
         QCOMPARE(ann_->control<QLabel>("p1ScoreText")->text(), QStringLiteral("501*"));
         QCOMPARE(ann_->net().chat()->transcript(), QStringLiteral("Mallory: hi there\r\n"));
 
+        // A dart sent between whole pixels, on the wire under the treble 20
+        // (whose nearest whole pixel is in the treble), is shown, described
+        // and scored where it was sent.
+        QTRY_COMPARE(ann_->game().currentThrower(), 2);
+        ann_->throwDarts({"M"});
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        peer.write("SET|230|116.4\x03");
+        QTRY_VERIFY(ann_->button()->isEnabled());
+        const BoardPoint sent{0, 260 - (double(116.4f) + 30)};
+        QCOMPARE(BoardInput::markerPoint(ann_->control<DartMarker>("CPips_0")), sent);
+        QCOMPARE(ann_->gameText(), QStringLiteral("\nMallory threw: Bounce-out for 0 points. (dart(s) withheld)\n\n(Click \"Ok\" to continue)"));
+        QVERIFY(ann_->press(QStringLiteral("Ok")));
+        QCOMPARE(ann_->control<QLabel>("p1ScoreText")->text(), QStringLiteral("501**"));
+
         // Five megabytes and no terminator.
         peer.write(QByteArray(5 << 20, 'y'));
         QTRY_COMPARE(ann_->gameText(), QStringLiteral("Mallory disconnected.  Click \"Quit Game\"."));

@@ -67,6 +67,7 @@ private slots:
 
         throwDarts({"D20", "S20"});
         QCOMPARE(measures(), QStringList(3, QStringLiteral("??")));
+        QTest::mouseMove(control<BoardPicture>("Picture1"), BoardPicture::pictureFromBoard(at("M")).toPoint());
         throwDarts({"M"});
         QCOMPARE(text("GeneralText"), QStringLiteral("Adjust Darts and \"Confirm\""));
         // Darts at 196, 150 and 240 units up, aimed at 196: 0, 46 and 44
@@ -76,10 +77,13 @@ private slots:
                                           QStringLiteral("0.972\"")}));
         QCOMPARE(sounds_.played, (QStringList{"splat.wav:wait", "splat.wav:wait", "splat.wav:wait"}));
 
+        // The last dart's hover text stays until its marker is cleared.
+        auto *hover = control<QLabel>("ScoreHoverText");
+        QVERIFY(hover->isVisible() && hover->text() == QStringLiteral("Missed board"));
         clickGo(QStringLiteral("Confirm Darts"));
         QCOMPARE(messages_.shown.last().text, QStringLiteral("Darts Confirmed."));
         QCOMPARE(messages_.shown.last().title, QStringLiteral("Thank You"));
-        QVERIFY(!window()->boardInput()->pips()[0]->isVisible());
+        QVERIFY(!window()->boardInput()->pips()[0]->isVisible() && !hover->isVisible());
         QCOMPARE(rows(QStringLiteral("SELECT players_id, statstargets_id, seq, x, y, round(dist, 9),"
                                      " score, ring FROM statsthrows ORDER BY id")),
                  (QList<QVariantList>{{1, 1, 0, 0.0, 196.0, 0.0, 20, 2},

@@ -120,9 +120,10 @@ double lesserOf(double a, double b);
 // Conversion between picture pixels (column, row) and board positions.
 BoardPoint boardFromPicture(double column, double row);
 
-// Markers are squares of these sides in picture pixels, and stand on whole
-// pixels: a dart or target shown on the board is where its marker's centre
-// is, which onMarkerGrid gives for any board position.
+// Markers are squares of these sides in picture pixels. A dart marked by
+// hand and every target stand on whole pixels: onMarkerGrid gives the
+// centre of such a marker put at any board position. Other darts (the
+// computer's, the network peer's) stand exactly where they landed.
 inline constexpr int flightMarkerSide = 60;
 inline constexpr int targetMarkerSide = 16;
 BoardPoint onMarkerGrid(BoardPoint at, int side);

@@ -95,9 +95,9 @@ std::optional<BoardPoint> CricketRules::advice(int player, const SetDarts &darts
     return advisor_.cricketTarget(standing);
 }
 
-std::optional<ComputerAim> CricketRules::computerAim(int player, const TurnDarts &turn) const
+std::optional<ComputerAim> CricketRules::computerAim(int player, const SetDarts &darts) const
 {
-    const std::optional<BoardPoint> aim = advice(player, turn.shown);
+    const std::optional<BoardPoint> aim = advice(player, darts);
     if (!aim)
         return std::nullopt;
     return ComputerAim{*aim, std::nullopt};

@@ -24,10 +24,10 @@ public:
     std::optional<BoardPoint> advice(int player, const SetDarts &darts) const override;
     // Only the local player is advised where to aim the first dart.
     bool advisesFirstDart(int player) const override { return player == 2; }
-    std::optional<ComputerAim> computerAim(int player, const TurnDarts &turn) const override;
-    bool turnDecided(int, const TurnDarts &) const override { return false; }
+    std::optional<ComputerAim> computerAim(int player, const SetDarts &darts) const override;
+    bool turnDecided(int, const SetDarts &) const override { return false; }
     bool turnEndsWithLastSentDart() const override { return false; }
-    std::optional<int> reportedPoints(int, const TurnDarts &) const override { return std::nullopt; }
+    std::optional<int> reportedPoints(int, const SetDarts &) const override { return std::nullopt; }
     std::optional<SoundCue> hitCue(int player, DartScore scored, std::optional<DartScore> aimedAt,
                                    bool atThisBoard) const override;
 

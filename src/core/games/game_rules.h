@@ -23,19 +23,9 @@ namespace tavrix {
 
 class Advisor;
 
-// The darts of a set in order; a dart not on the board (its marker hidden)
-// is empty.
+// The darts of a set in order, each where it landed; a dart not on the
+// board (its marker hidden) is empty.
 using SetDarts = std::array<std::optional<BoardPoint>, 3>;
-
-// The darts of the turn being thrown: where each landed and where its
-// marker shows it, on whole picture pixels. The set is scored where the
-// markers stand; the computer counts its own darts of 301/501 where they
-// landed.
-struct TurnDarts {
-    SetDarts landed{};
-    SetDarts shown{};
-    int placed = 0;
-};
 
 // A player's standing in large figures, with a line under it.
 struct GlanceFigures {
@@ -109,16 +99,16 @@ public:
     virtual bool advisesFirstDart(int player) const = 0;
 
     // The computer's next dart; nothing when it throws no more this turn.
-    virtual std::optional<ComputerAim> computerAim(int player, const TurnDarts &turn) const = 0;
+    virtual std::optional<ComputerAim> computerAim(int player, const SetDarts &darts) const = 0;
     // Whether a turn thrown dart by dart is decided after its darts so far
     // (a finish or a bust in 301/501).
-    virtual bool turnDecided(int player, const TurnDarts &turn) const = 0;
+    virtual bool turnDecided(int player, const SetDarts &darts) const = 0;
     // Whether a side that sends fewer than three darts ends its turn with
     // its last dart (301/501); in Cricket it is asked for one more dart at
     // the next tick and ends there.
     virtual bool turnEndsWithLastSentDart() const = 0;
     // The points a turn thrown dart by dart reports (301/501 only).
-    virtual std::optional<int> reportedPoints(int player, const TurnDarts &turn) const = 0;
+    virtual std::optional<int> reportedPoints(int player, const SetDarts &darts) const = 0;
 
     // The sound a dart earns beyond its landing: `aimedAt` is the area its
     // thrower aimed at, `atThisBoard` whether it was marked here.

@@ -68,7 +68,6 @@ void GameSession::start(const GameOptions &options, qint64 gameId, int firstCork
     gameId_ = gameId;
     cork_ = {};
     set_ = {};
-    landed_ = {};
     placed_ = 0;
     if (rules_->type() != options_.type)
         rules_ = makeGameRules(options_.type, advisor_);
@@ -134,9 +133,6 @@ bool GameSession::canConfirm() const
 
 int GameSession::placeDart(BoardPoint at)
 {
-    // A cork dart is measured where it landed; a dart of a set is scored
-    // where its marker stands, on whole picture pixels, and kept as landed
-    // for the computer's count and the sounds.
     if (phase_ == GamePhase::CorkAwaited) {
         cork_[thrower_ - 1] = at;
         placed_ = 1;
@@ -147,8 +143,7 @@ int GameSession::placeDart(BoardPoint at)
     if (phase_ != GamePhase::Turn || placed_ >= 3 || reported_)
         return -1;
     const int index = placed_++;
-    landed_[index] = at;
-    set_[index] = onMarkerGrid(at, flightMarkerSide);
+    set_[index] = at;
     emit dartPlaced(thrower_, index);
     return index;
 }
@@ -165,22 +160,18 @@ int GameSession::undoDart()
     // Only the darts kept are scored and recorded when the set is confirmed.
     const int index = --placed_;
     set_[index].reset();
-    landed_[index].reset();
     return index;
 }
 
 void GameSession::moveDart(int index, BoardPoint at)
 {
-    const BoardPoint shown = onMarkerGrid(at, flightMarkerSide);
     if (phase_ == GamePhase::CorkPlaced) {
         if (index == 0)
-            cork_[thrower_ - 1] = shown;
+            cork_[thrower_ - 1] = at;
         return;
     }
-    if (phase_ == GamePhase::Turn && index >= 0 && index < placed_) {
-        set_[index] = shown;
-        landed_[index] = shown;
-    }
+    if (phase_ == GamePhase::Turn && index >= 0 && index < placed_)
+        set_[index] = at;
 }
 
 void GameSession::setTarget(int index, BoardPoint at)
@@ -242,7 +233,6 @@ void GameSession::nextTurn()
 {
     phase_ = GamePhase::Turn;
     set_ = {};
-    landed_ = {};
     placed_ = 0;
     reported_ = false;
     scored_ = false;
@@ -322,9 +312,9 @@ QString GameSession::gameOverText() const
 DartSounds GameSession::dartSounds(int index, std::optional<DartScore> aimedAt) const
 {
     DartSounds sounds;
-    if (index < 0 || index > 2 || !landed_[index])
+    if (index < 0 || index > 2 || !set_[index])
         return sounds;
-    const BoardPoint at = *landed_[index];
+    const BoardPoint at = *set_[index];
     const bool here = throwerMarksHere();
     sounds.landing = landingCue(at);
     sounds.hit = rules_->hitCue(thrower_, scoreFromXY(at.x, at.y), here ? targetScore(index) : aimedAt, here);

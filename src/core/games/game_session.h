@@ -83,9 +83,10 @@ public:
     // Back to no game; a side throwing stops.
     void reset();
 
-    // A dart of the side whose cork or turn it is, where it landed; a dart of
-    // a set is scored where its marker shows it, on whole picture pixels.
-    // Returns the dart's index in its set, or -1 when no dart is awaited.
+    // A dart of the side whose cork or turn it is, where it landed: it is
+    // described, scored and recorded at that very point, where its marker
+    // stands. Returns the dart's index in its set, or -1 when no dart is
+    // awaited.
     int placeDart(BoardPoint at);
     // Takes back the last dart marked at this board in the set being thrown,
     // as though it had never been placed. Returns its index, or -1 when there
@@ -125,10 +126,8 @@ public:
     // The rules of the game being played (or last set up).
     const GameRules &rules() const { return *rules_; }
 
-    // The darts of the set being thrown as their markers show them, and how
-    // many were placed; the same with where each landed.
+    // The darts of the set being thrown, and how many were placed.
     const SetDarts &setDarts() const { return set_; }
-    TurnDarts turnDarts() const { return {landed_, set_, placed_}; }
     int dartsPlaced() const { return placed_; }
     std::optional<BoardPoint> corkDart(int player) const { return cork_[player - 1]; }
     // The area the target of dart `index` stands on.
@@ -162,9 +161,9 @@ public:
 
     // A side throwing dart by dart: where the computer aims next, whether the
     // turn is decided, and the points its report names.
-    std::optional<ComputerAim> computerAim() const { return rules_->computerAim(thrower_, turnDarts()); }
-    bool turnDecided() const { return rules_->turnDecided(thrower_, turnDarts()); }
-    std::optional<int> reportedPoints() const { return rules_->reportedPoints(thrower_, turnDarts()); }
+    std::optional<ComputerAim> computerAim() const { return rules_->computerAim(thrower_, set_); }
+    bool turnDecided() const { return rules_->turnDecided(thrower_, set_); }
+    std::optional<int> reportedPoints() const { return rules_->reportedPoints(thrower_, set_); }
 
 signals:
     // The cork of `player` is awaited.
@@ -197,7 +196,6 @@ private:
     int firstCorkThrower_ = 2;
     std::array<std::optional<BoardPoint>, 2> cork_;
     SetDarts set_{};
-    SetDarts landed_{};
     int placed_ = 0;
     bool reported_ = false;
     // The set was scored; it stays on the board until the next turn.

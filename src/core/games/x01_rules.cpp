@@ -178,23 +178,23 @@ std::optional<BoardPoint> X01Rules::advice(int player, const SetDarts &darts) co
     return aimPoint(target.multiplier, target.number);
 }
 
-std::optional<ComputerAim> X01Rules::computerAim(int player, const TurnDarts &turn) const
+std::optional<ComputerAim> X01Rules::computerAim(int player, const SetDarts &darts) const
 {
-    const DartScore target = advisor_.x01Target(standing(asThrown(player, turn.landed)));
+    const DartScore target = advisor_.x01Target(standing(asThrown(player, darts)));
     if (target.multiplier == 0)
         return std::nullopt;
     return ComputerAim{aimPoint(target.multiplier, target.number), target};
 }
 
-bool X01Rules::turnDecided(int player, const TurnDarts &turn) const
+bool X01Rules::turnDecided(int player, const SetDarts &darts) const
 {
     // A finish, or a score of 1 or less that will bust: the rest are withheld.
-    return asThrown(player, turn.landed).remaining < 2;
+    return asThrown(player, darts).remaining < 2;
 }
 
-std::optional<int> X01Rules::reportedPoints(int player, const TurnDarts &turn) const
+std::optional<int> X01Rules::reportedPoints(int player, const SetDarts &darts) const
 {
-    return asThrown(player, turn.landed).points;
+    return asThrown(player, darts).points;
 }
 
 std::optional<SoundCue> X01Rules::hitCue(int, DartScore scored, std::optional<DartScore> aimedAt,

@@ -68,10 +68,10 @@ public:
     QString liveText(const QString &name, int player, const SetDarts &darts, int placed) const override;
     std::optional<BoardPoint> advice(int player, const SetDarts &darts) const override;
     bool advisesFirstDart(int) const override { return true; }
-    std::optional<ComputerAim> computerAim(int player, const TurnDarts &turn) const override;
-    bool turnDecided(int player, const TurnDarts &turn) const override;
+    std::optional<ComputerAim> computerAim(int player, const SetDarts &darts) const override;
+    bool turnDecided(int player, const SetDarts &darts) const override;
     bool turnEndsWithLastSentDart() const override { return true; }
-    std::optional<int> reportedPoints(int player, const TurnDarts &turn) const override;
+    std::optional<int> reportedPoints(int player, const SetDarts &darts) const override;
     std::optional<SoundCue> hitCue(int player, DartScore scored, std::optional<DartScore> aimedAt,
                                    bool atThisBoard) const override;
 

@@ -186,8 +186,8 @@ std::optional<DartByDartOpponent::NextDart> NetworkPeer::nextDart(const GameSess
 {
     if (index >= darts_.size())
         return std::nullopt;
-    // Described where it is shown: on the picture's whole pixels.
-    const BoardPoint at = onMarkerGrid(darts_[index], flightMarkerSide);
+    // Described, shown and scored exactly where it was sent.
+    const BoardPoint at = darts_[index];
     return NextDart{{at.x, at.y, dartDescriptionFromXY(at.x, at.y)}, std::nullopt};
 }
 

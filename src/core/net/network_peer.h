@@ -35,7 +35,8 @@ public:
     void receive(const NetMessage &message);
 
     // What the player at this board did. The cork dart and a confirmed set
-    // are sent as the game model has them.
+    // are sent as the game model has them, which is where their markers
+    // stand.
     void corkConfirmed();
     void setConfirmed();
     // "Ok" after the cork: true when the other copy's player has clicked it

@@ -17,6 +17,12 @@ QPointF pictureFrom(BoardPoint at)
     return {boardCenter + at.x, boardCenter - at.y};
 }
 
+// A marker moved by hand stands on the pixel under the pointer.
+QPointF wholePixel(QPointF at)
+{
+    return {double(qRound(at.x())), double(qRound(at.y()))};
+}
+
 } // namespace
 
 BoardInput::BoardInput(BoardPicture *picture, QRandomGenerator &random, QLabel *scoreHoverText,
@@ -100,7 +106,8 @@ void BoardInput::restack()
 void BoardInput::placeTarget(int index, BoardPoint at, bool visible)
 {
     DartMarker *target = targetPips_[index];
-    target->centreOn(pictureFrom(at));
+    // Targets stand on whole pixels, where the game takes them.
+    target->centreOn(pictureFrom(onMarkerGrid(at, DartMarker::targetSide)));
     if (visible) {
         target->show();
         target->setEnabled(true);
@@ -115,7 +122,8 @@ void BoardInput::hideMarkersFrom(MarkerSet set, int index)
     for (int i = index; i < 3; ++i) {
         array[i]->hide();
         array[i]->setEnabled(false);
-        array[i]->move(-1, -1);
+        // Parked at left -1, top -1, off the picture.
+        array[i]->centreOn(QPointF(array[i]->width() / 2.0 - 1, array[i]->height() / 2.0 - 1));
     }
 }
 
@@ -130,7 +138,7 @@ MarkerRects BoardInput::rects(const MarkerArray &markers) const
     MarkerRects rects;
     for (int i = 0; i < 3; ++i) {
         if (!markers[i]->isHidden())
-            rects[i] = QRectF(markers[i]->geometry());
+            rects[i] = markers[i]->area();
     }
     return rects;
 }
@@ -228,7 +236,7 @@ static DartMarker *markerAt(const std::initializer_list<const MarkerArray *> arr
     for (const MarkerArray *array : arrays) {
         for (int i = 2; i >= 0; --i) {
             DartMarker *marker = (*array)[i];
-            if (!marker->isHidden() && rectContains(QRectF(marker->geometry()), at.x(), at.y()))
+            if (!marker->isHidden() && rectContains(marker->area(), at.x(), at.y()))
                 return marker;
         }
     }
@@ -238,7 +246,7 @@ static DartMarker *markerAt(const std::initializer_list<const MarkerArray *> arr
 void BoardInput::pointerMoved(QPointF at)
 {
     if (dragging_) {
-        dragging_->centreOn(at);
+        dragging_->centreOn(wholePixel(at));
         return;
     }
     const double x = at.x();
@@ -316,7 +324,7 @@ void BoardInput::pressed(QPointF at, Qt::MouseButton button)
         && controller_->mayDrag(setOf(pressedMarker), button == Qt::RightButton)) {
         if (DartMarker *marker = closestPip(at.x(), at.y())) {
             dragging_ = marker;
-            dragStart_ = marker->pos();
+            dragStart_ = marker->centre();
             marker->raise();
             restack();
             return;
@@ -333,10 +341,10 @@ void BoardInput::released(QPointF at, Qt::MouseButton button)
         dragging_ = nullptr;
         // Dropped outside the board picture, the marker goes back.
         if (!inside) {
-            marker->move(dragStart_);
+            marker->centreOn(dragStart_);
             return;
         }
-        marker->centreOn(at);
+        marker->centreOn(wholePixel(at));
         if (controller_)
             controller_->markerDropped(setOf(marker), indexOf(marker), markerPoint(marker), at);
         return;

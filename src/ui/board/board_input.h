@@ -137,9 +137,9 @@ private:
     int placed_ = 0;
     bool targetsMovable_ = false;
 
-    // The marker being dragged and where it stood before.
+    // The marker being dragged and the centre it had before.
     DartMarker *dragging_ = nullptr;
-    QPoint dragStart_;
+    QPointF dragStart_;
     // A left press on the board that may become a click.
     bool clickPending_ = false;
 };

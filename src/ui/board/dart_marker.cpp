@@ -27,10 +27,11 @@ FinPalette palette(FinColor color)
     return {QColor(26, 26, 30, 225), QColor(215, 45, 45, 230), QColor(0, 0, 0), QColor(255, 226, 120, 235)};
 }
 
-// A picture pixel's middle, where the dot of a dart on it is centred.
-QPointF middleOf(QPoint pixel)
+// Where the dot of a dart at a picture point is centred: the middle of the
+// pixel whose top left corner the point is.
+QPointF middleOf(QPointF at)
 {
-    return {pixel.x() + 0.5, pixel.y() + 0.5};
+    return at + QPointF(0.5, 0.5);
 }
 
 // A flight seen from behind: four vanes round the shaft. The twelve pictures
@@ -116,10 +117,10 @@ void drawTarget(QPainter &p, QPointF centre)
 
 } // namespace
 
-void drawDartPoint(QPainter &painter, QPoint pixel, FinColor color)
+void drawDartPoint(QPainter &painter, QPointF at, FinColor color)
 {
     const FinPalette colours = palette(color);
-    const QPointF at = middleOf(pixel);
+    const QPointF middle = middleOf(at);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
@@ -129,11 +130,11 @@ void drawDartPoint(QPainter &painter, QPoint pixel, FinColor color)
     // core is three pixels across and the ring two whole pixels wide, not
     // blurred into greys.
     painter.setBrush(colours.halo);
-    painter.drawEllipse(at, dartPointRadius, dartPointRadius);
+    painter.drawEllipse(middle, dartPointRadius, dartPointRadius);
     painter.setBrush(colours.edge);
-    painter.drawEllipse(at, 3.5, 3.5);
+    painter.drawEllipse(middle, 3.5, 3.5);
     painter.setBrush(Qt::white);
-    painter.drawEllipse(at, 1.5, 1.5);
+    painter.drawEllipse(middle, 1.5, 1.5);
     painter.restore();
 }
 
@@ -164,6 +165,7 @@ DartMarker::DartMarker(const QString &tag, QWidget *board)
 {
     const int side = isTarget() ? targetSide : flightSide;
     resize(side, side);
+    centre_ = QPointF(side / 2.0, side / 2.0);
     // Pointer events belong to the board underneath, which knows the markers.
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
@@ -178,12 +180,15 @@ void DartMarker::setFlight(int index)
 
 void DartMarker::centreOn(QPointF picturePoint)
 {
+    centre_ = picturePoint;
     move(qRound(picturePoint.x() - width() / 2.0), qRound(picturePoint.y() - height() / 2.0));
+    update();
+    emit centreMoved();
 }
 
-QPointF DartMarker::centre() const
+QRectF DartMarker::area() const
 {
-    return {x() + width() / 2.0, y() + height() / 2.0};
+    return {centre_ - QPointF(width() / 2.0, height() / 2.0), QSizeF(size())};
 }
 
 void DartMarker::paintEvent(QPaintEvent *)
@@ -191,13 +196,13 @@ void DartMarker::paintEvent(QPaintEvent *)
     // Drawn as vectors on every paint, so the marker stays sharp at any
     // device pixel ratio.
     QPainter painter(this);
-    const QPoint middle(width() / 2, height() / 2);
+    const QPointF at = centre_ - QPointF(pos());
     if (isTarget()) {
-        drawTarget(painter, middleOf(middle));
+        drawTarget(painter, middleOf(at));
         return;
     }
-    drawFlight(painter, finColor(), flight_, middleOf(middle));
-    drawDartPoint(painter, middle, finColor());
+    drawFlight(painter, finColor(), flight_, middleOf(at));
+    drawDartPoint(painter, at, finColor());
 }
 
 } // namespace tavrix

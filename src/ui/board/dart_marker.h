@@ -22,10 +22,11 @@ namespace tavrix {
 
 enum class FinColor { Blue, Black };
 
-// The landing point of a dart on the picture pixel whose top left corner is
-// `pixel`: a dot of radius dartPointRadius round the pixel's middle.
+// The landing point of a dart at picture point `at`: a dot of radius
+// dartPointRadius round the middle of the pixel whose top left corner is
+// `at` (a point between pixels keeps the same half-pixel offset).
 inline constexpr double dartPointRadius = 4.5;
-void drawDartPoint(QPainter &painter, QPoint pixel, FinColor color);
+void drawDartPoint(QPainter &painter, QPointF at, FinColor color);
 // A dart's number within its set (1 to 3), centred on a point.
 void drawDartNumber(QPainter &painter, QPointF middle, int number);
 
@@ -46,9 +47,18 @@ public:
     int flight() const { return flight_; }
     void setFlight(int index);
 
-    // Moves the marker so that its centre lies on the picture point.
+    // Moves the marker so that its centre lies on the picture point, which
+    // need not be a whole pixel: the marker keeps the point exactly, and
+    // its widget stands on the nearest whole pixels with the picture drawn
+    // at the point.
     void centreOn(QPointF picturePoint);
-    QPointF centre() const;
+    QPointF centre() const { return centre_; }
+    // The marker's rectangle round its exact centre, in picture pixels.
+    QRectF area() const;
+
+signals:
+    // The centre moved, also within the same whole pixel.
+    void centreMoved();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -56,6 +66,7 @@ protected:
 private:
     QString tag_;
     int flight_ = 0;
+    QPointF centre_;
 };
 
 } // namespace tavrix

@@ -25,6 +25,8 @@ void LandingPoints::watch(DartMarker *marker, int number)
 {
     darts_.append({marker, number});
     marker->installEventFilter(this);
+    // A marker's exact point may move within the pixel its widget stands on.
+    connect(marker, &DartMarker::centreMoved, this, qOverload<>(&QWidget::update));
 }
 
 bool LandingPoints::eventFilter(QObject *watched, QEvent *event)
@@ -96,7 +98,7 @@ void LandingPoints::paintEvent(QPaintEvent *)
         taken << place;
     }
     for (const Dart *dart : std::as_const(shown))
-        drawDartPoint(painter, dart->marker->centre().toPoint(), dart->marker->finColor());
+        drawDartPoint(painter, dart->marker->centre(), dart->marker->finColor());
 }
 
 } // namespace tavrix

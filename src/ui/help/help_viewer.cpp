@@ -81,7 +81,10 @@ HelpViewer::HelpViewer(QString folder, QList<HelpPage> pages, QWidget *owner)
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
 
-    // F1 in here goes back to the contents; Ctrl+F to the search box.
+    // Escape closes the help; F1 in here goes back to the contents; Ctrl+F
+    // to the search box.
+    auto *closeKey = new QShortcut(QKeySequence(Qt::Key_Escape), this);
+    connect(closeKey, &QShortcut::activated, this, &QWidget::close);
     auto *contentsKey = new QShortcut(QKeySequence::HelpContents, this);
     connect(contentsKey, &QShortcut::activated, home_, &QPushButton::click);
     auto *findKey = new QShortcut(QKeySequence::Find, this);

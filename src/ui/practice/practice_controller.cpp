@@ -172,7 +172,9 @@ void PracticeController::confirmSet()
     model_.confirmSet();
     showStage();
     frame_.generalText()->setText(atRestText());
+    // The hover text of the last dart goes with the darts.
     board_.hideMarkersFrom(MarkerSet::Local, 0);
+    board_.hideHover();
     updateRunningStats();
     if (model_.sequence() != PracticeSequence::None)
         openSet();
@@ -265,7 +267,7 @@ void PracticeController::boardClicked(BoardPoint at, int flight)
     const int index = model_.placeDart(at);
     if (index < 0)
         return;
-    board_.showMarker(MarkerSet::Local, index, at, flight);
+    board_.showMarker(MarkerSet::Local, index, onMarkerGrid(at, flightMarkerSide), flight);
     sounds_.play(landingCue(at), true);
     board_.setMarking(MarkerSet::Local, model_.dartCount());
     if (model_.dartCount() < 3)
