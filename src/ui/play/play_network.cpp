@@ -68,6 +68,11 @@ void PlayController::leavePlay()
 
 void PlayController::closeNetClicked()
 {
+    // Closing ends the game on this side as well: during one, ask first.
+    if (gameInProgress()
+        && !c_.messages.askYesNo(c_.window, QStringLiteral("Close Net Connection?"),
+                                 QStringLiteral("Close the connection and quit the game in progress?")))
+        return;
     net_->closeConnection();
     resetGame();
     c_.board.picture()->setEnabled(false);
