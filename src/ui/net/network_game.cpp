@@ -214,8 +214,7 @@ void NetworkGame::closeConnection()
 
 void NetworkGame::showChat()
 {
-    chat_->show();
-    chat_->raise();
+    chat_->appear();
 }
 
 void NetworkGame::enableNetMenuOpts()

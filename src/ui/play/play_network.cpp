@@ -49,6 +49,7 @@ void PlayController::setNetIndicators(QAction *closeNet, QAction *showChat)
     net_->setIndicators(c_.frame.lblNetworkActive, closeNet, showChat);
     connect(closeNet, &QAction::triggered, this, &PlayController::closeNetClicked);
     c_.board.setChatWindow(net_->chat());
+    net_->chat()->setKeepClear(c_.board.picture());
 }
 
 void PlayController::startNetworkConnection()
