@@ -31,16 +31,20 @@ double contrast(QColor a, QColor b)
     return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
 }
 
-// The 3 x 3 pixels round a board position.
-QList<QRgb> pixelsAround(const QImage &image, BoardPoint at)
+// The 3 x 3 pixels round a pixel, or round a board position.
+QList<QRgb> pixelsAround(const QImage &image, QPoint middle)
 {
-    const QPoint middle = BoardPicture::pictureFromBoard(at).toPoint();
     QList<QRgb> pixels;
     for (int dy = -1; dy <= 1; ++dy) {
         for (int dx = -1; dx <= 1; ++dx)
             pixels << image.pixel(middle + QPoint(dx, dy));
     }
     return pixels;
+}
+
+QList<QRgb> pixelsAround(const QImage &image, BoardPoint at)
+{
+    return pixelsAround(image, BoardPicture::pictureFromBoard(at).toPoint());
 }
 
 } // namespace
@@ -109,7 +113,7 @@ private slots:
 
     // Plotted darts, at one and at two screen pixels per picture pixel:
     // each dot in its colour on its point, the later set over the earlier,
-    // nothing between; a set's cross on its mean and its ellipse turned
+    // nothing beyond its rim; a set's cross on its mean and its ellipse turned
     // counter-clockwise on the board.
     void plotLayer_data() { addTable<qreal>({"ratio"}, {{"one pixel each", 1.0}, {"two pixels each", 2.0}}); }
     void plotLayer()
@@ -126,7 +130,7 @@ private slots:
         QCOMPARE(at({0, 150}), QColor(Qt::black));
         QCOMPARE(at({100, 0}), red);
         QCOMPARE(at({-50, -50}), red);
-        QCOMPARE(at({0, 154}).alpha(), 0);
+        QCOMPARE(at({0, 156}).alpha(), 0);
         // The major axis points up and to the right, 30 degrees over the
         // horizontal; its mirror image below stays clear.
         const QColor tip = at({43.3, -100 + 25});
@@ -134,6 +138,37 @@ private slots:
         QCOMPARE(at({43.3, -100 - 25}).alpha(), 0);
         const QColor cross = at({0, -100});
         QVERIFY2(cross.red() > 150 && cross.green() < 120, qPrintable(cross.name(QColor::HexArgb)));
+    }
+
+    // Review pips on the beds where they are hardest to see, a practice pip
+    // on the black single 20 and game pips on the red treble and double 20,
+    // under both sets' ellipses and a cross: each keeps its colour on its
+    // middle 3 x 3 pixels and a rim that stands out from the bed.
+    void plottedPipsStayVisible()
+    {
+        const QColor red(240, 0, 0);
+        const BoardPoint single{0, 150}, treble{0, 119.5}, dbl{0, 195.5};
+        const BoardPoint mean{0, 157.5};
+        const PlotSet practice{Qt::black, {single}, mean, PlotEllipse{38, 38, 0}};
+        const PlotSet game{red, {treble, dbl}, mean, PlotEllipse{38, 5, 90}};
+        BoardPicture picture;
+        picture.setPlots({practice, game});
+        const QImage image = picture.grab().toImage();
+        const struct {
+            BoardPoint at;
+            QColor colour;
+        } pips[] = {{single, Qt::black}, {treble, red}, {dbl, red}};
+        for (const auto &pip : pips) {
+            const QPoint middle(int(std::floor(boardCenter + pip.at.x)), int(std::floor(boardCenter - pip.at.y)));
+            const QString where = QStringLiteral("pip at %1").arg(pip.at.y);
+            for (QRgb pixel : pixelsAround(image, middle))
+                QVERIFY2(QColor(pixel) == pip.colour, qPrintable(where + QStringLiteral(": ") + QColor(pixel).name()));
+            const QColor bed = bedColor(ringFromXY(pip.at.x, pip.at.y), 20);
+            for (QPoint rim : {QPoint(3, 0), QPoint(-3, 0)}) {
+                const double ratio = contrast(image.pixelColor(middle + rim), bed);
+                QVERIFY2(ratio >= 3, qPrintable(where + QStringLiteral(": rim contrast %1").arg(ratio)));
+            }
+        }
     }
 };
 

@@ -182,6 +182,27 @@ private slots:
         QCOMPARE(ann_->game().phase(), GamePhase::CorkAwaited);
     }
 
+    // "Close Net Connection" during a game asks first, and No changes
+    // nothing; with no game on it closes at once.
+    void closingAsksOnlyDuringAGame()
+    {
+        connectBoth();
+        QAction *closeNet = bob_->control<QAction>("mnuCloseNet");
+        bob_->messages.answers = {false};
+        closeNet->trigger();
+        QCOMPARE(bob_->messages.titles().last(), QStringLiteral("Close Net Connection?"));
+        QVERIFY(bob_->net().established() && bob_->game().phase() == GamePhase::CorkAwaited);
+        QVERIFY(bob_->control<QLabel>("lblNetworkActive")->isVisible() && closeNet->isEnabled());
+
+        bob_->control<QPushButton>("btnQuitGame")->click();
+        QCOMPARE(bob_->game().phase(), GamePhase::Idle);
+        const qsizetype asked = bob_->messages.shown.size();
+        closeNet->trigger();
+        QCOMPARE(bob_->messages.shown.size(), asked);
+        QVERIFY(!bob_->net().isConnected() && !closeNet->isEnabled());
+        QTRY_VERIFY(!ann_->net().established());
+    }
+
     // The nearer dart goes first even when both show the same distance. (An
     // exact tie is played through above.)
     void networkCorkIsDecidedAlike()

@@ -10,34 +10,37 @@ namespace tavrix {
 namespace {
 
 constexpr double dotRadius = 2;
-// Crosses and ellipses sit on a light halo so that they read over black
-// dots and the black board alike.
+// A light rim round each dot, so that a black dot on a black bed and a red
+// dot on a red bed keep their outline.
+constexpr double rimWidth = 1;
+const QColor rimColor(255, 255, 255);
+// Crosses and ellipses sit on a light halo so that they read over the black
+// board.
 const QColor halo(255, 255, 255, 210);
 
-// One dot, centred on the middle of the stamp's middle pixel: outline and
-// fill in the dot's colour.
-QImage dotStamp(const QColor &color, qreal ratio, int &half)
+// A disc of `radius` picture pixels centred on the middle of the stamp's
+// middle pixel.
+QImage discStamp(const QColor &color, double radius, qreal ratio, int half)
 {
-    half = int(std::ceil((dotRadius + 1) * ratio));
     QImage stamp(2 * half + 1, 2 * half + 1, QImage::Format_ARGB32_Premultiplied);
     stamp.fill(Qt::transparent);
     QPainter painter(&stamp);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, ratio));
+    painter.setPen(Qt::NoPen);
     painter.setBrush(color);
-    painter.drawEllipse(QPointF(half + 0.5, half + 0.5), dotRadius * ratio, dotRadius * ratio);
+    painter.drawEllipse(QPointF(half + 0.5, half + 0.5), radius * ratio, radius * ratio);
     return stamp;
 }
 
-void drawDots(QPainter &painter, const PlotSet &set, int pixels, qreal ratio)
+// The stamp copied once onto each screen pixel that holds a dot's centre;
+// darts that fall on one pixel are drawn once.
+void stampDots(QPainter &painter, const PlotSet &set, const QImage &stamp, int half, int pixels, qreal ratio)
 {
-    int half = 0;
-    const QImage stamp = dotStamp(set.color, ratio, half);
     std::vector<bool> drawn(std::size_t(pixels) * std::size_t(pixels), false);
     const double centre = boardCenter * ratio;
     for (const BoardPoint &dot : set.dots) {
-        // The screen pixel holding the dot's centre; the stamp's middle
-        // pixel goes there, less than half a pixel from the exact point.
+        // The stamp's middle pixel goes on the screen pixel holding the
+        // dot's centre, less than half a pixel from the exact point.
         const double column = std::floor(centre + dot.x * ratio);
         const double row = std::floor(centre - dot.y * ratio);
         if (column < -half || row < -half || column >= pixels + half || row >= pixels + half)
@@ -52,6 +55,27 @@ void drawDots(QPainter &painter, const PlotSet &set, int pixels, qreal ratio)
         }
         painter.drawImage(QPoint(c - half, r - half), stamp);
     }
+}
+
+// The dot itself: outline and fill in its colour, half a screen pixel of
+// outline beyond the radius.
+double bodyRadius(qreal ratio)
+{
+    return dotRadius + 0.5 / ratio;
+}
+
+void drawRims(QPainter &painter, const PlotSet &set, int pixels, qreal ratio)
+{
+    const double radius = bodyRadius(ratio) + rimWidth;
+    const int half = int(std::ceil((radius + 1) * ratio));
+    stampDots(painter, set, discStamp(rimColor, radius, ratio, half), half, pixels, ratio);
+}
+
+void drawBodies(QPainter &painter, const PlotSet &set, int pixels, qreal ratio)
+{
+    const double radius = bodyRadius(ratio);
+    const int half = int(std::ceil((radius + 1) * ratio));
+    stampDots(painter, set, discStamp(set.color, radius, ratio, half), half, pixels, ratio);
 }
 
 void drawSpread(QPainter &painter, const PlotSet &set)
@@ -92,14 +116,20 @@ QImage renderPlotLayer(const std::vector<PlotSet> &sets, int side, qreal ratio)
     layer.fill(Qt::transparent);
     {
         QPainter painter(&layer);
-        // Dots are copied at whole screen pixels; the marks are drawn in
-        // picture units, scaled to the screen.
-        for (const PlotSet &set : sets)
-            drawDots(painter, set, pixels, ratio);
+        // The marks lie under the dots, so no dot is hidden by them; every
+        // rim lies under every dot, so a rim outlines a cluster without
+        // covering the dots in it; a later set's dots lie over an earlier's.
+        painter.save();
         painter.setRenderHint(QPainter::Antialiasing);
         painter.scale(ratio, ratio);
         for (const PlotSet &set : sets)
             drawSpread(painter, set);
+        painter.restore();
+        // Dots are copied at whole screen pixels.
+        for (const PlotSet &set : sets)
+            drawRims(painter, set, pixels, ratio);
+        for (const PlotSet &set : sets)
+            drawBodies(painter, set, pixels, ratio);
     }
     layer.setDevicePixelRatio(ratio);
     return layer;

@@ -22,8 +22,9 @@ struct PlotEllipse {
     double angle = 0;     // degrees of the major axis, counter-clockwise
 };
 
-// Darts of one colour, each a dot of radius 2 board units; their mean point
-// marked with a cross and their spread with an ellipse, when given.
+// Darts of one colour, each a dot of radius 2 board units with a thin light
+// rim; their mean point marked with a cross and their spread with an
+// ellipse, when given.
 struct PlotSet {
     QColor color;
     std::vector<BoardPoint> dots;
@@ -31,9 +32,10 @@ struct PlotSet {
     std::optional<PlotEllipse> ellipse;
 };
 
-// The sets drawn in order, all dots first and then the crosses and ellipses
-// over them, on a transparent image of the board picture's side times
-// `ratio` pixels. Darts that fall on one pixel are drawn once.
+// The crosses and ellipses first, then the dots' rims, then the dots of each
+// set in order, on a transparent image of the board picture's side times
+// `ratio` pixels: nothing covers a dot but a later dot. Darts that fall on
+// one pixel are drawn once.
 QImage renderPlotLayer(const std::vector<PlotSet> &sets, int side, qreal ratio);
 
 } // namespace tavrix

@@ -6,12 +6,34 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tavrix {
+
+QRect chatWindowPlace(const QRect &mainFrame, const QRect &keepClear, QSize chatFrame, const QRect &available)
+{
+    constexpr int gap = 4;
+    const QSize size = chatFrame.boundedTo(available.size());
+    const int top = std::clamp(mainFrame.top(), available.top(), available.bottom() - size.height() + 1);
+    const int right = mainFrame.right() + 1 + gap;
+    if (right + size.width() - 1 <= available.right())
+        return {QPoint(right, top), size};
+    const int left = mainFrame.left() - gap - size.width();
+    if (left >= available.left())
+        return {QPoint(left, top), size};
+    // The screen's top corner away from the board: over the main window it
+    // covers the empty end of the menu bar and the mode frame's greeting,
+    // and over a window lower down, less of it.
+    const bool boardOnLeft = keepClear.center().x() <= mainFrame.center().x();
+    const int edge = boardOnLeft ? available.right() - size.width() + 1 : available.left();
+    return {QPoint(edge, available.top()), size};
+}
 
 ChatDialog::ChatDialog(std::function<bool(const QString &)> send, QWidget *mainWindow)
     : QDialog(mainWindow, Qt::Tool | Qt::WindowStaysOnTopHint)
@@ -72,8 +94,43 @@ void ChatDialog::displayMessage(const QString &name, const QString &text)
     QScrollBar *bar = txtTranscript_->verticalScrollBar();
     bar->setValue(bar->maximum());
     if (!isVisible())
-        show();
+        appear();
     txtMessage_->setFocus();
+}
+
+void ChatDialog::appear()
+{
+    if (!isVisible() && !userPlaced_)
+        placeBesideMainWindow();
+    show();
+    raise();
+}
+
+void ChatDialog::placeBesideMainWindow()
+{
+    QWidget *main = parentWidget();
+    if (!main || !main->isVisible())
+        return;
+    // The frame round a window that has not been shown yet is not known:
+    // the main window's is the best guess.
+    const QSize ownFrame = frameGeometry().size() - size();
+    const QSize mainFrame = main->frameGeometry().size() - main->size();
+    const QSize frame = ownFrame.expandedTo(mainFrame);
+    const QRect board = keepClear_ && keepClear_->isVisible()
+                            ? QRect(keepClear_->mapToGlobal(QPoint(0, 0)), keepClear_->size())
+                            : main->frameGeometry();
+    const QRect place =
+        chatWindowPlace(main->frameGeometry(), board, size() + frame, main->screen()->availableGeometry());
+    resize(place.size() - frame);
+    move(place.topLeft());
+    placedAt_ = pos();
+}
+
+void ChatDialog::moveEvent(QMoveEvent *event)
+{
+    QDialog::moveEvent(event);
+    if (isVisible() && placedAt_ && pos() != *placedAt_)
+        userPlaced_ = true;
 }
 
 QString ChatDialog::transcript() const

@@ -1,5 +1,6 @@
 #include "ui/net/connection_box.h"
 
+#include "core/net/local_addresses.h"
 #include "core/net/net_link.h"
 
 #include <QLabel>
@@ -14,7 +15,9 @@ MyCancelBox::MyCancelBox(NetLink &link, std::function<std::pair<QString, QString
     : QDialog(mainWindow)
     , link_(link)
     , clientAddress_(std::move(clientAddress))
+    , addressSource_(interfaceAddresses)
     , label_(new QLabel(QStringLiteral("Connecting...."), this))
+    , addresses_(new QLabel(this))
     , cancel_(new QPushButton(QStringLiteral("Cancel"), this))
     , timer_(new QTimer(this))
 {
@@ -27,10 +30,17 @@ MyCancelBox::MyCancelBox(NetLink &link, std::function<std::pair<QString, QString
     // It names the opponent, perhaps as another copy of the program sent it.
     label_->setTextFormat(Qt::PlainText);
     label_->setMinimumWidth(320);
+    addresses_->setObjectName(QStringLiteral("lblLocalAddresses"));
+    addresses_->setWordWrap(true);
+    addresses_->setTextFormat(Qt::PlainText);
+    // Selectable, so the address can be copied into a message to the caller.
+    addresses_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    addresses_->hide();
     cancel_->setObjectName(QStringLiteral("CancelButton"));
     timer_->setObjectName(QStringLiteral("SocketTimer"));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(label_);
+    layout->addWidget(addresses_);
     layout->addWidget(cancel_, 0, Qt::AlignRight);
     connect(cancel_, &QPushButton::clicked, this, &MyCancelBox::cancelClicked);
     connect(timer_, &QTimer::timeout, this, &MyCancelBox::socketTimerTick);
@@ -42,8 +52,11 @@ void MyCancelBox::serverListen(const QString &name, const QString &port)
     name_ = name;
     cancel_->setText(QStringLiteral("Cancel"));
     label_->setText(QStringLiteral("Waiting for connection from ") + name + QStringLiteral(" on port ") + port);
-    show();
     const PortChoice choice = parsePort(port);
+    if (choice.port)
+        addresses_->setText(localAddressesText(addressSource_ ? addressSource_() : QList<QHostAddress>(), *choice.port));
+    addresses_->setVisible(bool(choice.port));
+    show();
     if (!choice.port) {
         giveUp(choice.problem);
         return;
@@ -62,6 +75,7 @@ void MyCancelBox::clientConnect(const QString &name, const QString &host, const 
     name_ = name;
     connectAttempts_ = 0;
     cancel_->setText(QStringLiteral("Cancel"));
+    addresses_->hide();
     attempt(host, port);
     show();
 }
@@ -98,6 +112,8 @@ void MyCancelBox::connectTimedOut()
 void MyCancelBox::giveUp(const QString &text)
 {
     label_->setText(text);
+    // Nobody is waited for any more.
+    addresses_->hide();
     link_.close();
     cancel_->setText(QStringLiteral("Close"));
     timer_->stop();

@@ -4,9 +4,12 @@
 // or the client calls, this box says what is happening and offers "Cancel";
 // it drives the retries and the time-out with `SocketTimer`. The client
 // calls every 6 s, 11 times in all, and gives up after the 11th; the server
-// waits 60 s. A port that cannot be had is said at once.
+// waits 60 s. A port that cannot be had is said at once. While the server
+// waits, a line of its own says where the other player should connect.
 
 #include <QDialog>
+#include <QHostAddress>
+#include <QList>
 
 #include <functional>
 
@@ -39,6 +42,10 @@ public:
     void connectionEstablished();
     void connectTimedOut();
 
+    // Where this computer's addresses come from; its network interfaces
+    // unless a test says otherwise.
+    void setAddressSource(std::function<QList<QHostAddress>()> source) { addressSource_ = std::move(source); }
+
     int connectAttempts() const { return connectAttempts_; }
     QTimer *socketTimer() const { return timer_; }
     // The timer's tick, also for tests that step it.
@@ -56,7 +63,9 @@ private:
 
     NetLink &link_;
     std::function<std::pair<QString, QString>()> clientAddress_;
+    std::function<QList<QHostAddress>()> addressSource_;
     QLabel *label_;
+    QLabel *addresses_;
     QPushButton *cancel_;
     QTimer *timer_;
     QString name_;

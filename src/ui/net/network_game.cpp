@@ -39,8 +39,6 @@ void NetworkGame::setIndicators(QLabel *active, QAction *closeNet, QAction *show
     showChat_ = showChat;
     if (active_)
         active_->setVisible(established_);
-    if (closeNet_)
-        connect(closeNet_, &QAction::triggered, this, &NetworkGame::closeConnection, Qt::UniqueConnection);
     if (showChat_)
         connect(showChat_, &QAction::triggered, this, &NetworkGame::showChat, Qt::UniqueConnection);
     if (established_)
@@ -216,8 +214,7 @@ void NetworkGame::closeConnection()
 
 void NetworkGame::showChat()
 {
-    chat_->show();
-    chat_->raise();
+    chat_->appear();
 }
 
 void NetworkGame::enableNetMenuOpts()

@@ -52,7 +52,9 @@ public:
     MyCancelBox *cancelBox() const { return box_; }
     ChatDialog *chat() const { return chat_; }
     // "Network Connection Active", and the entries "Close Net Connection"
-    // and "Show Chat Window".
+    // and "Show Chat Window", enabled while a connection stands. "Show Chat
+    // Window" shows the chat; what "Close Net Connection" does is the play
+    // controller's to decide.
     void setIndicators(QLabel *active, QAction *closeNet, QAction *showChat);
 
     // The choice of "Start Game": a game over the network or not, and which

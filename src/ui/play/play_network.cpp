@@ -49,6 +49,7 @@ void PlayController::setNetIndicators(QAction *closeNet, QAction *showChat)
     net_->setIndicators(c_.frame.lblNetworkActive, closeNet, showChat);
     connect(closeNet, &QAction::triggered, this, &PlayController::closeNetClicked);
     c_.board.setChatWindow(net_->chat());
+    net_->chat()->setKeepClear(c_.board.picture());
 }
 
 void PlayController::startNetworkConnection()
@@ -68,6 +69,11 @@ void PlayController::leavePlay()
 
 void PlayController::closeNetClicked()
 {
+    // Closing ends the game on this side as well: during one, ask first.
+    if (gameInProgress()
+        && !c_.messages.askYesNo(c_.window, QStringLiteral("Close Net Connection?"),
+                                 QStringLiteral("Close the connection and quit the game in progress?")))
+        return;
     net_->closeConnection();
     resetGame();
     c_.board.picture()->setEnabled(false);
