@@ -31,7 +31,6 @@ public:
     int markedThrower() const { return thrower_; }
     QLabel *figure(int player) const { return figures_[player - 1]; }
     QLabel *detail(int player) const { return details_[player - 1]; }
-    FittingLabel *finish() const { return finish_; }
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
