@@ -193,6 +193,44 @@ private slots:
         simple.start(options(GameType::Cricket, false, true, true));
         simple.scoreSet(2, set({"B", "B", "T20"}));
         QCOMPARE(simple.glance(2).figure + '|' + simple.glance(2).detail, QStringLiteral("2/7|closed"));
+        QVERIFY(!simple.glance(2).finish);
+    }
+
+    // The figures with the darts of a turn marked so far count them as
+    // confirming would, without booking them: the finish the chart advises
+    // from what they leave, a bust at once, nothing advised before the
+    // double in.
+    void glanceFollowsTheTurn()
+    {
+        X01Rules x01(GameType::X01_501, advisor_);
+        x01.start(options(GameType::X01_501));
+        x01.scoreSet(2, set({"T20", "T20", "T20"}));
+        x01.scoreSet(2, set({"T20", "T20", "T20"}));
+        x01.scoreSet(2, set({"S20", "S20", "S1"})); // 100 left
+        auto shown = [&](const QStringList &darts) {
+            const GlanceFigures g = x01.glance(2, set(darts));
+            return g.figure + '|' + g.detail + '|' + g.finish.value_or(QStringLiteral("none")) + (g.bust ? "|bust" : "");
+        };
+        QCOMPARE(shown({}), QStringLiteral("100|Avg 133.67|"));
+        QCOMPARE(shown({"S20"}), QStringLiteral("80|Avg 126.30|"));
+        QCOMPARE(shown({"S20", "S20"}), QStringLiteral("60|Avg 120.27|S20 \u00B7 D20"));
+        QCOMPARE(shown({"S20", "S20", "S20"}), QStringLiteral("40|Avg 115.25|D20"));
+        // 100 - 99 leaves 1: a bust, its darts thrown for nothing.
+        QCOMPARE(shown({"T20", "T13"}), QStringLiteral("BUST|Avg 109.36||bust"));
+        QCOMPARE(x01.remaining(2), 100);
+
+        X01Rules doubleIn(GameType::X01_301, advisor_);
+        doubleIn.start(options(GameType::X01_301, true, false));
+        QCOMPARE(doubleIn.glance(2, set({"S20", "S20"})).figure, QStringLiteral("301"));
+        QCOMPARE(doubleIn.glance(2, set({"S20", "S20"})).finish, QString());
+
+        // Cricket under Standard rules: the points and the numbers closed.
+        CricketRules cricket(advisor_);
+        cricket.start(options(GameType::Cricket));
+        cricket.scoreSet(2, set({"T20"}));
+        QCOMPARE(cricket.glance(2, set({"D20", "T19"})).figure + '|' + cricket.glance(2, set({"D20", "T19"})).detail,
+                 QStringLiteral("40|2/7 closed"));
+        QCOMPARE(cricket.glance(2).figure, QStringLiteral("0"));
     }
 
     // When the computer's turn is decided: a finish, or a score of 1 or

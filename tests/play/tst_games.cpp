@@ -7,6 +7,7 @@
 #include "ui/board/board_input.h"
 #include "ui/board/dart_marker.h"
 #include "ui/dialogs/alert_box.h"
+#include "ui/dialogs/fitting_label.h"
 #include "ui/play/score_glance.h"
 
 #include <QApplication>
@@ -39,6 +40,10 @@ class TestGames : public ProgramTest {
     // The window's least size, title bar aside, fits an 800 x 600 screen.
     void expectFitsSmallScreen(const char *state)
     {
+        // As the event loop leaves it: a child shown or hidden deep inside
+        // re-lays its parents out one level per pass.
+        for (int level = 0; level < 8; ++level)
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
         window()->layout()->activate();
         const QSize need = window()->minimumSizeHint().expandedTo(window()->minimumSize());
         QVERIFY2(need.width() <= 800 && need.height() <= 600 - 32,
@@ -267,6 +272,75 @@ private slots:
         expectFitsSmallScreen("practice");
         action("mnuModeReview")->trigger();
         expectFitsSmallScreen("review");
+    }
+
+    // While a set is marked the thrower's large figures follow every dart
+    // and every dart taken back, and a bust shows at once; the score column,
+    // the Cricket marks and the alerts wait for "Ok". The finish line and the
+    // target to shoot for read from across a room in an 800 x 600 window,
+    // and grow with it.
+    void theLargeFiguresFollowEveryDart()
+    {
+        auto *finish = control<FittingLabel>("glanceFinish");
+        auto shown = [&] { return text("p2BigScore") + '|' + finish->text(); };
+        auto bustShown = [&] { return control<QWidget>("p2Glance")->styleSheet().contains(QLatin1String("#a01818")); };
+        auto pixels = [](const QFont &font) { return QFontInfo(font).pixelSize(); };
+        auto resizeWindow = [&](int width, int height) {
+            window()->resize(width, height);
+            QTRY_COMPARE(window()->size(), QSize(width, height));
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        };
+        resizeWindow(800, 600 - 32);
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        for (const char *darts : {"T20,T20,T20", "M,M,M", "T20,T20,S20", "M,M,M"})
+            playSet(QString::fromLatin1(darts).split(','));
+        QCOMPARE(shown(), QStringLiteral("181|"));
+        QCOMPARE(text("p1GlanceName") + '|' + text("p2GlanceName"), QStringLiteral("Bob|Ann"));
+        throwDarts({"T20"});
+        QCOMPARE(shown(), QStringLiteral("121|T20 \u00B7 T15 \u00B7 D8"));
+        QVERIFY(pixels(finish->fittedFont(finish->contentsRect().width())) >= 24);
+        throwDarts({"T20"});
+        QCOMPARE(shown() + '|' + text("p2Average"), QStringLiteral("61|T15 \u00B7 D8|Avg 165.00"));
+        throwDarts({"T20"});
+        QVERIFY(bustShown());
+        QCOMPARE(shown(), QStringLiteral("BUST|"));
+        key(Qt::Key_Backspace);
+        QVERIFY(!bustShown());
+        QCOMPARE(shown(), QStringLiteral("61|T15 \u00B7 D8"));
+        throwDarts({"T20"});
+        QCOMPARE(text("p2scoretext"), QStringLiteral("501\n321\n181"));
+        QVERIFY(!messages_.texts(QStringLiteral("alert")).contains(QStringLiteral("Ann busted.")));
+        press(QStringLiteral("Ok"));
+        QCOMPARE(messages_.shown.last().text, QStringLiteral("Ann busted."));
+        QCOMPARE(shown() + '|' + text("p2scoretext"), QStringLiteral("181||501\n321\n181*"));
+        QVERIFY(!bustShown());
+
+        resizeWindow(1280, 1024 - 32);
+        QVERIFY(pixels(finish->font()) > 24);
+        messages_.answers = {true};
+        action("mnuModePractice")->trigger();
+        QTest::mouseClick(control<QPushButton>("goButton"), Qt::LeftButton);
+        QLabel *target = control<QLabel>("GeneralText");
+        QVERIFY(text("GeneralText").startsWith(QStringLiteral("Shoot for ")));
+        const int large = pixels(target->font());
+        resizeWindow(800, 600 - 32);
+        QVERIFY(pixels(target->font()) >= 24 && pixels(target->font()) < large);
+
+        // Cricket: the points and the numbers closed; the marks board waits.
+        action("mnuModePlay")->trigger();
+        control<QRadioButton>("opGame_0")->click();
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        auto cricketShown = [&] { return text("p2BigScore") + ' ' + text("p2Average"); };
+        throwDarts({"T20"});
+        QCOMPARE(cricketShown(), QStringLiteral("0 1/7 closed"));
+        throwDarts({"D20"});
+        QCOMPARE(cricketShown(), QStringLiteral("40 1/7 closed"));
+        key(Qt::Key_Backspace);
+        QCOMPARE(cricketShown(), QStringLiteral("0 1/7 closed"));
+        QVERIFY(control<QLabel>("P2ScoreImage_1")->pixmap().isNull());
+        QCOMPARE(text("lblP2TotalPts"), QStringLiteral("0"));
     }
 
     // The Master wins a 501 against a player who misses every dart: its cork

@@ -101,12 +101,12 @@ std::optional<DartRoute> parseDartCodes(const QString &field)
     return route;
 }
 
-QString dartCodesText(const DartRoute &route)
+QString dartCodesText(const DartRoute &route, const QString &separator)
 {
     QStringList codes;
     for (const DartScore &dart : route)
         codes.append(QStringLiteral("SDT").at(dart.multiplier - 1) + QString::number(dart.number));
-    return codes.join(QStringLiteral(", "));
+    return codes.join(separator);
 }
 
 int CheckoutChart::load(const QList<ChartRow> &rows)

@@ -24,8 +24,8 @@ class ChartStore;
 // (an unknown letter, a number that is no segment, T25) gives no value.
 std::optional<DartRoute> parseDartCodes(const QString &field);
 
-// The route as the user reads it: "T20, D20".
-QString dartCodesText(const DartRoute &route);
+// The route as the user reads it: "T20, D20", or with another separator.
+QString dartCodesText(const DartRoute &route, const QString &separator = QStringLiteral(", "));
 
 class CheckoutChart {
 public:

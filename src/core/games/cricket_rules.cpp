@@ -18,10 +18,19 @@ void CricketRules::start(const GameOptions &options)
     shownPoints_ = {};
 }
 
-ScoredSet CricketRules::scoreSet(int player, const SetDarts &darts)
-{
-    ScoredSet out;
+namespace {
+
+// The darts of a set of `player`, marked in order on `marks`; `shownPoints`
+// follows the player's points whenever a dart scores.
+struct MarkedSet {
+    QList<int> darts;
+    QList<CricketMark> marks;
     int turnMarks = 0;
+};
+
+MarkedSet markSet(CricketMarks &marks, int &shownPoints, int player, const SetDarts &darts, bool simple)
+{
+    MarkedSet out;
     for (int i = 0; i < 3; ++i) {
         if (!darts[i])
             continue;
@@ -29,24 +38,35 @@ ScoredSet CricketRules::scoreSet(int player, const SetDarts &darts)
         const DartScore score = scoreFromXY(darts[i]->x, darts[i]->y);
         if (score.number <= 0 || score.multiplier <= 0)
             continue;
-        const CricketMark mark = markCricketScore(marks_, player, score.multiplier, score.number, simple_);
+        const CricketMark mark = markCricketScore(marks, player, score.multiplier, score.number, simple);
         if (mark.slot >= 0) {
-            turnMarks += mark.marks;
+            out.turnMarks += mark.marks;
             out.marks.append(mark);
         }
         if (mark.slotPoints)
-            shownPoints_[player - 1] = cricketPointsOf(marks_[player - 1]);
+            shownPoints = cricketPointsOf(marks[player - 1]);
     }
+    return out;
+}
+
+} // namespace
+
+ScoredSet CricketRules::scoreSet(int player, const SetDarts &darts)
+{
+    ScoredSet out;
+    const MarkedSet marked = markSet(marks_, shownPoints_[player - 1], player, darts, simple_);
+    out.darts = marked.darts;
+    out.marks = marked.marks;
     out.marksAfter = marks_[player - 1];
     out.pointsAfter = cricketPointsOf(marks_[player - 1]);
     out.won = cricketWon(marks_, player, simple_);
     if (out.won)
         return out;
-    if (turnMarks >= 8)
+    if (marked.turnMarks >= 8)
         out.applause = SoundCue::Applause140;
-    else if (turnMarks >= 6)
+    else if (marked.turnMarks >= 6)
         out.applause = SoundCue::Applause100;
-    else if (turnMarks >= 3)
+    else if (marked.turnMarks >= 3)
         out.applause = SoundCue::Applause60;
     return out;
 }
@@ -56,14 +76,19 @@ LocalFigures CricketRules::localFigures(bool) const
     return {simple_ ? 0 : cricketPointsOf(marks_[1]), 0};
 }
 
-GlanceFigures CricketRules::glance(int player) const
+GlanceFigures CricketRules::glance(int player, const SetDarts &turn) const
 {
-    const CricketRow &row = marks_[player - 1];
-    const int closed = int(std::count_if(row.begin(), row.end(), [](int marks) { return marks >= 3; }));
+    // The turn's darts are marked on copies: nothing is booked here.
+    CricketMarks marks = marks_;
+    int points = shownPoints_[player - 1];
+    markSet(marks, points, player, turn, simple_);
+    const CricketRow &row = marks[player - 1];
+    const int closed = int(std::count_if(row.begin(), row.end(), [](int m) { return m >= 3; }));
     const QString closedText = QString::number(closed) + QStringLiteral("/7");
-    if (simple_)
-        return {closedText, QStringLiteral("closed")};
-    return {QString::number(shownPoints_[player - 1]), closedText + QStringLiteral(" closed")};
+    GlanceFigures figures;
+    figures.figure = simple_ ? closedText : QString::number(points);
+    figures.detail = simple_ ? QStringLiteral("closed") : closedText + QStringLiteral(" closed");
+    return figures;
 }
 
 QString CricketRules::turnPrompt(const QString &name, int) const

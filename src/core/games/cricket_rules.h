@@ -17,7 +17,8 @@ public:
     void start(const GameOptions &options) override;
     ScoredSet scoreSet(int player, const SetDarts &darts) override;
     LocalFigures localFigures(bool localWon) const override;
-    GlanceFigures glance(int player) const override;
+    using GameRules::glance;
+    GlanceFigures glance(int player, const SetDarts &turn) const override;
     std::array<bool, 7> closedNumbers() const override { return closedByBoth(marks_); }
     QString turnPrompt(const QString &name, int player) const override;
     QString liveText(const QString &name, int player, const SetDarts &darts, int placed) const override;

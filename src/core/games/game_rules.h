@@ -31,6 +31,11 @@ using SetDarts = std::array<std::optional<BoardPoint>, 3>;
 struct GlanceFigures {
     QString figure;
     QString detail;
+    // 301/501: the finish the chart advises from the figure ("T20 · T19 ·
+    // D12"), "" when it advises none; nothing in a game without finishes.
+    std::optional<QString> finish;
+    // The darts marked so far bust the turn: the figure says so.
+    bool bust = false;
 };
 
 // What a confirmed set did under the rules of its game.
@@ -84,8 +89,11 @@ public:
     // The local player's figures for the `games` row of a finished game.
     virtual LocalFigures localFigures(bool localWon) const = 0;
 
-    // The large figures beside the score board.
-    virtual GlanceFigures glance(int player) const = 0;
+    // The large figures beside the score board: as the player's confirmed
+    // sets leave him, and with `turn`, the darts of his turn marked so far,
+    // counted as confirming them would count them. Nothing is booked.
+    virtual GlanceFigures glance(int player, const SetDarts &turn) const = 0;
+    GlanceFigures glance(int player) const { return glance(player, SetDarts{}); }
     // The numbers (bull, 20 down to 15) both players have closed.
     virtual std::array<bool, 7> closedNumbers() const { return {}; }
 

@@ -287,6 +287,13 @@ SetOutcome GameSession::scoreSet()
     return out;
 }
 
+GlanceFigures GameSession::glance(int player) const
+{
+    // Once the set is scored its darts are in the rules' own standing.
+    const bool marking = phase_ == GamePhase::Turn && !scored_ && player == thrower_;
+    return rules_->glance(player, marking ? set_ : SetDarts{});
+}
+
 std::optional<BoardPoint> GameSession::advice() const
 {
     return rules_->advice(thrower_, set_);

@@ -137,8 +137,9 @@ public:
     QList<GameDart> corkRows() const;
 
     // The player's standing for the large figures beside the score board,
-    // and the numbers both players have closed (Cricket).
-    GlanceFigures glance(int player) const { return rules_->glance(player); }
+    // the thrower's with the darts of the set marked so far; and the numbers
+    // both players have closed (Cricket).
+    GlanceFigures glance(int player) const;
     std::array<bool, 7> closedNumbers() const { return rules_->closedNumbers(); }
 
     // The record against the present opponent since it was last cleared.

@@ -113,24 +113,25 @@ LocalFigures X01Rules::localFigures(bool localWon) const
     return {startScore_ - (localWon ? 0 : remaining(2)), localBestSet_};
 }
 
-int X01Rules::pointsScored(int player) const
+GlanceFigures X01Rules::glance(int player, const SetDarts &turn) const
 {
-    return startScore_ - (winner_ == player ? 0 : remaining(player));
-}
-
-std::optional<double> X01Rules::threeDartAverage(int player) const
-{
-    const int darts = dartsThrown(player);
-    if (darts == 0)
-        return std::nullopt;
-    return pointsScored(player) * 3.0 / darts;
-}
-
-GlanceFigures X01Rules::glance(int player) const
-{
-    const std::optional<double> average = threeDartAverage(player);
-    return {QString::number(startScore_ - pointsScored(player)),
-            QStringLiteral("Avg ") + (average ? QString::number(*average, 'f', 2) : QStringLiteral("-"))};
+    const int p = player - 1;
+    // The darts as confirming them would score them: a bust leaves the score
+    // as it was, its darts counted as thrown.
+    const X01Count count = countX01Set(turn, remaining(player), doubledIn_[p], X01Reading::Scored);
+    const bool bust = x01Outcome(count.remaining, doubleOut_, count.lastMultiplier) == X01Outcome::Bust;
+    const int left = winner_ == player ? 0 : bust ? remaining(player) : count.remaining;
+    const int darts = dartsThrown_[p] + int(count.darts.size());
+    GlanceFigures figures;
+    figures.bust = bust;
+    figures.figure = bust ? QStringLiteral("BUST") : QString::number(left);
+    figures.detail = QStringLiteral("Avg ")
+                     + (darts > 0 ? QString::number((startScore_ - left) * 3.0 / darts, 'f', 2) : QStringLiteral("-"));
+    // No finish is advised before the player has doubled in, nor from a bust.
+    figures.finish = bust || !count.doubledIn
+                         ? QString()
+                         : dartCodesText(advisor_.bestOut(left, doubleOut_), QStringLiteral(" \u00B7 "));
+    return figures;
 }
 
 QString X01Rules::turnPrompt(const QString &name, int player) const

@@ -63,7 +63,8 @@ public:
     void start(const GameOptions &options) override;
     ScoredSet scoreSet(int player, const SetDarts &darts) override;
     LocalFigures localFigures(bool localWon) const override;
-    GlanceFigures glance(int player) const override;
+    using GameRules::glance;
+    GlanceFigures glance(int player, const SetDarts &turn) const override;
     QString turnPrompt(const QString &name, int player) const override;
     QString liveText(const QString &name, int player, const SetDarts &darts, int placed) const override;
     std::optional<BoardPoint> advice(int player, const SetDarts &darts) const override;
@@ -79,12 +80,6 @@ public:
     // The score left after the player's last confirmed set.
     int remaining(int player) const { return history_[player - 1].last(); }
     bool doubledIn(int player) const { return doubledIn_[player - 1]; }
-    // Darts of the player's confirmed sets that counted, and the points they
-    // took off.
-    int dartsThrown(int player) const { return dartsThrown_[player - 1]; }
-    int pointsScored(int player) const;
-    // Points per three darts; none before the first dart.
-    std::optional<double> threeDartAverage(int player) const;
 
 private:
     // The darts thrown so far in a turn, read as thrown.
@@ -97,6 +92,7 @@ private:
     int startScore_ = 501;
     std::array<QList<int>, 2> history_;
     std::array<bool, 2> doubledIn_{};
+    // Darts of each player's confirmed sets that were dealt with.
     std::array<int, 2> dartsThrown_{};
     int localBestSet_ = 0;
     int winner_ = 0;

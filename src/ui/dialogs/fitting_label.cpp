@@ -10,6 +10,7 @@ namespace tavrix {
 namespace {
 
 constexpr qreal smallestPointSize = 7.0;
+constexpr int smallestPixelSize = 9;
 
 } // namespace
 
@@ -28,7 +29,16 @@ int FittingLabel::textWidth() const
 QFont FittingLabel::fittedFont(int width) const
 {
     QFont fitted = font();
-    while (QFontMetrics(fitted).horizontalAdvance(text()) > width && fitted.pointSizeF() > smallestPointSize)
+    // Measured unrounded, as the elision measures: a text that rounds down
+    // to the width would be cut short.
+    auto tooWide = [&] { return QFontMetricsF(fitted).horizontalAdvance(text()) > width; };
+    // A font sized in pixels shrinks by the pixel, any other by half a point.
+    if (fitted.pixelSize() > 0) {
+        while (tooWide() && fitted.pixelSize() > smallestPixelSize)
+            fitted.setPixelSize(fitted.pixelSize() - 1);
+        return fitted;
+    }
+    while (tooWide() && fitted.pointSizeF() > smallestPointSize)
         fitted.setPointSizeF(std::max(smallestPointSize, fitted.pointSizeF() - 0.5));
     return fitted;
 }

@@ -106,6 +106,7 @@ void PlayController::undoDart()
     c_.board.hideHover();
     syncBoard();
     showLiveText();
+    showGlance();
     // The first dart is advised as at the start of a turn.
     if (index > 0 || game_.advisesFirstDart())
         showAdvice();
@@ -117,6 +118,8 @@ void PlayController::undoDart()
 void PlayController::dartPlaced(int player, int index)
 {
     syncBoard();
+    if (game_.phase() == GamePhase::Turn)
+        showGlance();
     if (game_.throwerMarksHere())
         return;
     const std::optional<BoardPoint> at =
@@ -158,8 +161,10 @@ void PlayController::markerDropped(MarkerSet set, int index, BoardPoint at, QPoi
     c_.board.showHover(playHoverCaption(std::hypot(pointer.x, pointer.y), angleFromXY(pointer.x, pointer.y),
                                         game_.phase() == GamePhase::CorkAwaited, c_.session.useCms),
                        pixel);
-    if (game_.phase() == GamePhase::Turn)
+    if (game_.phase() == GamePhase::Turn) {
         showLiveText();
+        showGlance();
+    }
 }
 
 bool PlayController::mayDrag(MarkerSet set, bool rightButton) const

@@ -155,8 +155,10 @@ void PlayController::btnStartGameClicked()
 void PlayController::showGlance()
 {
     GameFrame &f = c_.frame;
-    for (int player : {1, 2})
+    for (int player : {1, 2}) {
+        f.scoreGlance->showName(player, game_.options().names[player - 1]);
         f.scoreGlance->showFigures(player, game_.glance(player));
+    }
     scoreBoard_->showStanding(game_);
     const bool throwing = game_.phase() == GamePhase::Turn;
     f.scoreGlance->markThrower(throwing ? game_.currentThrower() : 0);

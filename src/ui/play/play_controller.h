@@ -99,7 +99,8 @@ private:
     // starts: the game's own options, keeping statistics, the network end.
     GameOptions optionsOnFrame() const;
     void continueStartGame(int firstCorkThrower);
-    // The large figures and the closed numbers, as the model stands.
+    // The large figures and the closed numbers, as the model stands: the
+    // thrower's figures with the darts marked so far.
     void showGlance();
     void okClicked();
     void nextTurn();

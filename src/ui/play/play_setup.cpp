@@ -184,11 +184,15 @@ void PlayController::continueStartGame(int firstCorkThrower)
     options = optionsOnFrame();
     options.names = {f.player1Text->text(), f.player2Text->text()};
     scoreBoard_ = options.type == GameType::Cricket ? static_cast<ScoreBoard *>(&cricketBoard_) : &x01Board_;
+    // The large figures show again only with the new game's lines: showing a
+    // widget lays the window out at once, and the last game's lines beside
+    // the new board could make it taller than the screen.
+    f.scoreGlance->hide();
     scoreBoard_->start(options);
-    f.scoreGlance->show();
-    f.scoreGlance->setEnabled(true);
     game_.start(options, *id, firstCorkThrower);
     showGlance();
+    f.scoreGlance->show();
+    f.scoreGlance->setEnabled(true);
 }
 
 // --- Quitting and the idle screen -------------------------------------------
@@ -207,16 +211,18 @@ void PlayController::btnQuitGameClicked()
 void PlayController::resetGame()
 {
     GameFrame &f = c_.frame;
+    // The game's widgets go before the options show: showing a widget lays
+    // the window out at once, and both together are taller than the screen.
     f.gameText->hide();
+    for (QWidget *score : std::initializer_list<QWidget *>{f.fraCricketScore, f.fra01Score, f.scoreGlance}) {
+        score->hide();
+        score->setEnabled(false);
+    }
     for (QWidget *frame : std::initializer_list<QWidget *>{f.fraGame, f.fraOpponent, f.fraSkill}) {
         frame->show();
         frame->setEnabled(true);
     }
     f.btnQuitGame->setEnabled(false);
-    for (QWidget *score : std::initializer_list<QWidget *>{f.fraCricketScore, f.fra01Score, f.scoreGlance}) {
-        score->hide();
-        score->setEnabled(false);
-    }
     f.lblGameStartup->setText(QStringLiteral("\nHey, ") + c_.session.currentPlayerName
                               + QStringLiteral("!\nThrow a game of darts!\n\nSelect your options "
                                                "above, and click \"Start Game\"."));

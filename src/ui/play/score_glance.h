@@ -2,9 +2,11 @@
 
 // The players' standing in figures large enough to read from the oche:
 // player 1 on the left, player 2 on the right, as in the score columns
-// below. The panel of the player whose turn it is stands out in colour.
+// below, each under the player's name. The panel of the player whose turn it
+// is stands out in colour, and turns red while the darts marked bust the
+// turn. Under the panels, the finish advised to the thrower.
 
-#include "core/games/play_rules.h"
+#include "core/games/game_rules.h"
 
 #include <QFrame>
 
@@ -14,12 +16,15 @@ class QLabel;
 
 namespace tavrix {
 
+class FittingLabel;
+
 class ScoreGlance : public QFrame {
     Q_OBJECT
 
 public:
     explicit ScoreGlance(QWidget *parent = nullptr);
 
+    void showName(int player, const QString &name);
     void showFigures(int player, const GlanceFigures &figures);
     // 0 when nobody is throwing (the cork, the end of a game).
     void markThrower(int player);
@@ -31,9 +36,15 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    // Colours the panels and the finish line after the thrower and a bust.
+    void restyle();
+
     std::array<QFrame *, 2> panels_{};
+    std::array<FittingLabel *, 2> names_{};
     std::array<QLabel *, 2> figures_{};
     std::array<QLabel *, 2> details_{};
+    FittingLabel *finish_ = nullptr;
+    std::array<GlanceFigures, 2> shown_{};
     int thrower_ = 0;
 };
 

@@ -11,9 +11,16 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tavrix {
 
 namespace {
+
+// The instruction's size: read across a room beside the board on the
+// smallest screen, larger on a large one.
+constexpr int smallestInstruction = 24;
+constexpr int largestInstruction = 40;
 
 QLabel *valueLabel(const QString &name, QWidget *parent)
 {
@@ -62,10 +69,10 @@ PracticeFrame::PracticeFrame(QWidget *parent)
     generalText_ = new QLabel(QStringLiteral("Click \"Go\" to begin"), this);
     generalText_->setObjectName(QStringLiteral("GeneralText"));
     generalText_->setWordWrap(true);
-    // The target to shoot for, readable from the oche.
+    // The target to shoot for, readable from the oche; it grows with the frame.
     QFont bold = generalText_->font();
     bold.setBold(true);
-    bold.setPointSizeF(bold.pointSizeF() * 1.4);
+    bold.setPixelSize(smallestInstruction);
     generalText_->setFont(bold);
     layout->addWidget(generalText_);
 
@@ -114,6 +121,18 @@ PracticeFrame::PracticeFrame(QWidget *parent)
     }
     layout->addWidget(totals);
     layout->addStretch();
+}
+
+void PracticeFrame::resizeEvent(QResizeEvent *event)
+{
+    QGroupBox::resizeEvent(event);
+    // "Shoot for Triple 20" takes about ten em; a longer target wraps.
+    const int pixels = std::clamp(width() / 10, smallestInstruction, largestInstruction);
+    if (generalText_->font().pixelSize() != pixels) {
+        QFont font = generalText_->font();
+        font.setPixelSize(pixels);
+        generalText_->setFont(font);
+    }
 }
 
 } // namespace tavrix

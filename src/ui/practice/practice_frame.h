@@ -44,6 +44,9 @@ public:
     QLabel *pctTriplesHitText = nullptr;
     QGroupBox *setResults() const { return frame1_; }
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
     QGroupBox *frame3_ = nullptr;
     QGroupBox *frame1_ = nullptr;
