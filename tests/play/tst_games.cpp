@@ -338,7 +338,7 @@ private slots:
         };
         choose("RingDrop", QStringLiteral("Double"));
         choose("ScoreDrop", QStringLiteral("20"));
-        for (const char *darts : {"D20,S20,M", "S1,M,T19", "M,M,M"}) {
+        for (const char *darts : {"D20,S20,M", "S11,M,S16", "S8,T14,M"}) {
             QTest::mouseClick(go, Qt::LeftButton);
             // The read-outs follow the pointer over the board too.
             for (const char *spot : {"M", "OB", "S11", "T17"})
