@@ -11,6 +11,9 @@
 #include "ui/play/score_glance.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QLayout>
 #include <QPushButton>
@@ -37,18 +40,23 @@ class TestGames : public ProgramTest {
         press(QStringLiteral("Start Game"));
     }
     int shownCPips() { return shown("CPips_0") + shown("CPips_1") + shown("CPips_2"); }
-    // The window's least size, title bar aside, fits an 800 x 600 screen.
-    void expectFitsSmallScreen(const char *state)
+    // The least size of the window or a dialog, as the event loop leaves
+    // it: a child shown or hidden deep inside re-lays its parents out one
+    // level per pass.
+    static QSize leastSize(QWidget *widget)
     {
-        // As the event loop leaves it: a child shown or hidden deep inside
-        // re-lays its parents out one level per pass.
         for (int level = 0; level < 8; ++level)
             QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-        window()->layout()->activate();
-        const QSize need = window()->minimumSizeHint().expandedTo(window()->minimumSize());
+        widget->layout()->activate();
+        return widget->minimumSizeHint().expandedTo(widget->minimumSize());
+    }
+    // The least size, title bar aside, fits an 800 x 600 screen.
+    static void expectFits(const QString &state, QSize need)
+    {
         QVERIFY2(need.width() <= 800 && need.height() <= 600 - 32,
                  qPrintable(QStringLiteral("%1 needs %2 x %3").arg(state).arg(need.width()).arg(need.height())));
     }
+    void expectFitsSmallScreen(const QString &state) { expectFits(state, leastSize(window())); }
 
 private slots:
     void init()
@@ -235,14 +243,63 @@ private slots:
     }
 
     // Every state of the window fits an 800 x 600 screen, with a name of
-    // thirty wide letters, a 501 long enough to fill its columns and a
-    // Cricket game under way.
-    void theWindowFitsASmallScreenAndACricketGame()
+    // thirty wide letters: idle, each game type against a person and against
+    // the computer, a quit of each, a long 501, practice sets and a
+    // count-down, review, play again after practice, and the "Human
+    // Opponent" dialog in both network roles.
+    void theWindowFitsASmallScreenInEveryState()
     {
         program_->session().currentPlayerName = QString(30, QLatin1Char('W'));
         window()->setPlayerName();
         window()->playController()->resetGame();
         expectFitsSmallScreen("idle");
+
+        // The dialog, title bar aside, with each role's settings showing.
+        QSize clientNeed, serverNeed;
+        whenDialogShows([&](QWidget *dialog) {
+            dialog->findChild<QCheckBox *>(QStringLiteral("Check1"))->click();
+            dialog->findChild<QRadioButton *>(QStringLiteral("opBeClient"))->click();
+            clientNeed = leastSize(dialog);
+            dialog->findChild<QRadioButton *>(QStringLiteral("opBeServer"))->click();
+            serverNeed = leastSize(dialog);
+            dialog->findChild<QCheckBox *>(QStringLiteral("Check1"))->click();
+            dialog->findChild<QPushButton *>(QStringLiteral("CancelButton"))->click();
+        });
+        control<QRadioButton>("opOpponent_1")->click();
+        press(QStringLiteral("Start Game"));
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+        expectFits(QStringLiteral("the dialog as client"), clientNeed);
+        expectFits(QStringLiteral("the dialog as server"), serverNeed);
+
+        const char *games[] = {"opGame_0", "opGame_1", "opGame_2"};
+        for (const char *type : games) {
+            const QString step = QLatin1String(type);
+            control<QRadioButton>(type)->click();
+            expectFitsSmallScreen(step + " chosen");
+            startAgainst(QString(30, QLatin1Char('M')));
+            corkAnnFirst();
+            for (int set = 0; set < 4; ++set)
+                playSet({"T20", "S19", "S1"});
+            expectFitsSmallScreen(step + " against a person");
+            messages_.answers = {true};
+            QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
+            expectFitsSmallScreen(step + " quit");
+
+            for (const char *option : {"opOpponent_0", "opSkill_1", type})
+                control<QRadioButton>(option)->click();
+            control<QTimer>("ThrowTimer")->setInterval(0);
+            press(QStringLiteral("Start Game"));
+            throwDarts({QStringLiteral("B")});
+            press(QStringLiteral("Confirm Dart"));
+            press(QStringLiteral("Ok"));
+            // The computer's darts, then Ann's turn.
+            QTRY_COMPARE(game().currentThrower(), 2);
+            expectFitsSmallScreen(step + " against the computer");
+            messages_.answers = {true};
+            QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
+            expectFitsSmallScreen(step + " quit against the computer");
+        }
+
         startAgainst(QString(30, QLatin1Char('M')));
         corkAnnFirst();
         for (int set = 0; set < 24; ++set)
@@ -265,13 +322,52 @@ private slots:
         QVERIFY(!control<QLabel>("lblCricketNumber_2")->font().strikeOut());
         QCOMPARE(text("p2BigScore") + ' ' + text("p2Average"), QStringLiteral("60 1/7 closed"));
         QCOMPARE(control<ScoreGlance>("ScoreGlance")->markedThrower(), 1);
-        QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM gamesdarts WHERE games_id = 2"))[0][0].toInt(), 1 + 6);
+        QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM gamesdarts"
+                                     " WHERE games_id = (SELECT max(id) FROM games)"))[0][0].toInt(),
+                 1 + 6);
         expectFitsSmallScreen("cricket");
         messages_.answers = {true};
         action("mnuModePractice")->trigger();
-        expectFitsSmallScreen("practice");
+        expectFitsSmallScreen("practice from a Cricket game");
+
+        // Sets at a chosen target and at random ones, then a count-down.
+        auto *go = control<QPushButton>("goButton");
+        auto choose = [this](const char *list, const QString &item) {
+            auto *box = control<QComboBox>(list);
+            box->setCurrentIndex(box->findText(item));
+        };
+        choose("RingDrop", QStringLiteral("Double"));
+        choose("ScoreDrop", QStringLiteral("20"));
+        for (const char *darts : {"D20,S20,M", "S11,M,S16", "S8,T14,M"}) {
+            QTest::mouseClick(go, Qt::LeftButton);
+            // The read-outs follow the pointer over the board too.
+            for (const char *spot : {"M", "OB", "S11", "T17"})
+                QTest::mouseMove(control<BoardPicture>("Picture1"),
+                                 BoardPicture::pictureFromBoard(at(QLatin1String(spot))).toPoint());
+            expectFitsSmallScreen(QStringLiteral("practice pointer before %1").arg(QLatin1String(darts)));
+            throwDarts(QString::fromLatin1(darts).split(','));
+            expectFitsSmallScreen(QStringLiteral("practice darts %1").arg(QLatin1String(darts)));
+            QTest::mouseClick(go, Qt::LeftButton);
+            expectFitsSmallScreen(QStringLiteral("practice set %1 confirmed").arg(QLatin1String(darts)));
+        }
+        choose("RingDrop", QStringLiteral("-- Random --"));
+        choose("ScoreDrop", QStringLiteral("-- Random --"));
+        QTest::mouseClick(go, Qt::LeftButton);
+        throwDarts({"S5", "M", "D3"});
+        QTest::mouseClick(go, Qt::LeftButton);
+        expectFitsSmallScreen("practice at random");
+        choose("RingDrop", QStringLiteral("Triple!"));
+        choose("ScoreDrop", QStringLiteral("-- Count Down  --"));
+        QTest::mouseClick(go, Qt::LeftButton);
+        for (const char *darts : {"OB,B,S20", "T20,T20,S20", "M,S7,M"}) {
+            throwDarts(QString::fromLatin1(darts).split(','));
+            QTest::mouseClick(go, Qt::LeftButton);
+            expectFitsSmallScreen(QStringLiteral("count-down set %1").arg(QLatin1String(darts)));
+        }
         action("mnuModeReview")->trigger();
         expectFitsSmallScreen("review");
+        action("mnuModePlay")->trigger();
+        expectFitsSmallScreen("play after practice");
     }
 
     // While a set is marked the thrower's large figures follow every dart

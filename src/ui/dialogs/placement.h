@@ -1,6 +1,10 @@
 #pragma once
 
+#include <algorithm>
+
 #include <QPoint>
+#include <QRect>
+#include <QScreen>
 #include <QWidget>
 
 namespace tavrix {
@@ -22,6 +26,22 @@ inline void placeBelowLeftOf(QWidget *dialog, const QWidget *mainWindow, int lef
         return;
     const QPoint corner = mainWindow->frameGeometry().topLeft();
     dialog->move(corner + QPoint(pixelsFromTwips(leftTwips), pixelsFromTwips(topTwips)));
+}
+
+// Moves a window as little as it takes for its frame to lie within its
+// screen's available room, its top-left corner first when it is larger.
+inline void keepOnScreen(QWidget *window)
+{
+    const QScreen *screen = window->screen();
+    if (!screen)
+        return;
+    const QRect room = screen->availableGeometry();
+    const QRect frame = window->frameGeometry();
+    QPoint corner = frame.topLeft();
+    corner.setX(std::max(room.left(), std::min(corner.x(), room.right() + 1 - frame.width())));
+    corner.setY(std::max(room.top(), std::min(corner.y(), room.bottom() + 1 - frame.height())));
+    if (corner != frame.topLeft())
+        window->move(corner);
 }
 
 } // namespace tavrix

@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -45,7 +46,9 @@ OpponentNameDialog::OpponentNameDialog(QWidget *mainWindow)
     check1_ = named(new QCheckBox(QStringLiteral("Network Play"), network), "Check1");
     networkLayout->addWidget(check1_);
     clientServer_ = named(new QGroupBox(QStringLiteral("Client/Server"), network), "fraClientServer");
-    auto *roles = new QVBoxLayout(clientServer_);
+    // The roles side by side and the host beside its port keep the dialog
+    // short enough for an 800 x 600 screen, whichever role shows.
+    auto *roles = new QHBoxLayout(clientServer_);
     beClient_ = named(new QRadioButton(QStringLiteral("Be Client (\"call\")"), clientServer_), "opBeClient");
     beServer_ = named(new QRadioButton(QStringLiteral("Be Server (\"answer\")"), clientServer_), "opBeServer");
     auto *group = new QButtonGroup(clientServer_);
@@ -56,13 +59,15 @@ OpponentNameDialog::OpponentNameDialog(QWidget *mainWindow)
     networkLayout->addWidget(clientServer_);
 
     clientSettings_ = named(new QGroupBox(QStringLiteral("Client Settings"), network), "fraClientSettings");
-    auto *client = new QFormLayout(clientSettings_);
+    auto *client = new QHBoxLayout(clientSettings_);
     auto *hostLabel = named(new QLabel(QStringLiteral("Host:"), clientSettings_), "Label2");
     auto *clientPortLabel = named(new QLabel(QStringLiteral("Port:"), clientSettings_), "Label4");
     clientHost_ = named(new QLineEdit(QStringLiteral("192.168.1.2"), clientSettings_), "txtClientHost");
     clientPort_ = named(new QLineEdit(QStringLiteral("13999"), clientSettings_), "txtClientPort");
-    client->addRow(hostLabel, clientHost_);
-    client->addRow(clientPortLabel, clientPort_);
+    client->addWidget(hostLabel);
+    client->addWidget(clientHost_, 3);
+    client->addWidget(clientPortLabel);
+    client->addWidget(clientPort_, 1);
     serverSettings_ = named(new QGroupBox(QStringLiteral("Server Settings"), network), "fraServerSettings");
     auto *server = new QFormLayout(serverSettings_);
     serverPort_ = named(new QLineEdit(QStringLiteral("13999"), serverSettings_), "txtServerPort");
@@ -105,6 +110,7 @@ void OpponentNameDialog::showEvent(QShowEvent *event)
              main.top() + main.height() - (frameGeometry().height() + pixelsFromTwips(900)));
     }
     networkPlayClicked();
+    keepOnScreen(this);
     cancelled_ = false;
     QDialog::showEvent(event);
 }
@@ -127,6 +133,12 @@ void OpponentNameDialog::roleClicked()
 {
     clientSettings_->setVisible(beClient_->isChecked());
     serverSettings_->setVisible(beServer_->isChecked());
+    // A role's settings may need more room than the other's: the dialog
+    // takes its new size at once and stays on the screen with it.
+    if (isVisible()) {
+        adjustSize();
+        keepOnScreen(this);
+    }
 }
 
 void OpponentNameDialog::accept()

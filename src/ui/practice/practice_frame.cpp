@@ -2,6 +2,7 @@
 
 #include "core/practice/practice_session.h"
 #include "ui/dialogs/compact_layout.h"
+#include "ui/dialogs/fitting_label.h"
 #include "ui/dialogs/main_button.h"
 
 #include <QComboBox>
@@ -22,9 +23,11 @@ namespace {
 constexpr int smallestInstruction = 24;
 constexpr int largestInstruction = 40;
 
+// A read-out never widens the frame: a long description ("Missed board")
+// shrinks or is cut short within the column's room.
 QLabel *valueLabel(const QString &name, QWidget *parent)
 {
-    auto *label = new QLabel(QStringLiteral("??"), parent);
+    auto *label = new FittingLabel(QStringLiteral("??"), parent);
     label->setObjectName(name);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return label;
