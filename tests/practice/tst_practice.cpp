@@ -5,6 +5,7 @@
 #include "../support/data_table.h"
 #include "../support/lost_file.h"
 #include "../support/program_test.h"
+#include "core/stats/records.h"
 #include "ui/board/dart_marker.h"
 #include "ui/practice/practice_controller.h"
 
@@ -137,22 +138,27 @@ private slots:
         QVERIFY(go()->isEnabled());
     }
 
-    // A click between pixels (a scaled screen) and a drag: each dart is
-    // recorded where its marker stands, and the grouping measured there.
+    // On a large screen the board is drawn larger and marks finer: a click
+    // or a drop stands on the screen pixel under the pointer, between
+    // picture units, and each dart is recorded where its marker stands.
     void dartsAreRecordedWhereTheirMarkersStand()
     {
+        resizeWindow(1280, 1024 - 32);
+        const double scale = picture()->scale();
+        QVERIFY2(scale > 1.5, qPrintable(QString::number(scale)));
         choose("RingDrop", QStringLiteral("Triple!"));
         choose("ScoreDrop", QStringLiteral("20"));
         clickGo(QStringLiteral("Go"));
-        PracticeController *practice = window()->practiceController();
-        for (const BoardPoint at : {BoardPoint{12.37, 150.5}, BoardPoint{-33.5, 97.49}, BoardPoint{0.5, 117.5}})
-            practice->boardClicked(at, 0);
+        auto pixel = [&](BoardPoint at) { return picture()->pixelFromBoard(at).toPoint(); };
+        auto onPixel = [&](QPoint p) { return boardFromPicture(p.x() / scale, p.y() / scale); };
+        const BoardPoint aims[] = {{12.37, 150.5}, {-33.5, 97.49}, {0.5, 117.5}};
+        for (const BoardPoint at : aims)
+            QTest::mouseClick(picture(), Qt::LeftButton, {}, pixel(at));
         const QString measured = text("avgDistText");
-        auto *picture = control<BoardPicture>("Picture1");
-        const QPoint from = BoardPicture::pictureFromBoard({12, 150}).toPoint();
-        QTest::mousePress(picture, Qt::LeftButton, {}, from);
-        QTest::mouseMove(picture, QPoint(280, 150));
-        QTest::mouseRelease(picture, Qt::LeftButton, {}, QPoint(280, 150));
+        const QPoint to = pixel({20, 110});
+        QTest::mousePress(picture(), Qt::LeftButton, {}, pixel(aims[0]));
+        QTest::mouseMove(picture(), to);
+        QTest::mouseRelease(picture(), Qt::LeftButton, {}, to);
         QVERIFY(text("avgDistText") != measured);
 
         QList<QVariantList> shown;
@@ -160,9 +166,17 @@ private slots:
             const BoardPoint at = BoardInput::markerPoint(pip);
             shown.append({at.x, at.y});
         }
-        QCOMPARE(shown, (QList<QVariantList>{{20.0, 110.0}, {-33.0, 97.0}, {1.0, 117.0}}));
+        const BoardPoint expected[] = {onPixel(to), onPixel(pixel(aims[1])), onPixel(pixel(aims[2]))};
+        QList<QVariantList> clicked;
+        for (const BoardPoint at : expected)
+            clicked.append({at.x, at.y});
+        QCOMPARE(shown, clicked);
+        QVERIFY(expected[1].x != std::round(expected[1].x) || expected[1].y != std::round(expected[1].y));
         clickGo(QStringLiteral("Confirm Darts"));
-        QCOMPARE(rows(QStringLiteral("SELECT x, y FROM statsthrows ORDER BY seq")), shown);
+        QList<QVariantList> stored;
+        for (const BoardPoint at : expected)
+            stored.append({storedCoordinate(at.x), storedCoordinate(at.y)});
+        QCOMPARE(rows(QStringLiteral("SELECT x, y FROM statsthrows ORDER BY seq")), stored);
     }
 
     // A file lost during practice is said once, with the offer to save into

@@ -33,6 +33,7 @@ protected:
         sounds_ = {};
         program_ = std::make_unique<tavrix::Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
+        fitSmallestScreen();
     }
     // The program started again in the same home.
     void restartProgram()
@@ -40,7 +41,20 @@ protected:
         program_.reset();
         program_ = std::make_unique<tavrix::Program>(messages_, home_->dbPath, &sounds_);
         QVERIFY(program_->Main());
+        fitSmallestScreen();
     }
+    // The window as on an 800 x 600 screen below a title bar, where the
+    // board has its least size: one pixel per picture unit.
+    void fitSmallestScreen() { resizeWindow(800, 600 - 32); }
+    void resizeWindow(int width, int height)
+    {
+        // Not maximised, so the size stays the one given.
+        window()->showNormal();
+        window()->resize(width, height);
+        QTRY_COMPARE(window()->size(), QSize(width, height));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    }
+    tavrix::BoardPicture *picture() const { return control<tavrix::BoardPicture>("Picture1"); }
     tavrix::Darts *window() const { return program_->window(); }
     template <typename T>
     T *control(const char *name) const
@@ -72,8 +86,7 @@ protected:
     void throwDarts(const QStringList &codes)
     {
         for (const QString &code : codes)
-            QTest::mouseClick(control<tavrix::BoardPicture>("Picture1"), Qt::LeftButton, {},
-                              tavrix::BoardPicture::pictureFromBoard(at(code)).toPoint());
+            QTest::mouseClick(picture(), Qt::LeftButton, {}, picture()->pixelFromBoard(at(code)).toPoint());
     }
     // Ann's or a person's set at this board, confirmed with "Ok".
     void playSet(const QStringList &codes)

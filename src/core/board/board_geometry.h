@@ -117,13 +117,15 @@ QString dartDescriptionFromXY(double x, double y);
 BoardPoint aimPoint(int multiplier, int number);
 double lesserOf(double a, double b);
 
-// Conversion between picture pixels (column, row) and board positions.
+// Conversion between picture units (column, row of the 520-unit picture)
+// and board positions.
 BoardPoint boardFromPicture(double column, double row);
 
-// Markers are squares of these sides in picture pixels. A dart marked by
-// hand and every target stand on whole pixels: onMarkerGrid gives the
-// centre of such a marker put at any board position. Other darts (the
-// computer's, the network peer's) stand exactly where they landed.
+// Markers are squares of these sides in picture units. Every target stands
+// on whole units: onMarkerGrid gives the centre of such a marker put at any
+// board position. A dart marked by hand stands on the screen pixel clicked;
+// other darts (the computer's, the network peer's) stand exactly where they
+// landed.
 inline constexpr int flightMarkerSide = 60;
 inline constexpr int targetMarkerSide = 16;
 BoardPoint onMarkerGrid(BoardPoint at, int side);

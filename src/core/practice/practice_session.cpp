@@ -93,15 +93,15 @@ int PracticeSession::placeDart(BoardPoint at)
 {
     if (!setOpen_ || dartCount_ >= 3)
         return -1;
-    // Scored and measured where the marker stands, on whole picture pixels.
-    darts_[dartCount_] = onMarkerGrid(at, flightMarkerSide);
+    // Scored and measured where the marker stands.
+    darts_[dartCount_] = at;
     return dartCount_++;
 }
 
 void PracticeSession::moveDart(int index, BoardPoint at)
 {
     if (index >= 0 && index < dartCount_)
-        darts_[index] = onMarkerGrid(at, flightMarkerSide);
+        darts_[index] = at;
 }
 
 std::optional<SetGrouping> PracticeSession::grouping() const

@@ -17,10 +17,21 @@ QPointF pictureFrom(BoardPoint at)
     return {boardCenter + at.x, boardCenter - at.y};
 }
 
-// A marker moved by hand stands on the pixel under the pointer.
+// A dart marked or moved by hand stands on the screen pixel under the
+// pointer: the larger the picture, the finer the marking.
 QPointF wholePixel(QPointF at)
 {
     return {double(qRound(at.x())), double(qRound(at.y()))};
+}
+
+// A font grown by the picture's scale.
+QFont scaledFont(QFont font, double scale)
+{
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * scale);
+    else
+        font.setPixelSize(qRound(font.pixelSize() * scale));
+    return font;
 }
 
 } // namespace
@@ -48,8 +59,31 @@ BoardInput::BoardInput(BoardPicture *picture, QRandomGenerator &random, QLabel *
             landingPoints_->watch((*darts)[i], i + 1);
     }
     restack();
+    // The labels are laid out for a picture of one pixel per unit.
+    for (const QLabel *label : std::as_const(statsLabels_))
+        statsPlaces_.append({QRectF(label->geometry()), label->font()});
+    hoverFont_ = scoreHoverText_->font();
     picture_->setMouseTracking(true);
     picture_->installEventFilter(this);
+    connect(picture_, &BoardPicture::rescaled, this, &BoardInput::rescale);
+    rescale();
+}
+
+void BoardInput::rescale()
+{
+    const double scale = picture_->scale();
+    for (const MarkerArray *array : {&pips_, &cpips_, &targetPips_}) {
+        for (DartMarker *marker : *array)
+            marker->rescale();
+    }
+    // The record labels keep their corners of the board and grow with it.
+    for (qsizetype i = 0; i < statsLabels_.size(); ++i) {
+        const QRectF place = statsPlaces_[i].place;
+        statsLabels_[i]->setGeometry(QRectF(place.topLeft() * scale, place.size() * scale).toRect());
+        statsLabels_[i]->setFont(scaledFont(statsPlaces_[i].font, scale));
+    }
+    scoreHoverText_->setFont(scaledFont(hoverFont_, scale));
+    scoreHoverText_->hide();
 }
 
 const MarkerArray &BoardInput::markers(MarkerSet set) const
@@ -123,7 +157,7 @@ void BoardInput::hideMarkersFrom(MarkerSet set, int index)
         array[i]->hide();
         array[i]->setEnabled(false);
         // Parked at left -1, top -1, off the picture.
-        array[i]->centreOn(QPointF(array[i]->width() / 2.0 - 1, array[i]->height() / 2.0 - 1));
+        array[i]->centreOn(QPointF(array[i]->side() / 2.0 - 1, array[i]->side() / 2.0 - 1));
     }
 }
 
@@ -171,10 +205,17 @@ DartMarker *BoardInput::closestPip(double x, double y) const
     return found;
 }
 
+QRectF BoardInput::labelArea(const QLabel *label) const
+{
+    const QRectF place(label->geometry());
+    const double scale = picture_->scale();
+    return {place.topLeft() / scale, place.size() / scale};
+}
+
 bool BoardInput::overLabel(double x, double y) const
 {
     for (const QLabel *label : statsLabels_) {
-        if (rectContains(QRectF(label->geometry()), x, y))
+        if (rectContains(labelArea(label), x, y))
             return true;
     }
     return false;
@@ -184,7 +225,7 @@ bool BoardInput::overChat(double x, double y) const
 {
     if (!chat_ || !chat_->isVisible())
         return false;
-    const QPoint onScreen = picture_->mapToGlobal(QPointF(x, y)).toPoint();
+    const QPoint onScreen = picture_->mapToGlobal(picture_->pixelFromUnits(QPointF(x, y))).toPoint();
     return rectContains(QRectF(chat_->frameGeometry()), onScreen.x(), onScreen.y());
 }
 
@@ -212,7 +253,7 @@ bool BoardInput::eventFilter(QObject *watched, QEvent *event)
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick: {
         auto *mouse = static_cast<QMouseEvent *>(event);
-        pressed(mouse->position(), mouse->button());
+        pressed(picture_->unitsFromPixel(mouse->position()), mouse->button());
         return true;
     }
     case QEvent::MouseButtonRelease: {
@@ -243,18 +284,19 @@ static DartMarker *markerAt(const std::initializer_list<const MarkerArray *> arr
     return nullptr;
 }
 
-void BoardInput::pointerMoved(QPointF at)
+void BoardInput::pointerMoved(QPointF pixel)
 {
     if (dragging_) {
-        dragging_->centreOn(wholePixel(at));
+        dragging_->centreOn(picture_->unitsFromPixel(wholePixel(pixel)));
         return;
     }
-    const double x = at.x();
-    const double y = at.y();
-    if (x < 0 || y < 0 || x > picture_->width() || y > picture_->height()) {
+    if (pixel.x() < 0 || pixel.y() < 0 || pixel.x() > picture_->width() || pixel.y() > picture_->height()) {
         pointerLeft();
         return;
     }
+    const QPointF at = picture_->unitsFromPixel(pixel);
+    const double x = at.x();
+    const double y = at.y();
     PointerSpot spot;
     spot.at = boardFromPicture(x, y);
     spot.pixel = at;
@@ -270,7 +312,7 @@ void BoardInput::pointerMoved(QPointF at)
     } else if (overLabel(x, y)) {
         bool onShownLabel = false;
         for (const QLabel *label : std::as_const(statsLabels_))
-            onShownLabel |= !label->isHidden() && rectContains(QRectF(label->geometry()), x, y);
+            onShownLabel |= !label->isHidden() && rectContains(labelArea(label), x, y);
         // A hidden label's place still swallows the pointer.
         if (!onShownLabel)
             return;
@@ -288,22 +330,24 @@ void BoardInput::pointerLeft()
         controller_->pointerLeft();
 }
 
-void BoardInput::showHover(const QString &text, QPointF pixel)
+void BoardInput::showHover(const QString &text, QPointF point)
 {
     scoreHoverText_->setText(text);
     scoreHoverText_->adjustSize();
+    const QPointF pixel = picture_->pixelFromUnits(point);
     const QPointF corner = hoverTopLeft(pixel.x(), pixel.y(), scoreHoverText_->size(), picture_->width(), true);
     scoreHoverText_->move(corner.toPoint());
     scoreHoverText_->show();
     scoreHoverText_->raise();
 }
 
-void BoardInput::showMarkerHover(MarkerHover hover, QPointF pixel, bool useCms)
+void BoardInput::showMarkerHover(MarkerHover hover, QPointF point, bool useCms)
 {
-    const BoardPoint at = boardFromPicture(pixel.x(), pixel.y());
+    const BoardPoint at = boardFromPicture(point.x(), point.y());
     scoreHoverText_->setText(markerHoverCaption(hover, std::hypot(at.x, at.y), angleFromXY(at.x, at.y),
                                                 useCms, scoreHoverText_->text()));
     scoreHoverText_->adjustSize();
+    const QPointF pixel = picture_->pixelFromUnits(point);
     scoreHoverText_->move(
         hoverTopLeft(pixel.x(), pixel.y(), scoreHoverText_->size(), picture_->width(), false).toPoint());
     scoreHoverText_->show();
@@ -333,9 +377,10 @@ void BoardInput::pressed(QPointF at, Qt::MouseButton button)
     clickPending_ = button == Qt::LeftButton;
 }
 
-void BoardInput::released(QPointF at, Qt::MouseButton button)
+void BoardInput::released(QPointF pixel, Qt::MouseButton button)
 {
-    const bool inside = picture_->rect().contains(at.toPoint());
+    const bool inside = picture_->rect().contains(pixel.toPoint());
+    const QPointF at = picture_->unitsFromPixel(wholePixel(pixel));
     if (dragging_) {
         DartMarker *marker = dragging_;
         dragging_ = nullptr;
@@ -344,9 +389,10 @@ void BoardInput::released(QPointF at, Qt::MouseButton button)
             marker->centreOn(dragStart_);
             return;
         }
-        marker->centreOn(wholePixel(at));
+        marker->centreOn(at);
         if (controller_)
-            controller_->markerDropped(setOf(marker), indexOf(marker), markerPoint(marker), at);
+            controller_->markerDropped(setOf(marker), indexOf(marker), markerPoint(marker),
+                                       picture_->unitsFromPixel(pixel));
         return;
     }
     if (clickPending_ && button == Qt::LeftButton && inside) {

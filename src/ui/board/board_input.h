@@ -10,6 +10,7 @@
 #include "core/board/board_geometry.h"
 #include "core/board/pointer_rules.h"
 
+#include <QFont>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -35,7 +36,7 @@ struct PointerSpot {
     enum class Over { Board, Dart, Target, Label };
     Over over = Over::Board;
     BoardPoint at;  // board position of the pointer
-    QPointF pixel;  // the same, in picture pixels
+    QPointF pixel;  // the same, in picture units
     // Over a dart: whose marker, and the index of the nearest marker of
     // that set under the pointer (noMarker when none counts).
     MarkerSet set = MarkerSet::Local;
@@ -90,13 +91,14 @@ public:
     void placeTarget(int index, BoardPoint at, bool visible);
     void hideMarkersFrom(MarkerSet set, int index);
 
-    // The hover text: at the pointer, kept inside the picture's right edge;
-    // over a marker or label, with the caption of markerHoverCaption.
-    void showHover(const QString &text, QPointF pixel);
-    void showMarkerHover(MarkerHover hover, QPointF pixel, bool useCms);
+    // The hover text: at a picture point (in picture units), kept inside
+    // the picture's right edge; over a marker or label, with the caption of
+    // markerHoverCaption. It grows with the picture.
+    void showHover(const QString &text, QPointF point);
+    void showMarkerHover(MarkerHover hover, QPointF point, bool useCms);
     void hideHover();
 
-    // The marker a press at this picture point would drag, or none.
+    // The marker a press at this picture point (in units) would drag, or none.
     DartMarker *closestPip(double x, double y) const;
     // The index of the nearest marker of a set under a picture point, among
     // the placed ones; noMarker when none.
@@ -111,10 +113,15 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void pointerMoved(QPointF at);
+    // Pointer positions come in widget pixels, except for `pressed`.
+    void pointerMoved(QPointF pixel);
     void pointerLeft();
     void pressed(QPointF at, Qt::MouseButton button);
-    void released(QPointF at, Qt::MouseButton button);
+    void released(QPointF pixel, Qt::MouseButton button);
+    // Markers, record labels and the hover text follow the picture's size.
+    void rescale();
+    // A record label's rectangle in picture units.
+    QRectF labelArea(const QLabel *label) const;
     // Puts the landing points and the hover text back on top.
     void restack();
     MarkerRects rects(const MarkerArray &markers) const;
@@ -126,6 +133,14 @@ private:
     QRandomGenerator &random_;
     QLabel *scoreHoverText_;
     QList<QLabel *> statsLabels_;
+    // The record labels' places and fonts, and the hover text's font, at
+    // one pixel per unit.
+    struct LabelPlace {
+        QRectF place;
+        QFont font;
+    };
+    QList<LabelPlace> statsPlaces_;
+    QFont hoverFont_;
     BoardController *controller_ = nullptr;
     QPointer<QWidget> chat_;
 

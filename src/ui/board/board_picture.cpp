@@ -78,7 +78,10 @@ BoardPicture::BoardPicture(QWidget *parent)
     : QWidget(parent)
 {
     setObjectName(QStringLiteral("Picture1"));
-    setFixedSize(side, side);
+    // The window keeps the picture square; it never shrinks below one
+    // pixel per unit.
+    setMinimumSize(side, side);
+    resize(side, side);
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
@@ -105,7 +108,22 @@ void BoardPicture::clearPlots()
 
 void BoardPicture::renderPlots()
 {
-    plotLayer_ = plots_.empty() ? QImage() : renderPlotLayer(plots_, side, devicePixelRatioF());
+    if (plots_.empty()) {
+        plotLayer_ = QImage();
+        return;
+    }
+    // Drawn at the screen's pixels for the picture's present size, then
+    // copied one to one.
+    const qreal ratio = devicePixelRatioF();
+    plotLayer_ = renderPlotLayer(plots_, side, ratio * scale());
+    plotLayer_.setDevicePixelRatio(ratio);
+}
+
+void BoardPicture::resizeEvent(QResizeEvent *)
+{
+    if (!plots_.empty())
+        renderPlots();
+    emit rescaled();
 }
 
 void BoardPicture::paintEvent(QPaintEvent *)
@@ -113,6 +131,8 @@ void BoardPicture::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillRect(rect(), palette().window());
+    painter.save();
+    painter.scale(scale(), scale());
     painter.setPen(Qt::NoPen);
     painter.setBrush(surround);
     painter.drawEllipse(QPointF(boardCenter, boardCenter), boardCenter - 1, boardCenter - 1);
@@ -125,8 +145,10 @@ void BoardPicture::paintEvent(QPaintEvent *)
         for (const TableRow &segmentRow : segmentTable) {
             const int number = ringRow.code == RingWire ? 0 : segmentRow.code;
             painter.setBrush(bedColor(ringRow.code, number));
-            painter.drawPath(annularSector(ringRow.from, ringRow.to, segmentRow.from,
-                                           std::min(segmentRow.to + 1e-5, 360.0)));
+            // The row that ends at 360 degrees runs on under the row of
+            // the same number from 0, so no seam shows where they meet.
+            const double to = segmentRow.to >= 360 ? 361 : segmentRow.to + 1e-5;
+            painter.drawPath(annularSector(ringRow.from, ringRow.to, segmentRow.from, to));
         }
     }
     // The bull and its wires are whole rings.
@@ -149,6 +171,8 @@ void BoardPicture::paintEvent(QPaintEvent *)
         painter.drawText(QRectF(at.x() - 22, at.y() - 16, 44, 32), Qt::AlignCenter,
                          QString::number(number));
     }
+
+    painter.restore();
 
     if (!plots_.empty()) {
         // The screen may have changed under the window since the plot was drawn.

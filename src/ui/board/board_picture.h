@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/board/board_geometry.h"
+#include "ui/board/picture_scale.h"
 #include "ui/board/plot_layer.h"
 
 #include <QColor>
@@ -12,14 +13,16 @@ namespace tavrix {
 // scoring tables give them; number 0 is a wire.
 QColor bedColor(int ring, int number);
 
-// The 520 x 520 picture of the board, drawn from the ring and segment tables
-// so that every ring and wire lies exactly where scoring puts it. Drawn as
-// vectors on every paint, so it stays sharp at any device pixel ratio.
+// The picture of the board, 520 picture units across and drawn at whatever
+// square size the window gives it (520 pixels at the least), from the ring
+// and segment tables so that every ring and wire lies exactly where scoring
+// puts it. Drawn as vectors on every paint, so it stays sharp at any size
+// and device pixel ratio.
 class BoardPicture : public QWidget {
     Q_OBJECT
 
 public:
-    static constexpr int side = 2 * boardCenter;
+    static constexpr int side = pictureUnits;
 
     explicit BoardPicture(QWidget *parent = nullptr);
 
@@ -29,11 +32,22 @@ public:
     void clearPlots();
     const std::vector<PlotSet> &plots() const { return plots_; }
 
-    // Picture pixel of a board position.
+    // Picture point (in picture units) of a board position.
     static QPointF pictureFromBoard(BoardPoint point);
+    // Screen pixels per picture unit, and the conversions both ways.
+    double scale() const { return pictureScale(this); }
+    QPointF pixelFromUnits(QPointF units) const { return units * scale(); }
+    QPointF unitsFromPixel(QPointF pixel) const { return pixel / scale(); }
+    // The widget pixel that shows a board position.
+    QPointF pixelFromBoard(BoardPoint point) const { return pixelFromUnits(pictureFromBoard(point)); }
+
+signals:
+    // The picture took a new size: whatever lies on it follows.
+    void rescaled();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void renderPlots();

@@ -1,5 +1,7 @@
 #include "ui/board/dart_marker.h"
 
+#include "ui/board/picture_scale.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
@@ -37,7 +39,7 @@ QPointF middleOf(QPointF at)
 // A flight seen from behind: four vanes round the shaft. The twelve pictures
 // differ in how far they are turned and in the vanes' cut, so no two darts
 // of a set look alike.
-void drawFlight(QPainter &p, FinColor color, int index, QPointF centre)
+void drawFlight(QPainter &p, FinColor color, int index, QPointF centre, double scale)
 {
     const double turn = index * 15.0 + 10.0;
     const bool slim = index % 3 == 1;
@@ -62,6 +64,7 @@ void drawFlight(QPainter &p, FinColor color, int index, QPointF centre)
     p.setRenderHint(QPainter::Antialiasing);
     p.save();
     p.translate(centre);
+    p.scale(scale, scale);
     p.rotate(turn);
     QTransform quarter;
     QPainterPath vanes;
@@ -101,8 +104,12 @@ void strokeTwice(QPainter &p, const QPainterPath &path, const QColor &light)
 
 // A ring with four ticks and nothing in the middle, so whatever lies at
 // the aiming point, a dart or the bed, stays in sight.
-void drawTarget(QPainter &p, QPointF centre)
+void drawTarget(QPainter &p, QPointF middle, double scale)
 {
+    p.save();
+    p.translate(middle);
+    p.scale(scale, scale);
+    const QPointF centre(0, 0);
     p.setRenderHint(QPainter::Antialiasing);
     QPainterPath ring;
     ring.addEllipse(centre, 5.5, 5.5);
@@ -113,15 +120,18 @@ void drawTarget(QPainter &p, QPointF centre)
     }
     strokeTwice(p, ring, QColor(255, 210, 0));
     strokeTwice(p, ticks, QColor(255, 210, 0));
+    p.restore();
 }
 
 } // namespace
 
-void drawDartPoint(QPainter &painter, QPointF at, FinColor color)
+void drawDartPoint(QPainter &painter, QPointF at, FinColor color, double scale)
 {
     const FinPalette colours = palette(color);
-    const QPointF middle = middleOf(at);
     painter.save();
+    painter.translate(middleOf(at));
+    painter.scale(scale, scale);
+    const QPointF middle(0, 0);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     // Light halo, dark ring, white core: one of the three stands out on
@@ -138,8 +148,9 @@ void drawDartPoint(QPainter &painter, QPointF at, FinColor color)
     painter.restore();
 }
 
-void drawDartNumber(QPainter &painter, QPointF middle, int number)
+void drawDartNumber(QPainter &painter, QPointF at, int number, double scale)
 {
+    const QPointF middle(0, 0);
     QFont font = painter.font();
     font.setPixelSize(10);
     font.setBold(true);
@@ -149,6 +160,8 @@ void drawDartNumber(QPainter &painter, QPointF middle, int number)
     text.addText(middle + QPointF(-metrics.horizontalAdvance(digit) / 2, metrics.capHeight() / 2), font,
                  digit);
     painter.save();
+    painter.translate(at);
+    painter.scale(scale, scale);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(QColor(0, 0, 0, 220), 2.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
@@ -163,9 +176,8 @@ DartMarker::DartMarker(const QString &tag, QWidget *board)
     : QWidget(board)
     , tag_(tag)
 {
-    const int side = isTarget() ? targetSide : flightSide;
-    resize(side, side);
-    centre_ = QPointF(side / 2.0, side / 2.0);
+    resize(side(), side());
+    centre_ = QPointF(side() / 2.0, side() / 2.0);
     // Pointer events belong to the board underneath, which knows the markers.
     setAttribute(Qt::WA_TransparentForMouseEvents);
     hide();
@@ -181,14 +193,22 @@ void DartMarker::setFlight(int index)
 void DartMarker::centreOn(QPointF picturePoint)
 {
     centre_ = picturePoint;
-    move(qRound(picturePoint.x() - width() / 2.0), qRound(picturePoint.y() - height() / 2.0));
-    update();
+    rescale();
     emit centreMoved();
+}
+
+void DartMarker::rescale()
+{
+    const double scale = pictureScale(parentWidget());
+    const int pixels = int(std::ceil(side() * scale));
+    const QPointF middle = centre_ * scale;
+    setGeometry(qRound(middle.x() - pixels / 2.0), qRound(middle.y() - pixels / 2.0), pixels, pixels);
+    update();
 }
 
 QRectF DartMarker::area() const
 {
-    return {centre_ - QPointF(width() / 2.0, height() / 2.0), QSizeF(size())};
+    return {centre_ - QPointF(side() / 2.0, side() / 2.0), QSizeF(side(), side())};
 }
 
 void DartMarker::paintEvent(QPaintEvent *)
@@ -196,13 +216,14 @@ void DartMarker::paintEvent(QPaintEvent *)
     // Drawn as vectors on every paint, so the marker stays sharp at any
     // device pixel ratio.
     QPainter painter(this);
-    const QPointF at = centre_ - QPointF(pos());
+    const double scale = pictureScale(parentWidget());
+    const QPointF at = centre_ * scale - QPointF(pos());
     if (isTarget()) {
-        drawTarget(painter, middleOf(at));
+        drawTarget(painter, middleOf(at), scale);
         return;
     }
-    drawFlight(painter, finColor(), flight_, middleOf(at));
-    drawDartPoint(painter, at, finColor());
+    drawFlight(painter, finColor(), flight_, middleOf(at), scale);
+    drawDartPoint(painter, at, finColor(), scale);
 }
 
 } // namespace tavrix

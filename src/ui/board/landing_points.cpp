@@ -1,6 +1,7 @@
 #include "ui/board/landing_points.h"
 
 #include "ui/board/dart_marker.h"
+#include "ui/board/picture_scale.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -52,13 +53,14 @@ namespace {
 
 // Where a dart's number goes: the first of eight places round its point,
 // straight above first, that is clear of the other points and of the
-// numbers placed before; when none is, the clearest.
-QPointF numberPlace(QPointF at, const QList<QPointF> &taken)
+// numbers placed before; when none is, the clearest. Distances are in
+// widget pixels, on a picture of `scale` pixels per unit.
+QPointF numberPlace(QPointF at, const QList<QPointF> &taken, double scale)
 {
     static const QPointF directions[] = {{0, -1}, {0.7071, -0.7071}, {-0.7071, -0.7071}, {1, 0},
                                          {-1, 0}, {0.7071, 0.7071},  {-0.7071, 0.7071},  {0, 1}};
-    const double distance = dartPointRadius + 6;
-    const double clear = 12;
+    const double distance = (dartPointRadius + 6) * scale;
+    const double clear = 12 * scale;
     QPointF best;
     double bestClearance = -1;
     for (const QPointF direction : directions) {
@@ -82,23 +84,24 @@ QPointF numberPlace(QPointF at, const QList<QPointF> &taken)
 
 void LandingPoints::paintEvent(QPaintEvent *)
 {
+    const double scale = pictureScale(parentWidget());
     QList<const Dart *> shown;
     QList<QPointF> taken;
     for (const Dart &dart : std::as_const(darts_)) {
         if (!dart.marker->isHidden()) {
             shown << &dart;
-            taken << dart.marker->centre() + QPointF(0.5, 0.5);
+            taken << dart.marker->centre() * scale + QPointF(0.5, 0.5);
         }
     }
     QPainter painter(this);
     // The numbers first, so none of them lies over a dart's point.
     for (qsizetype i = 0; i < shown.size(); ++i) {
-        const QPointF place = numberPlace(taken[i], taken);
-        drawDartNumber(painter, place, shown[i]->number);
+        const QPointF place = numberPlace(taken[i], taken, scale);
+        drawDartNumber(painter, place, shown[i]->number, scale);
         taken << place;
     }
     for (const Dart *dart : std::as_const(shown))
-        drawDartPoint(painter, dart->marker->centre(), dart->marker->finColor());
+        drawDartPoint(painter, dart->marker->centre() * scale, dart->marker->finColor(), scale);
 }
 
 } // namespace tavrix

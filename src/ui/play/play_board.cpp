@@ -65,11 +65,9 @@ void PlayController::boardClicked(BoardPoint at, int flight)
     if (!game_.throwerMarksHere())
         return;
     const MarkerSet set = markerSet(game_.currentThrower());
-    // A dart marked here stands on the pixel clicked.
-    const BoardPoint dart = onMarkerGrid(at, flightMarkerSide);
     auto mark = [&](int index) {
-        c_.board.showMarker(set, index, dart, flight);
-        game_.placeDart(dart);
+        c_.board.showMarker(set, index, at, flight);
+        game_.placeDart(at);
     };
     if (game_.phase() == GamePhase::CorkAwaited) {
         mark(0);

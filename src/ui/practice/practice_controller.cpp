@@ -267,7 +267,7 @@ void PracticeController::boardClicked(BoardPoint at, int flight)
     const int index = model_.placeDart(at);
     if (index < 0)
         return;
-    board_.showMarker(MarkerSet::Local, index, onMarkerGrid(at, flightMarkerSide), flight);
+    board_.showMarker(MarkerSet::Local, index, at, flight);
     sounds_.play(landingCue(at), true);
     board_.setMarking(MarkerSet::Local, model_.dartCount());
     if (model_.dartCount() < 3)

@@ -18,6 +18,7 @@
 #include "ui/review/review_controller.h"
 #include "ui/review/review_frame.h"
 #include "ui/review/skill_factors_frame.h"
+#include "ui/startup/board_beside_layout.h"
 #include "core/session/session.h"
 #include "ui/sound/sounds.h"
 #include "ui/startup/game_choices.h"
@@ -88,20 +89,8 @@ void Darts::showFitted()
 void Darts::buildFrames()
 {
     auto *central = new QWidget(this);
-    auto *columns = new QHBoxLayout(central);
-    // Narrow margins: on an 800 x 600 screen the board and the mode frame
-    // share the window's whole width.
-    columns->setContentsMargins(4, 4, 4, 4);
-    columns->setSpacing(6);
-
-    auto *boardColumn = new QVBoxLayout;
     picture_ = new BoardPicture(central);
     picture_->setObjectName(QStringLiteral("Picture1"));
-    // The board keeps its size; on a tall window it stands in the middle.
-    boardColumn->addStretch();
-    boardColumn->addWidget(picture_);
-    boardColumn->addStretch();
-    columns->addLayout(boardColumn);
 
     // The hover text and the record labels float on the board picture.
     scoreHoverText_ = namedLabel("ScoreHoverText", picture_);
@@ -124,9 +113,13 @@ void Darts::buildFrames()
         const bool title = QByteArray(caption).size() > 0;
         label->setGeometry(left, title ? 2 : 16, 110, title ? 14 : 48);
         label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        label->setStyleSheet(QStringLiteral("color: white; background: rgba(0, 0, 0, 170); font-size: 7pt;"
-                                            " padding: 0px 3px;")
-                             + (title ? QStringLiteral(" font-weight: bold;") : QString()));
+        // The type is set as a font, not in the style, so that it grows
+        // with the board.
+        label->setStyleSheet(QStringLiteral("color: white; background: rgba(0, 0, 0, 170); padding: 0px 3px;"));
+        QFont font = label->font();
+        font.setPointSizeF(7);
+        font.setBold(title);
+        label->setFont(font);
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
         label->hide();
         *place = label;
@@ -149,7 +142,16 @@ void Darts::buildFrames()
         label->setFont(greetingFont(label));
     for (QGroupBox *frame : std::initializer_list<QGroupBox *>{playFrame_, practiceFrame_, reviewFrame_})
         frameColumn->addWidget(frame);
-    columns->addLayout(frameColumn, 1);
+    auto *columns = new BoardBesideLayout(central, picture_, frameColumn);
+    // Narrow margins: on an 800 x 600 screen the board and the mode frame
+    // share the window's whole width.
+    constexpr int margin = 4;
+    constexpr int spacing = 6;
+    columns->setContentsMargins(margin, margin, margin, margin);
+    columns->setSpacing(spacing);
+    // The frames keep the width they have on the smallest screen, where the
+    // board has its least size; the board grows only into room beyond that.
+    columns->setFramesWidth(smallestScreenWidth - 2 * margin - spacing - BoardPicture::side);
     setCentralWidget(central);
 
     boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, records_.all(), this);

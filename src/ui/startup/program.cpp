@@ -27,7 +27,7 @@ QString smallScreenMessage()
 
 bool screenIsLargeEnough(QSize screen)
 {
-    return screen.width() >= 800 && screen.height() >= 600;
+    return screen.width() >= smallestScreenWidth && screen.height() >= smallestScreenHeight;
 }
 
 namespace {

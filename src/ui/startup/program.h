@@ -22,6 +22,10 @@ class Messages;
 class SoundPlayer;
 class Sounds;
 
+// The smallest screen the program runs on.
+inline constexpr int smallestScreenWidth = 800;
+inline constexpr int smallestScreenHeight = 600;
+
 // The message shown when the screen is too small, and its title.
 inline constexpr const char *smallScreenTitle = "800 x 600 required";
 QString smallScreenMessage();
