@@ -121,8 +121,8 @@ void BoardPicture::renderPlots()
 
 void BoardPicture::resizeEvent(QResizeEvent *)
 {
-    if (!plots_.empty())
-        renderPlots();
+    // The plot is drawn again at the next paint, once for all the sizes a
+    // window passes through while it is dragged.
     emit rescaled();
 }
 
@@ -175,8 +175,10 @@ void BoardPicture::paintEvent(QPaintEvent *)
     painter.restore();
 
     if (!plots_.empty()) {
-        // The screen may have changed under the window since the plot was drawn.
-        if (plotLayer_.devicePixelRatio() != devicePixelRatioF())
+        // The screen or the picture's size may have changed since the plot
+        // was drawn.
+        const int pixels = int(std::ceil(side * (devicePixelRatioF() * scale())));
+        if (plotLayer_.devicePixelRatio() != devicePixelRatioF() || plotLayer_.width() != pixels)
             renderPlots();
         painter.drawImage(QPointF(0, 0), plotLayer_);
     }
