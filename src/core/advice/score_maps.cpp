@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <complex>
 #include <list>
 #include <mutex>
 #include <optional>
+#include <thread>
 
 namespace tavrix {
 
@@ -206,20 +206,23 @@ const std::vector<char> &gridInside()
     return inside;
 }
 
-bool isSmooth(int n)
+// Sizes of 16 times a product of 2, 3 and 5 only: FFTW's plans made without
+// measuring are fast for them, and the sizes lie 5 to 20 % apart, so that
+// the spreads of one player's classes of aim often share one.
+bool isFastSize(int n)
 {
-    for (const int p : {2, 3, 5, 7})
+    if (n % 16 != 0)
+        return false;
+    for (const int p : {2, 3, 5})
         while (n % p == 0)
             n /= p;
     return n == 1;
 }
 
-// The smallest even size made of the factors 2, 3, 5 and 7 from n up.
 int transformSize(int n)
 {
-    n += n % 2;
-    while (!isSmooth(n))
-        n += 2;
+    while (!isFastSize(n))
+        ++n;
     return n;
 }
 
@@ -313,16 +316,29 @@ int sizeFor(const Kernel &kernel)
 }
 
 // The plans, work buffers and board transforms of one transform size.
+// The buffers one thread transforms in.
+struct Workspace {
+    FloatBuffer real;
+    ComplexBuffer spectrum;
+    ComplexBuffer momentX;
+    ComplexBuffer momentY;
+    Workspace(std::size_t realCount, std::size_t complexCount)
+        : real(realCount)
+        , spectrum(complexCount)
+        , momentX(complexCount)
+        , momentY(complexCount)
+    {
+    }
+};
+
 struct SizeCache {
     int n = 0;
     std::size_t realCount = 0;
     std::size_t complexCount = 0;
-    FloatBuffer real;
-    ComplexBuffer spectrum;
+    // Two threads share the regions' transforms, each in its own workspace.
+    std::array<std::unique_ptr<Workspace>, 2> work;
     ComplexBuffer kernel;
     ComplexBuffer points;
-    ComplexBuffer momentX; // scratch for the moments' transforms
-    ComplexBuffer momentY;
     std::vector<std::unique_ptr<ComplexBuffer>> regions; // empty until asked for
     fftwf_plan forward = nullptr;
     fftwf_plan backward = nullptr;
@@ -331,17 +347,15 @@ struct SizeCache {
         : n(size)
         , realCount(std::size_t(size) * size)
         , complexCount(std::size_t(size) * (size / 2 + 1))
-        , real(realCount)
-        , spectrum(complexCount)
+        , work{std::make_unique<Workspace>(realCount, complexCount),
+               std::make_unique<Workspace>(realCount, complexCount)}
         , kernel(complexCount)
         , points(complexCount)
-        , momentX(complexCount)
-        , momentY(complexCount)
     {
         {
             const std::lock_guard guard(plannerLock());
-            forward = fftwf_plan_dft_r2c_2d(n, n, real.data, spectrum.data, FFTW_ESTIMATE);
-            backward = fftwf_plan_dft_c2r_2d(n, n, spectrum.data, real.data, FFTW_ESTIMATE);
+            forward = fftwf_plan_dft_r2c_2d(n, n, work[0]->real.data, work[0]->spectrum.data, FFTW_ESTIMATE);
+            backward = fftwf_plan_dft_c2r_2d(n, n, work[0]->spectrum.data, work[0]->real.data, FFTW_ESTIMATE);
         }
         const std::vector<CellMass> &cells = boardCells().points;
         transformMasses(
@@ -349,7 +363,7 @@ struct SizeCache {
                 for (int i = 0; i < cellSide * cellSide; ++i)
                     put(i, cells[i]);
             },
-            points);
+            points, *work[0]);
     }
     ~SizeCache()
     {
@@ -366,7 +380,17 @@ struct SizeCache {
     {
         return std::size_t((y % n + n) % n) * n + std::size_t((x % n + n) % n);
     }
-    void clearReal() { std::fill(real.data, real.data + realCount, 0.0f); }
+    void clear(FloatBuffer &real) const { std::fill(real.data, real.data + realCount, 0.0f); }
+
+    // body(first, last, workspace) over [0, count) in two halves, the
+    // second on a thread of its own.
+    template <typename Body>
+    void inHalves(int count, Body body)
+    {
+        const int half = count / 2;
+        std::jthread other([&] { body(half, count, *work[1]); });
+        body(0, half, *work[0]);
+    }
 
     // The transform of masses on the board's cells, each mass moved from
     // its cell's centre to its centroid: shifting a mass by m multiplies its
@@ -374,18 +398,20 @@ struct SizeCache {
     // transforms times -i w join the shares'. `cells(put)` calls
     // put(cell index, mass) for every cell that holds anything.
     template <typename Cells>
-    void transformMasses(Cells cells, ComplexBuffer &out)
+    void transformMasses(Cells cells, ComplexBuffer &out, Workspace &w)
     {
         const auto transformOf = [&](auto part, ComplexBuffer &to) {
-            clearReal();
+            clear(w.real);
             cells([&](int index, const CellMass &mass) {
-                real.data[at(index % cellSide - cellHalf, index / cellSide - cellHalf)] = mass.*part;
+                w.real.data[at(index % cellSide - cellHalf, index / cellSide - cellHalf)] = mass.*part;
             });
-            fftwf_execute_dft_r2c(forward, real.data, to.data);
+            fftwf_execute_dft_r2c(forward, w.real.data, to.data);
         };
+        const ComplexBuffer &momentX = w.momentX;
+        const ComplexBuffer &momentY = w.momentY;
         transformOf(&CellMass::share, out);
-        transformOf(&CellMass::momentX, momentX);
-        transformOf(&CellMass::momentY, momentY);
+        transformOf(&CellMass::momentX, w.momentX);
+        transformOf(&CellMass::momentY, w.momentY);
         const int columns = n / 2 + 1;
         const auto frequency = [this](int k) {
             // The highest frequency has no sign; it takes no moment.
@@ -411,24 +437,27 @@ struct SizeCache {
         if (!regions.empty())
             return;
         const BoardCells &board = boardCells();
-        regions.reserve(regionCount);
-        for (int region = 0; region < regionCount; ++region) {
-            auto transform = std::make_unique<ComplexBuffer>(complexCount);
-            transformMasses(
-                [&board, region](auto &&put) {
-                    for (std::size_t i = board.start[region]; i < board.start[region + 1]; ++i)
-                        put(board.cell[i], board.mass[i]);
-                },
-                *transform);
-            regions.push_back(std::move(transform));
-        }
+        std::vector<std::unique_ptr<ComplexBuffer>> transforms(regionCount);
+        for (auto &transform : transforms)
+            transform = std::make_unique<ComplexBuffer>(complexCount);
+        inHalves(regionCount, [&](int first, int last, Workspace &w) {
+            for (int region = first; region < last; ++region)
+                transformMasses(
+                    [&board, region](auto &&put) {
+                        for (std::size_t i = board.start[region]; i < board.start[region + 1]; ++i)
+                            put(board.cell[i], board.mass[i]);
+                    },
+                    *transforms[region], w);
+        });
+        regions = std::move(transforms);
     }
 
     // The kernel, reflected (a dart aimed at a lands at a + d, so the map at
     // a sums the board at a + d), into `kernel`.
     void transformKernel(const Kernel &k)
     {
-        clearReal();
+        FloatBuffer &real = work[0]->real;
+        clear(real);
         const int width = k.xHi - k.xLo + 1;
         for (int y = k.yLo; y <= k.yHi; ++y)
             for (int x = k.xLo; x <= k.xHi; ++x)
@@ -437,20 +466,22 @@ struct SizeCache {
     }
 
     // The inverse transform of source × kernel, cropped to the grid.
-    AimMap convolved(const fftwf_complex *source)
+    AimMap convolved(const fftwf_complex *source, Workspace &w)
     {
+        fftwf_complex *spectrum = w.spectrum.data;
+        float *real = w.real.data;
         for (std::size_t i = 0; i < complexCount; ++i) {
             const float re = source[i][0] * kernel.data[i][0] - source[i][1] * kernel.data[i][1];
             const float im = source[i][0] * kernel.data[i][1] + source[i][1] * kernel.data[i][0];
-            spectrum.data[i][0] = re;
-            spectrum.data[i][1] = im;
+            spectrum[i][0] = re;
+            spectrum[i][1] = im;
         }
-        fftwf_execute_dft_c2r(backward, spectrum.data, real.data);
+        fftwf_execute_dft_c2r(backward, spectrum, real);
         AimMap map;
         map.values.resize(std::size_t(aimGridSide) * aimGridSide);
         const float scale = 1.0f / float(realCount);
         for (int row = 0; row < aimGridSide; ++row) {
-            const float *from = real.data + at(0, aimGridHalf - row);
+            const float *from = real + at(0, aimGridHalf - row);
             float *to = map.values.data() + std::size_t(row) * aimGridSide;
             for (int column = 0; column < aimGridSide; ++column) {
                 const int x = column - aimGridHalf;
@@ -532,7 +563,7 @@ AimMap ScoreMaps::expectedScore(const Spread &spread)
     }
     SizeCache &cache = impl_->cacheFor(sizeFor(kernel));
     cache.transformKernel(kernel);
-    return cache.convolved(cache.points.data);
+    return cache.convolved(cache.points.data, *cache.work[0]);
 }
 
 std::vector<AimMap> ScoreMaps::regionChances(const Spread &spread)
@@ -553,8 +584,11 @@ std::vector<AimMap> ScoreMaps::regionChances(const Spread &spread)
     SizeCache &cache = impl_->cacheFor(sizeFor(kernel));
     cache.computeRegions();
     cache.transformKernel(kernel);
-    for (int region = 0; region < regionCount; ++region)
-        maps.push_back(cache.convolved(cache.regions[region]->data));
+    maps.resize(regionCount);
+    cache.inHalves(regionCount, [&](int first, int last, Workspace &w) {
+        for (int region = first; region < last; ++region)
+            maps[region] = cache.convolved(cache.regions[region]->data, w);
+    });
     return maps;
 }
 
