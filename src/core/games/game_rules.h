@@ -36,6 +36,8 @@ struct GlanceFigures {
     std::optional<QString> finish;
     // The darts marked so far bust the turn: the figure says so.
     bool bust = false;
+    // 301/501 double out, doubled in, not bust: the score left to finish.
+    std::optional<int> checkoutLeft;
 };
 
 // What a confirmed set did under the rules of its game.

@@ -131,6 +131,8 @@ GlanceFigures X01Rules::glance(int player, const SetDarts &turn) const
     figures.finish = bust || !count.doubledIn
                          ? QString()
                          : dartCodesText(advisor_.bestOut(left, doubleOut_), QStringLiteral(" \u00B7 "));
+    if (doubleOut_ && count.doubledIn && !bust && left > 1)
+        figures.checkoutLeft = left;
     return figures;
 }
 

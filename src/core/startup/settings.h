@@ -22,6 +22,8 @@ inline constexpr const char *opponentSetting = "Opponent";
 inline constexpr const char *skillSetting = "Skill";
 inline constexpr const char *cricketOptionsSetting = "CricketOptions";
 inline constexpr const char *keepStatsSetting = "KeepTargetStats";
+// "on" shows the map of where to aim in review.
+inline constexpr const char *aimMapSetting = "AimMap";
 
 // The stored value as text; "" when it is missing or the store cannot be read.
 QString getSetting(const QString &name);

@@ -3,9 +3,18 @@
 #include "core/stats/records.h"
 #include "core/stats/stats_access.h"
 
+#include <functional>
 #include <optional>
 
 namespace tavrix {
+
+// What has changed in the store: commits of other connections and rows
+// changed through this one. Equal versions mean nothing was written between.
+struct StoreVersion {
+    qint64 otherConnections = 0;
+    qint64 thisConnection = 0;
+    friend bool operator==(const StoreVersion &, const StoreVersion &) = default;
+};
 
 // What the player's recorded darts and games add up to. Each gives nothing
 // when the store cannot be read (lastError() says why).
@@ -25,6 +34,14 @@ public:
     // leg and best out are read for 301 and 501 only.
     virtual std::optional<GameRecordFigures> gameRecord(qint64 playerId, GameType gameType,
                                                         SkillLevel skill) = 0;
+    // Every recorded dart of the player with the target it was thrown at:
+    // the target's value and ring (a practice target, or a game dart's
+    // target score and ring) and where the dart landed, in board units.
+    // Practice darts first, then game darts; one read of the player's darts.
+    using AimedDartTaker = std::function<void(int targetValue, int targetRing, double x, double y)>;
+    virtual bool readAimedDarts(qint64 playerId, const AimedDartTaker &take) = 0;
+    // The store's version now; nothing when it cannot be read.
+    virtual std::optional<StoreVersion> storeVersion() = 0;
 
 protected:
     ~DartHistory() = default;

@@ -37,6 +37,33 @@ std::optional<PlayerDistances> readDistances(QSqlQuery &query, qint64 playerId)
 
 } // namespace
 
+bool SqliteStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
+{
+    // Practice darts by their set's target, then game darts by their own;
+    // no order is asked for, so each table is read as it lies.
+    const std::pair<const char *, const char *> statements[] = {
+        {"aimedPractice",
+         "SELECT ta.targetValue, ta.targetRing, th.x, th.y"
+         " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id WHERE +ta.players_id = ?"},
+        {"aimedGame", "SELECT targetscore, targetring, x, y FROM gamesdarts WHERE players_id = ?"},
+    };
+    ++playerReads_;
+    for (const auto &[key, statement] : statements) {
+        QSqlQuery *const query = prepared(QString::fromLatin1(key), QString::fromLatin1(statement));
+        if (!query)
+            return false;
+        query->setForwardOnly(true);
+        query->addBindValue(playerId);
+        if (!exec(*query, QStringLiteral("Cannot read the player's darts")))
+            return false;
+        while (query->next())
+            take(query->value(0).toInt(), query->value(1).toInt(), query->value(2).toDouble(),
+                 query->value(3).toDouble());
+        query->finish();
+    }
+    return true;
+}
+
 std::optional<SqliteStore::ChangeStamp> SqliteStore::changeStamp()
 {
     QSqlQuery query(connection());

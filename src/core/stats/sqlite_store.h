@@ -110,15 +110,11 @@ public:
 
     QSqlDatabase connection() const;
 
+    bool readAimedDarts(qint64 playerId, const AimedDartTaker &take) override;
+    std::optional<StoreVersion> storeVersion() override { return changeStamp(); }
+
 private:
-    // What has changed in the database: commits of other connections and
-    // rows changed through this one. Equal stamps mean nothing was written
-    // between.
-    struct ChangeStamp {
-        qint64 otherConnections = 0;
-        qint64 thisConnection = 0;
-        friend bool operator==(const ChangeStamp &, const ChangeStamp &) = default;
-    };
+    using ChangeStamp = StoreVersion;
     std::optional<ChangeStamp> changeStamp();
 
     // The device and inode of the file opened, to tell it from a file put

@@ -106,6 +106,14 @@ void BoardPicture::clearPlots()
     update();
 }
 
+void BoardPicture::setAimMap(std::optional<AimMapPicture> map)
+{
+    if (!map && !aimMap_)
+        return;
+    aimMap_ = std::move(map);
+    update();
+}
+
 void BoardPicture::renderPlots()
 {
     if (plots_.empty()) {
@@ -172,6 +180,8 @@ void BoardPicture::paintEvent(QPaintEvent *)
                          QString::number(number));
     }
 
+    if (aimMap_)
+        drawAimMap(painter, *aimMap_);
     painter.restore();
 
     if (!plots_.empty()) {

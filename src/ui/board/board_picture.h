@@ -1,11 +1,14 @@
 #pragma once
 
 #include "core/board/board_geometry.h"
+#include "ui/board/aim_map_layer.h"
 #include "ui/board/picture_scale.h"
 #include "ui/board/plot_layer.h"
 
 #include <QColor>
 #include <QWidget>
+
+#include <optional>
 
 namespace tavrix {
 
@@ -31,6 +34,9 @@ public:
     void setPlots(std::vector<PlotSet> sets);
     void clearPlots();
     const std::vector<PlotSet> &plots() const { return plots_; }
+    // The map of where to aim (review), under the plots; nothing hides it.
+    void setAimMap(std::optional<AimMapPicture> map);
+    bool showsAimMap() const { return aimMap_.has_value(); }
 
     // Picture point (in picture units) of a board position.
     static QPointF pictureFromBoard(BoardPoint point);
@@ -53,6 +59,7 @@ private:
     void renderPlots();
 
     std::vector<PlotSet> plots_;
+    std::optional<AimMapPicture> aimMap_;
     QImage plotLayer_;
 };
 

@@ -1,5 +1,6 @@
 #include "ui/play/play_controller.h"
 
+#include "ui/advice/aim_advice_service.h"
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
 #include "ui/dialogs/stats_rescue.h"
@@ -42,6 +43,11 @@ PlayController::PlayController(const Context &context, QObject *parent)
     computer_ = new ComputerOpponent(c_.sounds, c_.session.random, c_.skill.profile, this);
     peer_ = new NetworkPeer(c_.sounds, game_, [this](const NetMessage &message) { return net_->send(message); }, this);
     connectNetwork();
+    // Fresh advice shows at once in the turn it was awaited in.
+    connect(&c_.aims, &AimAdviceService::adviceReady, this, [this](qint64 playerId) {
+        if (playerId == c_.session.currentPlayerId)
+            showYourOut();
+    });
 
     GameFrame &f = c_.frame;
     connect(f.btnStartGame, &QPushButton::clicked, this, &PlayController::btnStartGameClicked);
@@ -162,6 +168,36 @@ void PlayController::showGlance()
     scoreBoard_->showStanding(game_);
     const bool throwing = game_.phase() == GamePhase::Turn;
     f.scoreGlance->markThrower(throwing ? game_.currentThrower() : 0);
+    showYourOut();
+}
+
+void PlayController::showYourOut()
+{
+    QString text;
+    bool needsDarts = false;
+    // Player 2 is the player at this board whose darts are recorded.
+    constexpr int local = 2;
+    const int darts = 3 - game_.dartsPlaced();
+    const std::optional<int> left = game_.glance(local).checkoutLeft;
+    if (game_.phase() == GamePhase::Turn && game_.currentThrower() == local && game_.throwerMarksHere() && left
+        && canFinish(*left, darts)) {
+        const std::shared_ptr<const PersonalAdvice> advice = c_.aims.advice(c_.session.currentPlayerId);
+        if (!advice) {
+            text = QStringLiteral("Working out your checkouts...");
+        } else if (advice->checkouts) {
+            text = yourOutText(*advice->checkouts, *left, darts);
+        } else if (yourOutNeeds_ != YourOutNeeds::Said) {
+            text = needMoreDartsText(advice->fit.fitted);
+            needsDarts = true;
+        }
+    }
+    // That more darts are needed is said while one checkout lasts, and not
+    // again in the game.
+    if (needsDarts)
+        yourOutNeeds_ = YourOutNeeds::Saying;
+    else if (yourOutNeeds_ == YourOutNeeds::Saying)
+        yourOutNeeds_ = YourOutNeeds::Said;
+    c_.frame.scoreGlance->showYourOut(text);
 }
 
 // --- The cork --------------------------------------------------------------------

@@ -26,6 +26,7 @@ class QWidget;
 namespace tavrix {
 
 class Advisor;
+class AimAdviceService;
 class ComputerOpponent;
 class NetworkGame;
 class NetworkPeer;
@@ -57,6 +58,8 @@ public:
         QWidget *window;
         // Says failed writes, and saves into another file a file lost.
         StatsRescue &rescue;
+        // The checkouts worked out from the player's own darts.
+        AimAdviceService &aims;
     };
     explicit PlayController(const Context &context, QObject *parent = nullptr);
     ~PlayController() override;
@@ -102,6 +105,9 @@ private:
     // The large figures and the closed numbers, as the model stands: the
     // thrower's figures with the darts marked so far.
     void showGlance();
+    // The checkout from the local player's own darts, during his turn in a
+    // double-out game while the darts left can finish.
+    void showYourOut();
     void okClicked();
     void nextTurn();
 
@@ -163,6 +169,10 @@ private:
     OpponentNameDialog *opponentDialog_ = nullptr;
     QString opponentName_;
     GameRecordFigures record_;
+    // Whether the game has said that the player's own checkouts need more
+    // darts.
+    enum class YourOutNeeds { NotYet, Saying, Said };
+    YourOutNeeds yourOutNeeds_ = YourOutNeeds::NotYet;
     GameSetupForm form_;
     X01ScoreBoard x01Board_;
     CricketScoreBoard cricketBoard_;

@@ -80,6 +80,7 @@ void PlayController::opOpponentClicked(OpponentKind kind)
 void PlayController::startGame(bool playAgain)
 {
     GameFrame &f = c_.frame;
+    yourOutNeeds_ = YourOutNeeds::NotYet;
     c_.board.hidePips();
     f.btnStartGame->setEnabled(false);
     const bool networkAgain = playAgain && game_.overNetwork();

@@ -96,6 +96,20 @@ ScoreGlance::ScoreGlance(QWidget *parent)
     // The line keeps its height while it is empty, so the board below stays put.
     finish_->setMinimumHeight(finish_->fontMetrics().height());
     column->addWidget(finish_);
+
+    // The checkout worked out from the player's own darts; one line that
+    // shrinks to its room, hidden while it has nothing to say.
+    yourOut_ = new FittingLabel(this);
+    yourOut_->setObjectName(QStringLiteral("lblYourOut"));
+    yourOut_->setAlignment(Qt::AlignCenter);
+    yourOut_->setTextFormat(Qt::PlainText);
+    yourOut_->setToolTip(QStringLiteral("The checkout with the best chance for you, worked out from your own "
+                                        "darts, and the chance of the chart's"));
+    QFont bold = yourOut_->font();
+    bold.setBold(true);
+    yourOut_->setFont(bold);
+    yourOut_->hide();
+    column->addWidget(yourOut_);
     markThrower(0);
 }
 
@@ -110,6 +124,12 @@ void ScoreGlance::showFigures(int player, const GlanceFigures &figures)
     figures_[player - 1]->setText(figures.figure);
     details_[player - 1]->setText(figures.detail);
     restyle();
+}
+
+void ScoreGlance::showYourOut(const QString &text)
+{
+    yourOut_->setText(text);
+    yourOut_->setVisible(!text.isEmpty());
 }
 
 void ScoreGlance::markThrower(int player)

@@ -28,6 +28,8 @@ public:
     void showFigures(int player, const GlanceFigures &figures);
     // 0 when nobody is throwing (the cork, the end of a game).
     void markThrower(int player);
+    // The checkout for the thrower from his own darts ("" hides the line).
+    void showYourOut(const QString &text);
     int markedThrower() const { return thrower_; }
     QLabel *figure(int player) const { return figures_[player - 1]; }
     QLabel *detail(int player) const { return details_[player - 1]; }
@@ -44,6 +46,7 @@ private:
     std::array<QLabel *, 2> figures_{};
     std::array<QLabel *, 2> details_{};
     FittingLabel *finish_ = nullptr;
+    FittingLabel *yourOut_ = nullptr;
     std::array<GlanceFigures, 2> shown_{};
     int thrower_ = 0;
 };

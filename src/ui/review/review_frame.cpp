@@ -5,7 +5,9 @@
 #include "core/review/review_rules.h"
 #include "ui/review/skill_factors_frame.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
+#include <QProgressBar>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -76,6 +78,23 @@ ReviewFrame::ReviewFrame(QWidget *parent)
     skillFactors_ = new SkillFactorsFrame(this);
     bottom->addWidget(skillFactors_, 0, Qt::AlignTop);
     layout->addLayout(bottom);
+
+    aimMapCheck_ = new QCheckBox(QStringLiteral("Show where to aim"), this);
+    aimMapCheck_->setObjectName(QStringLiteral("chkAimMap"));
+    layout->addWidget(aimMapCheck_);
+    aimBusy_ = new QProgressBar(this);
+    aimBusy_->setObjectName(QStringLiteral("barAimBusy"));
+    aimBusy_->setRange(0, 0);
+    aimBusy_->setTextVisible(false);
+    aimBusy_->setMaximumHeight(8);
+    aimBusy_->hide();
+    layout->addWidget(aimBusy_);
+    aimAdvice_ = new QLabel(this);
+    aimAdvice_->setObjectName(QStringLiteral("lblAimAdvice"));
+    aimAdvice_->setTextFormat(Qt::PlainText);
+    aimAdvice_->setWordWrap(true);
+    aimAdvice_->hide();
+    layout->addWidget(aimAdvice_);
     layout->addStretch();
 }
 

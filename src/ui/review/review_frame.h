@@ -8,7 +8,9 @@
 
 #include <array>
 
+class QCheckBox;
 class QLabel;
+class QProgressBar;
 
 namespace tavrix {
 
@@ -26,6 +28,11 @@ public:
 
     QLabel *greeting() const { return greeting_; }
     SkillFactorsFrame *skillFactors() const { return skillFactors_; }
+    // "Show where to aim", the advice beside the map, and the bar that
+    // moves while the advice is worked out.
+    QCheckBox *aimMapCheck() const { return aimMapCheck_; }
+    QLabel *aimAdvice() const { return aimAdvice_; }
+    QProgressBar *aimBusy() const { return aimBusy_; }
 
     void setCaption(int index, const QString &caption);
     // No area chosen: the frames' captions and figures as at first.
@@ -35,6 +42,9 @@ public:
 private:
     QLabel *greeting_ = nullptr;
     SkillFactorsFrame *skillFactors_ = nullptr;
+    QCheckBox *aimMapCheck_ = nullptr;
+    QLabel *aimAdvice_ = nullptr;
+    QProgressBar *aimBusy_ = nullptr;
     std::array<QGroupBox *, 3> figureFrames_{};
     // Per frame: darts, hits, percentage, average distance.
     std::array<std::array<QLabel *, 4>, 3> values_{};

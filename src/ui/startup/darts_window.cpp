@@ -1,5 +1,6 @@
 #include "ui/startup/darts_window.h"
 
+#include "ui/advice/aim_advice_service.h"
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/alert_box.h"
 #include "ui/help/help_viewer.h"
@@ -16,6 +17,7 @@
 #include "ui/practice/practice_controller.h"
 #include "ui/practice/practice_frame.h"
 #include "ui/review/review_controller.h"
+#include "ui/review/aim_map_view.h"
 #include "ui/review/review_frame.h"
 #include "ui/review/skill_factors_frame.h"
 #include "ui/startup/board_beside_layout.h"
@@ -156,9 +158,10 @@ void Darts::buildFrames()
 
     boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, records_.all(), this);
     rescue_ = std::make_unique<StatsRescue>(program_.store(), program_.messages(), session_);
+    aims_ = new AimAdviceService(program_.store(), program_.checkoutChart(), this);
     play_ = new PlayController({session_, program_.store(), program_.sounds(), program_.messages(),
                                 program_.advisor(), skill_, *boardInput_, *gameFrame_, records_,
-                                this, *rescue_},
+                                this, *rescue_, *aims_},
                                this);
     auto *keys = new PlayKeys(*gameFrame_, this);
     gameChoices_ = new GameChoices(*gameFrame_, this);
@@ -172,6 +175,7 @@ void Darts::buildFrames()
                                     this},
                                    this);
     connect(review_, &ReviewController::areaChosen, this, &Darts::doPlot);
+    aimMap_ = new AimMapView(*aims_, session_, *picture_, *reviewFrame_, this);
 }
 
 void Darts::formLoad()
@@ -196,6 +200,7 @@ void Darts::switchMode(Mode mode)
     }
     scoreHoverText_->hide();
     currentMode_ = mode;
+    aimMap_->setActive(mode == Mode::Review);
     for (QLabel *label : records_.all())
         label->hide();
     practice_->enter();

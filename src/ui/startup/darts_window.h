@@ -20,6 +20,8 @@ class QPushButton;
 
 namespace tavrix {
 
+class AimAdviceService;
+class AimMapView;
 class BoardPicture;
 class GameChoices;
 class GameFrame;
@@ -54,6 +56,8 @@ public:
     PlayController *playController() const { return play_; }
     PracticeController *practiceController() const { return practice_; }
     ReviewController *reviewController() const { return review_; }
+    // The advice worked out from the player's own darts.
+    AimAdviceService *aimAdvice() const { return aims_; }
     void hidePips() { boardInput_->hidePips(); }
 
     Mode currentMode() const { return currentMode_; }
@@ -134,6 +138,8 @@ private:
     PlayController *play_ = nullptr;
     PracticeController *practice_ = nullptr;
     ReviewController *review_ = nullptr;
+    AimAdviceService *aims_ = nullptr;
+    AimMapView *aimMap_ = nullptr;
     ReviewFrame *reviewFrame_ = nullptr;
     QLabel *scoreHoverText_ = nullptr;
     RecordLabels records_;

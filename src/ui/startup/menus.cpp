@@ -2,6 +2,8 @@
 
 #include "ui/startup/darts_window.h"
 
+#include "ui/review/aim_map_view.h"
+
 #include "core/help/help_pages.h"
 #include "ui/help/help_viewer.h"
 #include "ui/help/about_dialog.h"
@@ -175,8 +177,10 @@ bool Darts::mayLeaveGame()
 void Darts::refreshAfterPlayerChange()
 {
     setPlayerName();
-    if (currentMode_ == Mode::Review)
+    if (currentMode_ == Mode::Review) {
         countTargetThrows();
+        aimMap_->refresh();
+    }
     if (currentMode_ == Mode::Play)
         resetGame();
 }
