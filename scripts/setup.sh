@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 packages=(
   cmake ninja-build g++ pkg-config
   qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite qt6-multimedia-dev libgl1-mesa-dev
-  sqlite3 libfftw3-dev
+  sqlite3 libsqlite3-dev libfftw3-dev
 )
 build=yes
 for option in "$@"; do

@@ -27,10 +27,24 @@ ChartFirstDarts chartFirstDarts(const CheckoutChart &chart)
 
 std::optional<SpreadFit> readSpreadFit(DartHistory &store, qint64 playerId)
 {
+    // A player has a few dozen targets and a million darts: each target's
+    // aim is worked out once.
+    using Aim = std::optional<std::pair<BoardPoint, AimClass>>;
+    constexpr int values = 64;
+    constexpr int rings = 4;
+    std::array<std::optional<Aim>, values * rings> known;
+    auto aimOf = [&](int value, int ring) -> Aim {
+        if (value < 0 || value >= values || ring < 0 || ring >= rings)
+            return aimOfTarget(value, ring);
+        std::optional<Aim> &slot = known[std::size_t(value * rings + ring)];
+        if (!slot)
+            slot = aimOfTarget(value, ring);
+        return *slot;
+    };
     std::vector<DartOffset> offsets;
     const bool read = store.readAimedDarts(playerId, [&](int value, int ring, double x, double y) {
-        if (const std::optional<DartOffset> offset = dartOffset(value, ring, {x, y}))
-            offsets.push_back(*offset);
+        if (const Aim aim = aimOf(value, ring))
+            offsets.push_back(dartOffset(aim->first, aim->second, {x, y}));
     });
     if (!read)
         return std::nullopt;

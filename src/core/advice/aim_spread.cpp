@@ -96,8 +96,12 @@ std::optional<DartOffset> dartOffset(int targetValue, int targetRing, BoardPoint
     const auto aim = aimOfTarget(targetValue, targetRing);
     if (!aim)
         return std::nullopt;
-    return DartOffset{float((landed.x - aim->first.x) * mmPerUnit),
-                      float((landed.y - aim->first.y) * mmPerUnit), aim->second};
+    return dartOffset(aim->first, aim->second, landed);
+}
+
+DartOffset dartOffset(BoardPoint aim, AimClass aimClass, BoardPoint landed)
+{
+    return {float((landed.x - aim.x) * mmPerUnit), float((landed.y - aim.y) * mmPerUnit), aimClass};
 }
 
 AimClass aimClassAt(BoardPoint aim)

@@ -68,8 +68,10 @@ struct SpreadFit {
 // Nothing for a target that names no area (no target was set).
 std::optional<std::pair<BoardPoint, AimClass>> aimOfTarget(int value, int ring);
 
-// The offset of a dart landed at `landed` (board units) aimed by target.
+// The offset of a dart landed at `landed` (board units) aimed by target,
+// or aimed at a known point of a class.
 std::optional<DartOffset> dartOffset(int targetValue, int targetRing, BoardPoint landed);
+DartOffset dartOffset(BoardPoint aim, AimClass aimClass, BoardPoint landed);
 
 // The class of the area an aiming point (board units) lies in: a treble or
 // double bed, the bull or outer bull, anything else (a single bed, a wire,

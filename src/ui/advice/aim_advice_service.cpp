@@ -35,6 +35,7 @@ std::shared_ptr<const PersonalAdvice> AimAdviceService::advice(qint64 playerId)
     if (version && !tried && !busy()) {
         workPlayer_ = playerId;
         workVersion_ = *version;
+        handled_ = false;
         watcher_.setFuture(QtConcurrent::run(&AimAdviceService::work, store_.databasePath(), playerId, *version,
                                              chartFirstDarts(chart_), stop_));
     }
@@ -43,13 +44,10 @@ std::shared_ptr<const PersonalAdvice> AimAdviceService::advice(qint64 playerId)
 
 void AimAdviceService::waitForWork()
 {
-    if (!busy())
-        return;
+    // The watcher tells of the end through the event loop, perhaps not yet:
+    // the result is taken here.
     watcher_.waitForFinished();
-    // The watcher tells of the end through the event loop; keep the result
-    // now.
-    if (!kept_ || kept_->playerId != workPlayer_ || kept_->version != workVersion_)
-        finished();
+    finished();
 }
 
 AimAdviceService::Result AimAdviceService::work(QString path, qint64 playerId, StoreVersion version,
@@ -79,8 +77,9 @@ AimAdviceService::Result AimAdviceService::work(QString path, qint64 playerId, S
 void AimAdviceService::finished()
 {
     const QFuture<Result> future = watcher_.future();
-    if (!future.isValid() || future.resultCount() == 0)
+    if (handled_ || !future.isValid() || future.resultCount() == 0)
         return;
+    handled_ = true;
     Result result = future.result();
     if (result.advice) {
         const qint64 playerId = result.playerId;

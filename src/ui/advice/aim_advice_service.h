@@ -30,8 +30,8 @@ public:
     // The player's advice as last worked out; null while there is none yet.
     // Starts working out a fresh one when the statistics changed since.
     std::shared_ptr<const PersonalAdvice> advice(qint64 playerId);
-    // Whether advice is being worked out now.
-    bool busy() const { return watcher_.isRunning(); }
+    // Whether advice is being worked out now (until its result is taken).
+    bool busy() const { return !handled_; }
     // Waits until the work in hand is done and its result kept.
     void waitForWork();
 
@@ -58,6 +58,8 @@ private:
     // The player and version of the work in hand, or last done.
     qint64 workPlayer_ = 0;
     std::optional<StoreVersion> workVersion_;
+    // The result of the work last started has been taken.
+    bool handled_ = true;
     QFutureWatcher<Result> watcher_;
     // Set when the window goes: the work stops at its next step.
     std::shared_ptr<std::atomic<bool>> stop_ = std::make_shared<std::atomic<bool>>(false);

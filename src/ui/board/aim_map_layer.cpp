@@ -16,7 +16,7 @@ namespace {
 // Dark blue for little, through green and yellow, to red for the most.
 constexpr std::array<std::array<int, 3>, 5> scaleStops{{
     {{30, 40, 150}}, {{0, 150, 210}}, {{60, 185, 80}}, {{250, 215, 40}}, {{225, 35, 30}}}};
-constexpr int mapAlpha = 165;
+constexpr int mapAlpha = 140;
 // The scoring area ends at the double ring's outer wire.
 constexpr double scoringRadius = 202;
 
@@ -69,17 +69,6 @@ void drawAimMap(QPainter &painter, const AimMapPicture &map)
     painter.drawImage(map.area, map.colours);
     painter.setClipping(false);
 
-    // The best aiming point: a white ring with a dark edge and a cross.
-    painter.setBrush(Qt::NoBrush);
-    for (const auto &[color, width] : {std::pair{QColor(0, 0, 0, 200), 3.2}, std::pair{QColor(Qt::white), 1.4}}) {
-        painter.setPen(QPen(color, width));
-        painter.drawEllipse(map.best, 6, 6);
-        painter.drawLine(map.best + QPointF(-10, 0), map.best + QPointF(-3, 0));
-        painter.drawLine(map.best + QPointF(3, 0), map.best + QPointF(10, 0));
-        painter.drawLine(map.best + QPointF(0, -10), map.best + QPointF(0, -3));
-        painter.drawLine(map.best + QPointF(0, 3), map.best + QPointF(0, 10));
-    }
-
     // The legend in the lower left corner, clear of the board's numbers.
     const QRectF panel(4, pictureUnits - 46, 116, 42);
     painter.setPen(Qt::NoPen);
@@ -102,6 +91,22 @@ void drawAimMap(QPainter &painter, const AimMapPicture &map)
     const QRectF numbers(bar.left(), bar.bottom() + 1, bar.width(), 12);
     painter.drawText(numbers, Qt::AlignLeft, QStringLiteral("0"));
     painter.drawText(numbers, Qt::AlignRight, QString::number(map.high, 'f', 1));
+    painter.restore();
+}
+
+void drawBestAim(QPainter &painter, const AimMapPicture &map)
+{
+    // An open ring with ticks, white on a dark edge: it marks the point on
+    // any colour and leaves the darts inside it in sight.
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    for (const auto &[color, width] : {std::pair{QColor(0, 0, 0, 200), 3.2}, std::pair{QColor(Qt::white), 1.4}}) {
+        painter.setPen(QPen(color, width));
+        painter.drawEllipse(map.best, 8, 8);
+        for (const QPointF direction : {QPointF(1, 0), QPointF(-1, 0), QPointF(0, 1), QPointF(0, -1)})
+            painter.drawLine(map.best + direction * 8, map.best + direction * 14);
+    }
     painter.restore();
 }
 

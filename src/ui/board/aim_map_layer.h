@@ -2,9 +2,9 @@
 
 // The map of where to aim, laid over the board picture in review: the
 // points per dart a player can expect at each aiming point as a colour
-// scale, clipped to the scoring area, with a marker on the best aiming point
-// and a small legend in the picture's lower left corner. Drawn under the
-// plotted darts, which stay on top.
+// scale, clipped to the scoring area, with a small legend in the picture's
+// lower left corner, drawn under the plotted darts, which stay on top; and
+// an open marker on the best aiming point over them.
 
 #include "core/advice/score_maps.h"
 
@@ -26,7 +26,10 @@ struct AimMapPicture {
 // The colour of a value on a scale from 0 to `high`, half transparent.
 QColor aimMapColor(float value, float high);
 AimMapPicture aimMapPicture(const AimMap &map, const BestAim &best);
-// Draws the map in picture units (the painter scaled to the picture).
+// Draws the map and its legend in picture units (the painter scaled to the
+// picture), and the marker of the best aiming point, which goes over the
+// plotted darts.
 void drawAimMap(QPainter &painter, const AimMapPicture &map);
+void drawBestAim(QPainter &painter, const AimMapPicture &map);
 
 } // namespace tavrix

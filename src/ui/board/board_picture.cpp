@@ -192,6 +192,12 @@ void BoardPicture::paintEvent(QPaintEvent *)
             renderPlots();
         painter.drawImage(QPointF(0, 0), plotLayer_);
     }
+    if (aimMap_) {
+        painter.save();
+        painter.scale(scale(), scale());
+        drawBestAim(painter, *aimMap_);
+        painter.restore();
+    }
 }
 
 } // namespace tavrix

@@ -10,6 +10,8 @@
 #include <QLabel>
 #include <QProgressBar>
 
+#include <cmath>
+
 namespace tavrix {
 
 AimMapView::AimMapView(AimAdviceService &aims, const Session &session, BoardPicture &picture, ReviewFrame &frame,
@@ -20,6 +22,18 @@ AimMapView::AimMapView(AimAdviceService &aims, const Session &session, BoardPict
     , picture_(picture)
     , frame_(frame)
 {
+    // On a dark panel in the board's upper left corner, which the record
+    // labels leave free in review: it reads over the rim and the window's
+    // grey alike.
+    advice_ = new QLabel(&picture_);
+    advice_->setObjectName(QStringLiteral("lblAimAdvice"));
+    advice_->setTextFormat(Qt::PlainText);
+    advice_->setStyleSheet(QStringLiteral("color: white; background: rgba(0, 0, 0, 170); padding: 1px 4px;"));
+    advice_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    adviceFont_ = advice_->font();
+    adviceFont_.setPointSizeF(8);
+    advice_->hide();
+    connect(&picture_, &BoardPicture::rescaled, this, &AimMapView::placeAdvice);
     frame_.aimMapCheck()->setChecked(switchFromSetting(getSetting(QString::fromLatin1(aimMapSetting))).value_or(false));
     connect(frame_.aimMapCheck(), &QCheckBox::toggled, this, [this](bool on) {
         saveSetting(QString::fromLatin1(aimMapSetting), on ? QStringLiteral("on") : QStringLiteral("off"));
@@ -42,16 +56,28 @@ void AimMapView::refresh()
     frame_.aimBusy()->setVisible(wanted && aims_.busy());
     if (!advice) {
         picture_.setAimMap(std::nullopt);
-        frame_.aimAdvice()->clear();
-        frame_.aimAdvice()->hide();
+        advice_->clear();
+        advice_->hide();
         return;
     }
     if (advice->fit.enough())
         picture_.setAimMap(aimMapPicture(advice->expected, advice->best));
     else
         picture_.setAimMap(std::nullopt);
-    frame_.aimAdvice()->setText(aimAdviceText(*advice));
-    frame_.aimAdvice()->show();
+    advice_->setText(aimAdviceText(*advice));
+    placeAdvice();
+    advice_->show();
+    advice_->raise();
+}
+
+void AimMapView::placeAdvice()
+{
+    const double scale = picture_.scale();
+    QFont font = adviceFont_;
+    font.setPointSizeF(adviceFont_.pointSizeF() * scale);
+    advice_->setFont(font);
+    advice_->adjustSize();
+    advice_->move(QPointF(2, 2).toPoint() * scale);
 }
 
 } // namespace tavrix

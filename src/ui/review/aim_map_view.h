@@ -2,10 +2,13 @@
 
 // "Show where to aim" in review: while it is checked, the board shows the
 // map of the points per dart the player can expect wherever the dart is
-// aimed, worked out from the player's own darts, and the frame says where
-// the best aim is. The choice is remembered in the settings.
+// aimed, worked out from the player's own darts, and in its upper left
+// corner where the best aim is. The choice is remembered in the settings.
 
+#include <QFont>
 #include <QObject>
+
+class QLabel;
 
 namespace tavrix {
 
@@ -27,11 +30,18 @@ public:
     // changed, or his darts).
     void refresh();
 
+    QLabel *adviceLabel() const { return advice_; }
+
 private:
+    // The advice keeps the corner and grows with the board.
+    void placeAdvice();
+
     AimAdviceService &aims_;
     const Session &session_;
     BoardPicture &picture_;
     ReviewFrame &frame_;
+    QLabel *advice_ = nullptr;
+    QFont adviceFont_;
     bool active_ = false;
 };
 

@@ -79,22 +79,26 @@ ReviewFrame::ReviewFrame(QWidget *parent)
     bottom->addWidget(skillFactors_, 0, Qt::AlignTop);
     layout->addLayout(bottom);
 
+    // The map and its advice are shown on the board; here only the switch,
+    // and a bar that moves while the advice is worked out.
+    auto *aimRow = new QHBoxLayout;
+    aimRow->setSpacing(6);
     aimMapCheck_ = new QCheckBox(QStringLiteral("Show where to aim"), this);
     aimMapCheck_->setObjectName(QStringLiteral("chkAimMap"));
-    layout->addWidget(aimMapCheck_);
+    aimRow->addWidget(aimMapCheck_);
     aimBusy_ = new QProgressBar(this);
     aimBusy_->setObjectName(QStringLiteral("barAimBusy"));
     aimBusy_->setRange(0, 0);
     aimBusy_->setTextVisible(false);
-    aimBusy_->setMaximumHeight(8);
+    aimBusy_->setMaximumHeight(10);
+    aimBusy_->setToolTip(QStringLiteral("Working out where to aim from your darts"));
+    // The row keeps its height whether the bar shows or not.
+    QSizePolicy keep = aimBusy_->sizePolicy();
+    keep.setRetainSizeWhenHidden(true);
+    aimBusy_->setSizePolicy(keep);
     aimBusy_->hide();
-    layout->addWidget(aimBusy_);
-    aimAdvice_ = new QLabel(this);
-    aimAdvice_->setObjectName(QStringLiteral("lblAimAdvice"));
-    aimAdvice_->setTextFormat(Qt::PlainText);
-    aimAdvice_->setWordWrap(true);
-    aimAdvice_->hide();
-    layout->addWidget(aimAdvice_);
+    aimRow->addWidget(aimBusy_, 1);
+    layout->addLayout(aimRow);
     layout->addStretch();
 }
 

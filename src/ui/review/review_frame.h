@@ -28,10 +28,9 @@ public:
 
     QLabel *greeting() const { return greeting_; }
     SkillFactorsFrame *skillFactors() const { return skillFactors_; }
-    // "Show where to aim", the advice beside the map, and the bar that
-    // moves while the advice is worked out.
+    // "Show where to aim", and the bar that moves while the advice is
+    // worked out.
     QCheckBox *aimMapCheck() const { return aimMapCheck_; }
-    QLabel *aimAdvice() const { return aimAdvice_; }
     QProgressBar *aimBusy() const { return aimBusy_; }
 
     void setCaption(int index, const QString &caption);
@@ -43,7 +42,6 @@ private:
     QLabel *greeting_ = nullptr;
     SkillFactorsFrame *skillFactors_ = nullptr;
     QCheckBox *aimMapCheck_ = nullptr;
-    QLabel *aimAdvice_ = nullptr;
     QProgressBar *aimBusy_ = nullptr;
     std::array<QGroupBox *, 3> figureFrames_{};
     // Per frame: darts, hits, percentage, average distance.
