@@ -135,17 +135,10 @@ int main(int argc, char *argv[])
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("bench.db"));
     const int darts = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 1000000;
-    qint64 player = 0;
-    {
-        SqliteStore store(QStringLiteral("fill"));
-        QRandomGenerator random(20261126);
-        std::printf("filling %s with %d darts...\n", qPrintable(path), darts);
-        if (!store.open(path))
-            return bench::failed(store) ? 0 : 1;
-        player = store.insertPlayer(QStringLiteral("Bench O'Mark")).value_or(0);
-        if (!bench::fillDarts(store, player, darts, random))
-            return 1;
-    }
+    const std::optional<qint64> filled = bench::fillNewFile(path, darts, 20261126);
+    if (!filled)
+        return 1;
+    const qint64 player = *filled;
     double scanMs = -1;
     double fitMs = -1;
     SpreadFit fit;

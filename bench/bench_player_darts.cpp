@@ -67,13 +67,10 @@ int main(int argc, char *argv[])
         if (path.isEmpty() || !QFileInfo::exists(path)) {
             if (path.isEmpty())
                 path = dir.filePath(QStringLiteral("bench.db"));
-            QRandomGenerator random(20261122);
-            std::printf("filling %s with %d darts...\n", qPrintable(path), darts);
-            if (!store.open(path))
-                return bench::failed(store) ? 0 : 1;
-            player = store.insertPlayer(QStringLiteral("Bench O'Mark")).value_or(0);
-            if (!bench::fillDarts(store, player, darts, random))
+            const std::optional<qint64> filled = bench::fillNewFile(path, darts, 20261122);
+            if (!filled)
                 return 1;
+            player = *filled;
         } else if (!store.open(path) || !store.players() || store.players()->size() != 1) {
             std::fprintf(stderr, "%s must hold exactly one player\n", qPrintable(path));
             return 1;

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 #include <vector>
 
 namespace tavrix::bench {
@@ -116,6 +117,27 @@ inline bool fillDarts(SqliteStore &store, qint64 player, int darts, QRandomGener
     const int sets = darts / dartsPerSet;
     return writeGameDarts(store, player, sets / 2, random, setMicros)
            && writePracticeDarts(store, player, sets - sets / 2, random, setMicros);
+}
+
+// A new statistics file at `path` with one player and `darts` darts drawn
+// from `seed`: the player's id, or nothing (with the error printed).
+inline std::optional<qint64> fillNewFile(const QString &path, int darts, quint32 seed)
+{
+    SqliteStore store(QStringLiteral("fill"));
+    QRandomGenerator random(seed);
+    std::printf("filling %s with %d darts...\n", qPrintable(path), darts);
+    if (!store.open(path)) {
+        failed(store);
+        return std::nullopt;
+    }
+    const std::optional<qint64> player = store.insertPlayer(QStringLiteral("Bench O'Mark"));
+    if (!player) {
+        failed(store);
+        return std::nullopt;
+    }
+    if (!fillDarts(store, *player, darts, random))
+        return std::nullopt;
+    return player;
 }
 
 } // namespace tavrix::bench
