@@ -135,7 +135,6 @@ const BoardCells &boardCells()
     return board;
 }
 
-
 const std::vector<char> &gridInside()
 {
     static const std::vector<char> inside = [] {
