@@ -117,8 +117,9 @@ private slots:
     void wholeGameOverTheNetwork()
     {
         connectBoth();
-        // The client starts once on the greeting and again with the server's options.
-        QCOMPARE(bob_->rows(QStringLiteral("select opponent, result from games")).size(), 2);
+        // The client starts once on the greeting and again with the server's
+        // options, which come in their own message.
+        QTRY_COMPARE(bob_->rows(QStringLiteral("select opponent, result from games")).size(), 2);
         QVERIFY(ann_->control<QLabel>("rstatsText")->text().contains(QStringLiteral("vs e-Bob")));
         QCOMPARE(bob_->control<QLabel>("Player1Text")->text(), QStringLiteral("Ann"));
         corkTie();
