@@ -7,10 +7,12 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
+# Qt Charts finds itself only with Qt OpenGL's CMake files, which Debian 12
+# keeps in libqt6opengl6-dev and qt6-charts-dev does not pull in.
 packages=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite qt6-multimedia-dev libgl1-mesa-dev
-  sqlite3 libsqlite3-dev libfftw3-dev
+  qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite qt6-multimedia-dev qt6-charts-dev libqt6opengl6-dev
+  libgl1-mesa-dev sqlite3 libsqlite3-dev libfftw3-dev
 )
 build=yes
 for option in "$@"; do

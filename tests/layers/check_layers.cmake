@@ -10,9 +10,9 @@
 get_filename_component(SOURCE_DIR ${SOURCE_DIR} ABSOLUTE)
 set(layers
   core/session core/sound core/stats core/board core/players core/help core/games
-  core/practice core/review core/advice core/opponent core/net core/startup
+  core/practice core/statistics core/review core/advice core/opponent core/net core/startup
   ui/sound ui/board ui/dialogs ui/players ui/help ui/advice ui/net ui/opponent ui/practice
-  ui/review ui/play ui/startup
+  ui/review ui/statistics ui/play ui/startup
   app)
 
 file(GLOB_RECURSE sources RELATIVE ${SOURCE_DIR} ${SOURCE_DIR}/*.h ${SOURCE_DIR}/*.cpp)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/stats/records.h"
+#include "core/stats/statistics_rows.h"
 #include "core/stats/stats_access.h"
 
 #include <functional>
@@ -40,6 +41,11 @@ public:
     // Practice darts first, then game darts; one read of the player's darts.
     using AimedDartTaker = std::function<void(int targetValue, int targetRing, double x, double y)>;
     virtual bool readAimedDarts(qint64 playerId, const AimedDartTaker &take) = 0;
+    // What the statistics window counts: the player's games, kept game
+    // darts, practice sets and their darts (of the player's own sets,
+    // whoever threw them), each in the order stored. One read of the
+    // player's darts.
+    virtual std::optional<StatisticsRows> statisticsRows(qint64 playerId) = 0;
     // The store's version now; nothing when it cannot be read.
     virtual std::optional<StoreVersion> storeVersion() = 0;
 

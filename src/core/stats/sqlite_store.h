@@ -111,6 +111,7 @@ public:
     QSqlDatabase connection() const;
 
     bool readAimedDarts(qint64 playerId, const AimedDartTaker &take) override;
+    std::optional<StatisticsRows> statisticsRows(qint64 playerId) override;
     std::optional<StoreVersion> storeVersion() override { return changeStamp(); }
 
 private:

@@ -1,5 +1,7 @@
 #include "ui/startup/darts_window.h"
 
+#include "ui/statistics/statistics_dialog.h"
+
 #include "ui/advice/aim_advice_service.h"
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/alert_box.h"
@@ -320,7 +322,8 @@ MyAlertBox *Darts::alertBox()
 void Darts::unloadWindows()
 {
     for (QWidget *dialog : std::initializer_list<QWidget *>{newUserDialog_, userEditDialog_,
-                                                            userSelectDialog_, alertBox_, helpViewer_}) {
+                                                            userSelectDialog_, alertBox_, helpViewer_,
+                                                            statistics_}) {
         if (dialog)
             dialog->hide();
     }

@@ -29,6 +29,7 @@ class HelpViewer;
 class PlayController;
 class PracticeController;
 class StatsRescue;
+class StatisticsDialog;
 class PracticeFrame;
 class ReviewController;
 class ReviewFrame;
@@ -84,6 +85,8 @@ public:
     UserSelectDialog *userSelectDialog();
     UserEditDialog *userEditDialog();
     MyAlertBox *alertBox();
+    // "Statistics", once it has been shown.
+    StatisticsDialog *statisticsDialog() const { return statistics_; }
 
     // Hides every dialog and closes the window: the last step of shutdown.
     void unloadWindows();
@@ -115,6 +118,8 @@ private:
     // looked for.
     void showHelpPage(const QString &page);
     void showAbout();
+    // The statistics of the current player.
+    void showStatistics();
     // After the current player may have changed.
     void refreshAfterPlayerChange();
     // True when no game runs, or the user agrees to quit the one that does.
@@ -161,6 +166,7 @@ private:
     UserEditDialog *userEditDialog_ = nullptr;
     MyAlertBox *alertBox_ = nullptr;
     HelpViewer *helpViewer_ = nullptr;
+    StatisticsDialog *statistics_ = nullptr;
     QString helpFolder_;
 };
 

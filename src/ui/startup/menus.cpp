@@ -3,6 +3,7 @@
 #include "ui/startup/darts_window.h"
 
 #include "ui/review/aim_map_view.h"
+#include "ui/statistics/statistics_dialog.h"
 
 #include "core/help/help_pages.h"
 #include "ui/help/help_viewer.h"
@@ -117,6 +118,11 @@ void Darts::buildMenus()
     connect(namedAction(help, "mnuHelpAbout", QStringLiteral("About Tavrix!")),
             &QAction::triggered, this, &Darts::showAbout);
 
+    QMenu *statistics = namedMenu(bar, "mnuStatistics", QStringLiteral("Statistics"));
+    QAction *showStatistics = namedAction(statistics, "mnuStatisticsShow", QStringLiteral("Show Statistics..."));
+    showStatistics->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
+    connect(showStatistics, &QAction::triggered, this, &Darts::showStatistics);
+
     addAccessKey(file, Qt::Key_F);
     addAccessKey(mode, Qt::Key_M);
     addAccessKey(options, Qt::Key_O);
@@ -183,6 +189,8 @@ void Darts::refreshAfterPlayerChange()
     }
     if (currentMode_ == Mode::Play)
         resetGame();
+    if (statistics_ && statistics_->isVisible())
+        statistics_->showFor(session_.currentPlayerId, session_.currentPlayerName);
 }
 
 // A player dialog may change the player of a running game: ask first.
@@ -261,6 +269,14 @@ void Darts::showHelpPage(const QString &page)
         helpViewer_ = new HelpViewer(folder, std::move(pages), this);
     }
     helpViewer_->showPage(page);
+}
+
+void Darts::showStatistics()
+{
+    // Kept once made: it remembers its period and size while the program runs.
+    if (!statistics_)
+        statistics_ = new StatisticsDialog(program_.store(), this);
+    statistics_->showFor(session_.currentPlayerId, session_.currentPlayerName);
 }
 
 void Darts::showAbout()

@@ -1,0 +1,59 @@
+#pragma once
+
+// "Statistics": the figures of the player's games in the chosen period on
+// the left, the charts in tabs on the right. Everything is worked out by a
+// StatisticsService; while it works a busy bar shows and the window goes on.
+
+#include "core/statistics/player_statistics.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QGridLayout;
+class QLabel;
+class QProgressBar;
+
+namespace tavrix {
+
+class SqliteStore;
+class StatisticsCharts;
+class StatisticsService;
+
+class StatisticsDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    StatisticsDialog(const SqliteStore &store, QWidget *parent = nullptr);
+
+    // Shows the dialog for the player and works out the figures afresh.
+    void showFor(qint64 playerId, const QString &playerName);
+    // Fills the figures and the charts.
+    void showStatistics(const PlayerStatistics &statistics);
+    StatisticsService *service() const { return service_; }
+    StatisticsCharts *charts() const { return charts_; }
+
+private:
+    void recompute();
+    void showFailure(const QString &error);
+    QLabel *addFigure(QGridLayout *grid, const char *name, const QString &caption);
+
+    StatisticsService *service_ = nullptr;
+    StatisticsCharts *charts_ = nullptr;
+    QComboBox *period_ = nullptr;
+    QProgressBar *busy_ = nullptr;
+    QLabel *note_ = nullptr;
+    QLabel *games_ = nullptr;
+    QLabel *won_ = nullptr;
+    QLabel *average_ = nullptr;
+    QLabel *firstNine_ = nullptr;
+    QLabel *checkout_ = nullptr;
+    QLabel *tons_ = nullptr;
+    QLabel *tons140_ = nullptr;
+    QLabel *tons180_ = nullptr;
+    QLabel *bestLeg_ = nullptr;
+    QLabel *highOut_ = nullptr;
+    QLabel *marksPerRound_ = nullptr;
+    qint64 playerId_ = 0;
+};
+
+} // namespace tavrix

@@ -1,0 +1,97 @@
+#include "ui/statistics/statistics_service.h"
+
+#include "core/stats/sqlite_store.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QtConcurrent>
+
+#include <atomic>
+
+namespace tavrix {
+
+StatisticsService::StatisticsService(const SqliteStore &store, QObject *parent)
+    : QObject(parent)
+    , store_(store)
+{
+    connect(&watcher_, &QFutureWatcher<Result>::finished, this, &StatisticsService::finished);
+}
+
+StatisticsService::~StatisticsService()
+{
+    watcher_.waitForFinished();
+}
+
+void StatisticsService::request(qint64 playerId, StatsPeriod period)
+{
+    if (working_) {
+        waiting_ = Request{playerId, period};
+        return;
+    }
+    start({playerId, period});
+}
+
+void StatisticsService::start(const Request &request)
+{
+    // Now as the stored times are written: the local date and time.
+    const std::optional<qint64> now = localSeconds(
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString());
+    working_ = true;
+    watcher_.setFuture(QtConcurrent::run(&StatisticsService::work, store_.databasePath(), request.playerId,
+                                         periodStart(request.period, now.value_or(0))));
+}
+
+void StatisticsService::waitForWork()
+{
+    // The watcher tells of the end through the event loop, perhaps not yet:
+    // each result is taken here.
+    while (working_) {
+        watcher_.waitForFinished();
+        finished();
+    }
+}
+
+StatisticsService::Result StatisticsService::work(QString path, qint64 playerId, std::optional<qint64> since)
+{
+    static std::atomic<int> serial = 0;
+    Result result;
+    // A file that has gone is not made again here; the window tells of it.
+    if (!QFileInfo::exists(path)) {
+        result.error = QStringLiteral("The statistics file %1 is gone.").arg(path);
+        return result;
+    }
+    SqliteStore store(QStringLiteral("statistics%1").arg(++serial));
+    if (!store.open(path)) {
+        result.error = store.lastError();
+        return result;
+    }
+    std::optional<StatisticsRows> rows = store.statisticsRows(playerId);
+    if (!rows) {
+        result.error = store.lastError();
+        return result;
+    }
+    result.statistics = playerStatistics(std::move(*rows), since);
+    return result;
+}
+
+void StatisticsService::finished()
+{
+    const QFuture<Result> future = watcher_.future();
+    if (!working_ || !future.isFinished())
+        return;
+    working_ = false;
+    const Result result = future.resultCount() > 0 ? future.result() : Result{{}, QStringLiteral("The work stopped.")};
+    if (waiting_) {
+        // A newer request replaces this result.
+        const Request next = *waiting_;
+        waiting_.reset();
+        start(next);
+        return;
+    }
+    if (result.statistics)
+        emit ready(*result.statistics);
+    else
+        emit failed(result.error);
+}
+
+} // namespace tavrix

@@ -1,0 +1,120 @@
+// The statistics window driven through the whole program: opened from its
+// menu, empty for a player without games, the figures of a game played at
+// the board, a new period worked out afresh, and its size on a small screen.
+
+#include "../support/program_test.h"
+#include "ui/statistics/statistics_charts.h"
+#include "ui/statistics/statistics_dialog.h"
+#include "ui/statistics/statistics_service.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QMenuBar>
+#include <QProgressBar>
+
+using namespace tavrix;
+
+class TestStatisticsWindow : public ProgramTest {
+    Q_OBJECT
+
+    StatisticsDialog *dialog() const { return window()->statisticsDialog(); }
+    QString figure(const char *name) const { return findControl<QLabel>(dialog(), name)->text(); }
+    QProgressBar *busyBar() const { return findControl<QProgressBar>(dialog(), "barStatisticsBusy"); }
+    // Opens the window from its menu entry and waits for its figures.
+    void openStatistics()
+    {
+        action("mnuStatisticsShow")->trigger();
+        QVERIFY(dialog() && dialog()->isVisible());
+        dialog()->service()->waitForWork();
+        QVERIFY(!busyBar()->isVisible());
+    }
+    void choosePeriod(int index)
+    {
+        findControl<QComboBox>(dialog(), "cboPeriod")->setCurrentIndex(index);
+        // The window goes on while the worker counts.
+        QVERIFY(busyBar()->isVisible());
+        dialog()->service()->waitForWork();
+        QVERIFY(!busyBar()->isVisible());
+    }
+
+private slots:
+    void cleanup() { program_.reset(); }
+
+    // The menu comes last, Ctrl+T opens it; a player with no games sees
+    // 0 games and N/A for every other figure; the window fits a 800 x 600
+    // screen with its title bar.
+    void opensEmptyFromTheMenuAndFitsASmallScreen()
+    {
+        startProgram();
+        const QList<QAction *> menus = window()->menuBar()->actions();
+        QCOMPARE(menus.last()->menu()->objectName(), QStringLiteral("mnuStatistics"));
+        QCOMPARE(menus.last()->text(), QStringLiteral("Statistics"));
+        QCOMPARE(action("mnuStatisticsShow")->text(), QStringLiteral("Show Statistics..."));
+        key(Qt::Key_T, Qt::ControlModifier);
+        QTRY_VERIFY(dialog() && dialog()->isVisible());
+        QCOMPARE(dialog()->objectName(), QStringLiteral("StatisticsDialog"));
+        dialog()->service()->waitForWork();
+
+        QCOMPARE(figure("statGames"), QStringLiteral("0"));
+        QCOMPARE(figure("statWon"), QStringLiteral("0"));
+        for (const char *name : {"statAverage", "statFirst9", "statCheckout", "statTons", "stat140", "stat180",
+                                 "statBestLeg", "statHighOut", "statMarksPerRound"})
+            QCOMPARE(figure(name), QStringLiteral("N/A"));
+        QVERIFY(findControl<QLabel>(dialog(), "lblStatisticsNote")->isHidden());
+        auto *period = findControl<QComboBox>(dialog(), "cboPeriod");
+        QStringList periods;
+        for (int i = 0; i < period->count(); ++i)
+            periods << period->itemText(i);
+        QCOMPARE(periods, (QStringList{"All time", "Last 365 days", "Last 30 days", "Last 7 days"}));
+        QCOMPARE(dialog()->charts()->doubleTip(15), QStringLiteral("D16: no darts aimed at it"));
+
+        const QSize least = dialog()->minimumSizeHint().expandedTo(dialog()->minimumSize());
+        QVERIFY2(least.width() <= 800 && least.height() <= 568,
+                 qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
+        dialog()->resize(800, 568);
+        QCOMPARE(dialog()->size(), QSize(800, 568));
+    }
+
+    // 501 at the board against Bob: Ann's 180, 180 and 141 out (T20 T19 D12)
+    // in nine darts, one of them at a one-dart finish (24). The game moved
+    // a year back leaves the last 7 days empty.
+    void figuresOfAPlayedGameAndAPeriodChange()
+    {
+        startProgram();
+        control<QRadioButton>("opGame_2")->click();
+        control<QCheckBox>("chkDoubleIn")->setChecked(false);
+        control<QCheckBox>("chkDoubleOut")->setChecked(true);
+        control<QCheckBox>("chkKeep01stats")->setChecked(true);
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        playSet({"T20", "T20", "T20"});
+        playSet({"S1", "S1", "S1"});
+        playSet({"T20", "T20", "T20"});
+        playSet({"S1", "S1", "S1"});
+        playSet({"T20", "T19", "D12"});
+        QCOMPARE(startButton()->text(), QStringLiteral("Play Again"));
+
+        openStatistics();
+        const std::pair<const char *, const char *> expected[] = {
+            {"statGames", "1"},        {"statWon", "1"},      {"statAverage", "167.00"}, {"statFirst9", "167.00"},
+            {"statCheckout", "100.0%"}, {"statTons", "0"},     {"stat140", "1"},          {"stat180", "2"},
+            {"statBestLeg", "9"},      {"statHighOut", "141"}, {"statMarksPerRound", "N/A"}};
+        for (const auto &[name, text] : expected)
+            QCOMPARE(figure(name), QString::fromLatin1(text));
+        // The cork (in the bull) is the one dart aimed at it; D12 was aimed at
+        // the target, the treble 20.
+        QCOMPARE(dialog()->charts()->doubleTip(20), QStringLiteral("Bull: 1 of 1 darts hit (100.0%)"));
+
+        sqlRows(program_->store().connection(),
+                QStringLiteral("UPDATE games SET creationdate = datetime('now', 'localtime', '-300 days')"));
+        choosePeriod(3);
+        QCOMPARE(figure("statGames"), QStringLiteral("0"));
+        QCOMPARE(figure("statAverage"), QStringLiteral("N/A"));
+        choosePeriod(1);
+        QCOMPARE(figure("statGames"), QStringLiteral("1"));
+        QCOMPARE(figure("statAverage"), QStringLiteral("167.00"));
+    }
+};
+
+QTEST_MAIN(TestStatisticsWindow)
+#include "tst_statistics_window.moc"
