@@ -6,6 +6,7 @@
 #include "core/stats/sqlite_store.h"
 
 #include "core/stats/distance_quarters.h"
+#include "core/stats/sqlite_schema.h"
 
 #include <QSqlDriver>
 #include <QSqlQuery>
@@ -49,7 +50,8 @@ constexpr const char *aimedDartsStatement =
     " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id WHERE +ta.players_id = ?1"
     " UNION ALL SELECT targetscore * 8 + targetring, x, y FROM gamesdarts WHERE players_id = ?1";
 
-// The SQLite connection under a Qt one, when the driver is SQLite's.
+} // namespace
+
 sqlite3 *sqliteHandle(const QSqlDatabase &connection)
 {
     const QVariant handle = connection.driver() ? connection.driver()->handle() : QVariant();
@@ -57,8 +59,6 @@ sqlite3 *sqliteHandle(const QSqlDatabase &connection)
         return nullptr;
     return *static_cast<sqlite3 *const *>(handle.constData());
 }
-
-} // namespace
 
 bool SqliteStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
 {
