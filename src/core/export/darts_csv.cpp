@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -46,17 +47,29 @@ void appendWhole(QByteArray &out, qint64 value)
     out.append(digits, end - digits);
 }
 
-// Two decimals with a point; a value that rounds to zero has no sign.
+void appendField(QByteArray &out, const StoredField &field)
+{
+    if (field.isInteger())
+        appendWhole(out, *field.whole);
+    else
+        appendText(out, field.text);
+}
+
+// Two decimals with a point, rounded half away from zero; a value that
+// rounds to zero has no sign. Whole hundredths are written as an integer:
+// to_chars of a double with a precision costs several times as much.
 void appendMillimetres(QByteArray &out, double value)
 {
-    if (!std::isfinite(value))
+    if (!std::isfinite(value) || std::abs(value) > 1e15)
         return;
-    if (std::abs(value) < 0.005)
-        value = 0;
-    char digits[48];
-    const auto result = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 2);
-    if (result.ec == std::errc())
-        out.append(digits, result.ptr - digits);
+    const qint64 hundredths = std::llround(value * 100);
+    if (hundredths < 0)
+        out.append('-');
+    const qint64 magnitude = hundredths < 0 ? -hundredths : hundredths;
+    appendWhole(out, magnitude / 100);
+    const int cents = int(magnitude % 100);
+    const char decimals[3] = {'.', char('0' + cents / 10), char('0' + cents % 10)};
+    out.append(decimals, 3);
 }
 
 // SQLite keeps "2026-11-22 21:05:09"; ISO 8601 puts a T between date and
@@ -77,7 +90,7 @@ void appendDate(QByteArray &out, QByteArrayView stored)
 void appendPlace(QByteArray &out, const ExportDart &dart)
 {
     if (!dart.dart.whole) {
-        appendText(out, dart.dart.text);
+        appendField(out, dart.dart);
         return;
     }
     const bool cork = !dart.practice && dart.set.whole == 0;
@@ -91,6 +104,24 @@ std::optional<int> smallWhole(const StoredField &field)
     return int(*field.whole);
 }
 
+// aimOfTarget, worked out once for each target a row can name: the
+// numbers 0 to 60 and the rings 0 to 7 (the bull's codes 25 and 50 among
+// them); any other target is worked out each time.
+using Aim = std::optional<std::pair<BoardPoint, AimClass>>;
+Aim aimFor(int value, int ring)
+{
+    static const auto table = [] {
+        std::array<std::array<Aim, 8>, 61> aims{};
+        for (int v = 0; v <= 60; ++v)
+            for (int r = 0; r < 8; ++r)
+                aims[v][r] = aimOfTarget(v, r);
+        return aims;
+    }();
+    if (value >= 0 && value <= 60 && ring >= 0 && ring < 8)
+        return table[value][ring];
+    return aimOfTarget(value, ring);
+}
+
 } // namespace
 
 void appendDartRow(QByteArray &out, const ExportDart &dart)
@@ -99,20 +130,20 @@ void appendDartRow(QByteArray &out, const ExportDart &dart)
     out.append(dart.practice ? ",practice," : ",game,");
     appendDate(out, dart.date);
     out.append(',');
-    appendText(out, dart.game.text);
+    appendField(out, dart.game);
     out.append(',');
-    appendText(out, dart.set.text);
+    appendField(out, dart.set);
     out.append(',');
     appendPlace(out, dart);
     out.append(',');
-    appendText(out, dart.targetScore.text);
+    appendField(out, dart.targetScore);
     out.append(',');
-    appendText(out, dart.targetRing.text);
+    appendField(out, dart.targetRing);
     out.append(',');
 
     const std::optional<int> value = smallWhole(dart.targetScore);
     const std::optional<int> ring = smallWhole(dart.targetRing);
-    const auto aim = value && ring ? aimOfTarget(*value, *ring) : std::nullopt;
+    const Aim aim = value && ring ? aimFor(*value, *ring) : std::nullopt;
     if (aim) {
         appendMillimetres(out, aim->first.x * mmPerUnit);
         out.append(',');
@@ -130,9 +161,9 @@ void appendDartRow(QByteArray &out, const ExportDart &dart)
     if (aim && dart.x && dart.y)
         appendMillimetres(out, std::hypot(*dart.x - aim->first.x, *dart.y - aim->first.y) * mmPerUnit);
     out.append(',');
-    appendText(out, dart.score.text);
+    appendField(out, dart.score);
     out.append(',');
-    appendText(out, dart.ring.text);
+    appendField(out, dart.ring);
     out.append("\r\n");
 }
 

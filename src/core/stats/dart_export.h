@@ -15,11 +15,13 @@
 
 namespace tavrix {
 
-// A value as the file holds it: SQLite's text of it ("" for an empty field)
-// and, when it is a whole number, the number.
+// A value as the file holds it: an integer as its number alone; anything
+// else as SQLite's text of it ("" for an empty field) and, for a real that
+// is a whole number, that number too.
 struct StoredField {
     QByteArrayView text;
     std::optional<qint64> whole;
+    bool isInteger() const { return text.isNull() && whole.has_value(); }
 };
 
 // One recorded dart. The views are valid only while the row is handed over.

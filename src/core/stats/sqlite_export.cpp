@@ -45,22 +45,21 @@ QByteArrayView textAt(sqlite3_stmt *statement, int column)
 
 StoredField fieldAt(sqlite3_stmt *statement, int column)
 {
-    // The type is asked first: asking for the text converts a number.
-    std::optional<qint64> whole;
+    // A whole number travels as the number: SQLite's text of it would cost
+    // an allocation per field.
     switch (sqlite3_column_type(statement, column)) {
     case SQLITE_INTEGER:
-        whole = sqlite3_column_int64(statement, column);
-        break;
+        return {{}, sqlite3_column_int64(statement, column)};
     case SQLITE_FLOAT: {
         const double value = sqlite3_column_double(statement, column);
+        std::optional<qint64> whole;
         if (value > -1e15 && value < 1e15 && value == double(qint64(value)))
             whole = qint64(value);
-        break;
+        return {textAt(statement, column), whole};
     }
     default:
-        break;
+        return {textAt(statement, column), std::nullopt};
     }
-    return {textAt(statement, column), whole};
 }
 
 std::optional<double> numberAt(sqlite3_stmt *statement, int column)
