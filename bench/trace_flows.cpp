@@ -415,6 +415,11 @@ public:
         message(QStringLiteral("save file"), title, QStringLiteral("cancelled"));
         return {};
     }
+    QString chooseFileToOpen(QWidget *, const QString &title, const QString &, const QString &) override
+    {
+        message(QStringLiteral("open file"), title, QStringLiteral("cancelled"));
+        return {};
+    }
     void alert(const QString &text, const QString &title) override { message(QStringLiteral("alert"), title, text); }
     void hideAlert() override { out.line(name + QStringLiteral(" MSG hideAlert")); }
 

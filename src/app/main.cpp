@@ -1,6 +1,7 @@
 #include "ui/dialogs/messages.h"
 #include "ui/startup/darts_window.h"
 #include "ui/startup/program.h"
+#include "core/startup/command_export.h"
 #include "core/startup/start_options.h"
 
 #include <QApplication>
@@ -13,7 +14,10 @@ namespace {
 // Prints what an option that only prints asks for, and gives the exit code.
 int printOption(const tavrix::StartOptions &options)
 {
-    const tavrix::OptionOutput output = tavrix::printedOption(options, QCoreApplication::applicationDirPath());
+    const tavrix::OptionOutput output =
+        options.action == tavrix::StartAction::ExportCsv
+            ? tavrix::runCommandExport(options, tavrix::startDatabasePath(options.fromMenu, false))
+            : tavrix::printedOption(options, QCoreApplication::applicationDirPath());
     std::fputs(output.text.toLocal8Bit().constData(), output.toErrorStream ? stderr : stdout);
     return output.exitCode;
 }
@@ -22,8 +26,8 @@ int printOption(const tavrix::StartOptions &options)
 
 int main(int argc, char *argv[])
 {
-    // Options that only print, and a line the program refuses, are handled
-    // without a window, so that they need no display.
+    // Options that only print, the export, and a line the program refuses,
+    // are handled without a window, so that they need no display.
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));

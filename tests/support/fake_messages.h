@@ -21,6 +21,7 @@ struct FakeMessages : tavrix::Messages {
     QList<bool> answers;
     QList<int> choices;
     QStringList savePaths;
+    QStringList openPaths;
     // Runs as each choice is asked, before it is answered.
     std::function<void()> whenChoosing;
 
@@ -49,6 +50,11 @@ struct FakeMessages : tavrix::Messages {
     {
         shown.append({QStringLiteral("save file"), title, suggestedPath});
         return savePaths.isEmpty() ? QString() : savePaths.takeFirst();
+    }
+    QString chooseFileToOpen(QWidget *, const QString &title, const QString &folder, const QString &) override
+    {
+        shown.append({QStringLiteral("open file"), title, folder});
+        return openPaths.isEmpty() ? QString() : openPaths.takeFirst();
     }
     void alert(const QString &message, const QString &title) override
     {

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <optional>
+
 namespace tavrix {
 
 namespace {
@@ -22,6 +24,9 @@ QString usageText()
                           "               (~/.local/share) unless TAVRIX_DB is set; the desktop menu\n"
                           "               starts Tavrix this way\n"
                           "  --paths      print where Tavrix finds its sounds, help pages and database\n"
+                          "  --export-csv FILE [--player NAME]\n"
+                          "               write every recorded dart (of the player NAME only, when\n"
+                          "               given) into the CSV file FILE, without a window\n"
                           "  --version    print the version\n"
                           "  --help       print this text\n")
         .arg(QLatin1String(fromMenuOption));
@@ -73,12 +78,49 @@ QStringList withoutToolkitOptions(const QStringList &arguments)
     return left;
 }
 
+namespace {
+
+// The value of an option given as "--name value" or "--name=value", moving
+// `i` past it; nothing when it is not this option. A missing value is "".
+std::optional<QString> optionValue(const QStringList &arguments, qsizetype &i, QLatin1String name)
+{
+    const QString &argument = arguments[i];
+    if (argument == name) {
+        if (i + 1 >= arguments.size())
+            return QString();
+        return arguments[++i];
+    }
+    if (argument.startsWith(name + QLatin1Char('=')))
+        return argument.mid(name.size() + 1);
+    return std::nullopt;
+}
+
+} // namespace
+
 StartOptions parseStartOptions(const QStringList &arguments)
 {
     StartOptions options;
-    for (const QString &argument : arguments) {
+    bool playerGiven = false;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
         StartAction asked = StartAction::Run;
-        if (argument == QLatin1String(fromMenuOption))
+        if (const auto file = optionValue(arguments, i, QLatin1String("--export-csv"))) {
+            if (file->isEmpty()) {
+                options.action = StartAction::Refuse;
+                options.problem = QStringLiteral("--export-csv needs the name of the file to write");
+                return options;
+            }
+            options.exportPath = *file;
+            asked = StartAction::ExportCsv;
+        } else if (const auto player = optionValue(arguments, i, QLatin1String("--player"))) {
+            if (player->isEmpty()) {
+                options.action = StartAction::Refuse;
+                options.problem = QStringLiteral("--player needs a player's name");
+                return options;
+            }
+            options.exportPlayer = *player;
+            playerGiven = true;
+        } else if (argument == QLatin1String(fromMenuOption))
             options.fromMenu = true;
         else if (argument == QLatin1String("--version"))
             asked = StartAction::ShowVersion;
@@ -96,6 +138,10 @@ StartOptions parseStartOptions(const QStringList &arguments)
         // The first printing action asked for is the one done.
         if (options.action == StartAction::Run)
             options.action = asked;
+    }
+    if (playerGiven && options.exportPath.isEmpty()) {
+        options.action = StartAction::Refuse;
+        options.problem = QStringLiteral("--player goes with --export-csv");
     }
     return options;
 }
@@ -149,6 +195,7 @@ OptionOutput printedOption(const StartOptions &options, const QString &programFo
     case StartAction::Refuse:
         return {QStringLiteral("tavrix: %1\nTry 'tavrix --help' for the options.\n").arg(options.problem), true, 2};
     case StartAction::Run:
+    case StartAction::ExportCsv:
         break;
     }
     return {};

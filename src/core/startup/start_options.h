@@ -14,6 +14,7 @@ enum class StartAction {
     ShowPaths,   // print where the sounds, help pages and database are, and exit
     ShowUsage,   // print the options and exit
     Refuse,      // an argument the program does not know: say so and exit
+    ExportCsv,   // write the recorded darts into a CSV file and exit
 };
 
 struct StartOptions {
@@ -23,6 +24,10 @@ struct StartOptions {
     bool fromMenu = false;
     // What was wrong, for Refuse.
     QString problem;
+    // For ExportCsv: the file to write, and the player whose darts go into
+    // it (everybody's when empty).
+    QString exportPath;
+    QString exportPlayer;
 };
 
 // The option the desktop entry starts the program with.

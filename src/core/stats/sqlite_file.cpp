@@ -251,4 +251,142 @@ std::optional<SqliteStore::Moved> SqliteStore::moveTo(const QString &path)
     return moved;
 }
 
+namespace {
+
+bool renameFile(const QString &from, const QString &to, QString &why)
+{
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0)
+        return true;
+    why = QString::fromLocal8Bit(std::strerror(errno));
+    return false;
+}
+
+// Whether the file at `path` may replace the statistics: "" when it holds
+// every table and column of ours, is of this version or older, and is whole;
+// else why not. Read through a connection that cannot write, so nothing of
+// it changes; on success its copy is at `copyPath`.
+QString copyRestorable(const QString &path, const QString &copyPath, const QString &connectionName)
+{
+    const std::optional<bool> header = hasSqliteHeader(path);
+    if (!header)
+        return QStringLiteral("it cannot be read");
+    if (!*header)
+        return QStringLiteral("it is not a statistics file");
+    QString error;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
+        db.setDatabaseName(path);
+        db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY;QSQLITE_BUSY_TIMEOUT=300"));
+        QSqlQuery query(db);
+        if (!db.open())
+            error = describeDatabaseError(db.lastError(), path);
+        else if (!query.exec(QStringLiteral("PRAGMA quick_check")) || !query.next())
+            error = describeDatabaseError(query.lastError(), path);
+        else if (query.value(0).toString() != QLatin1String("ok"))
+            error = QStringLiteral("it is damaged");
+        else if (error = checkOwnColumns(db); !error.isEmpty()) {
+            error = QStringLiteral("it is not a Tavrix statistics file (%1)").arg(error);
+        } else if (!query.exec(QStringLiteral("PRAGMA user_version")) || !query.next())
+            error = describeDatabaseError(query.lastError(), path);
+        else if (query.value(0).toInt() > newestSchemaVersion())
+            error = QStringLiteral("it was written by a newer version of Tavrix");
+        else if (!query.prepare(QStringLiteral("VACUUM INTO ?")))
+            error = describeDatabaseError(query.lastError(), copyPath);
+        else {
+            query.addBindValue(copyPath);
+            if (!query.exec())
+                error = describeDatabaseError(query.lastError(), copyPath);
+        }
+        query.finish();
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(connectionName);
+    return error;
+}
+
+} // namespace
+
+bool SqliteStore::backUpTo(const QString &path)
+{
+    const QString target = QFileInfo(path).absoluteFilePath();
+    const QString what = QStringLiteral("Cannot back up the statistics into %1").arg(nativePath(target));
+    if (!isOpen())
+        return fail(what, QStringLiteral("the statistics database is not open"));
+    if (!QFileInfo(target).absoluteDir().exists())
+        return fail(what, QStringLiteral("its folder does not exist"));
+    if (identity_ && identityOf(target) == identity_)
+        return fail(what, QStringLiteral("it is the statistics file in use now"));
+    if (identity_ && identityOf(path_) == identity_ && hasSqliteHeader(path_) == false)
+        return fail(what, *fileProblem());
+    const QString part = partName(target);
+    removeWithCompanions(part);
+    QString error = copyInto(part);
+    if (error.isEmpty())
+        error = checkCopy(part, connectionName_ + QStringLiteral("-check"));
+    if (error.isEmpty() && renameFile(part, target, error)) {
+        // A journal beside the chosen name belongs to the file replaced
+        // there; SQLite would read it into the copy.
+        for (const char *suffix : {"-wal", "-shm", "-journal"})
+            QFile::remove(target + QLatin1String(suffix));
+        return true;
+    }
+    removeWithCompanions(part);
+    return fail(what, error);
+}
+
+bool SqliteStore::restoreFrom(const QString &source)
+{
+    const QString what = QStringLiteral("Cannot restore the statistics from %1").arg(nativePath(source));
+    if (!isOpen())
+        return fail(what, QStringLiteral("the statistics database is not open"));
+    if (!QFileInfo::exists(source))
+        return fail(what, QStringLiteral("it does not exist"));
+    if (identity_ && identityOf(source) == identity_)
+        return fail(what, QStringLiteral("it is the statistics file in use now"));
+    if (const std::optional<QString> problem = fileProblem())
+        return fail(what, *problem);
+    const QString path = path_;
+    const QString part = partName(path);
+    const QString kept = path + QLatin1String(beforeRestoreSuffix);
+    removeWithCompanions(part);
+    QString error = copyRestorable(source, part, connectionName_ + QStringLiteral("-restore"));
+    // Opening the copy brings its tables up to this version.
+    if (error.isEmpty())
+        error = checkCopy(part, connectionName_ + QStringLiteral("-check"));
+    if (!error.isEmpty()) {
+        removeWithCompanions(part);
+        return fail(what, error);
+    }
+
+    // Everything of the file in use goes into it before it is put aside.
+    QSqlQuery(connection()).exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    close();
+    removeWithCompanions(kept);
+    auto reopenOld = [&](const QString &why) {
+        open(path);
+        return fail(what, why);
+    };
+    if (!renameFile(path, kept, error))
+        return reopenOld(error);
+    // A log another program still holds goes with its file.
+    for (const char *suffix : {"-wal", "-shm"}) {
+        QString ignored;
+        if (QFile::exists(path + QLatin1String(suffix)))
+            renameFile(path + QLatin1String(suffix), kept + QLatin1String(suffix), ignored);
+    }
+    if (!renameFile(part, path, error) || !open(path)) {
+        const QString why = error.isEmpty() ? lastError_ : error;
+        close();
+        removeWithCompanions(part);
+        QFile::remove(path);
+        for (const char *suffix : {"", "-wal", "-shm"}) {
+            QString ignored;
+            if (QFile::exists(kept + QLatin1String(suffix)))
+                renameFile(kept + QLatin1String(suffix), path + QLatin1String(suffix), ignored);
+        }
+        return reopenOld(why);
+    }
+    return true;
+}
+
 } // namespace tavrix

@@ -7,6 +7,7 @@
 
 #include "core/stats/distance_quarters.h"
 #include "core/stats/sqlite_handle.h"
+#include "core/stats/sqlite_schema.h"
 
 #include <QSqlDriver>
 #include <QSqlQuery>

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <optional>
 
 namespace tavrix {
@@ -264,6 +265,50 @@ QString checkOwnDatabase(QSqlDatabase &db)
     for (const char *own : {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart"}) {
         if (!tables.contains(QLatin1String(own)))
             return QStringLiteral("it holds tables of another program; Tavrix leaves it as it is");
+    }
+    return {};
+}
+
+namespace {
+
+// The columns of each table the program reads or writes, as created above.
+struct OwnTable {
+    const char *name;
+    std::initializer_list<const char *> columns;
+};
+const OwnTable ownTables[] = {
+    {"players", {"id", "creationdate", "name"}},
+    {"games", {"id", "creationdate", "players_id", "gametype", "skill", "opponent", "result", "throws", "points",
+               "bestset", "outset"}},
+    {"gamesdarts", {"creationdate", "games_id", "players_id", "setseq", "dartseq", "x", "y", "dist", "score", "ring",
+                    "targetscore", "targetring"}},
+    {"statstargets", {"id", "creationdate", "players_id", "targetvalue", "targetring"}},
+    {"statsthrows", {"id", "players_id", "statstargets_id", "seq", "x", "y", "dist", "score", "ring"}},
+    {"outchart", {"points", "singleout", "doubleout"}},
+};
+
+} // namespace
+
+QString checkOwnColumns(QSqlDatabase &db)
+{
+    QSqlQuery query(db);
+    for (const OwnTable &table : ownTables) {
+        // SQLite matches names without regard to case, and so does this.
+        if (!query.prepare(QStringLiteral("SELECT lower(name) FROM pragma_table_info(?)")))
+            return describeDatabaseError(query.lastError());
+        query.addBindValue(QString::fromLatin1(table.name));
+        if (!query.exec())
+            return describeDatabaseError(query.lastError());
+        QStringList columns;
+        while (query.next())
+            columns << query.value(0).toString();
+        if (columns.isEmpty())
+            return QStringLiteral("it has no table %1").arg(QLatin1String(table.name));
+        for (const char *column : table.columns) {
+            if (!columns.contains(QLatin1String(column)))
+                return QStringLiteral("its table %1 has no column %2")
+                    .arg(QLatin1String(table.name), QLatin1String(column));
+        }
     }
     return {};
 }

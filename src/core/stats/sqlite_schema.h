@@ -9,6 +9,8 @@
 #include <QSqlError>
 #include <QString>
 
+struct sqlite3;
+
 namespace tavrix {
 
 // The version of the tables this program writes, kept in the file's
@@ -27,6 +29,11 @@ QString upgradeSchema(QSqlDatabase &db);
 // one, or one that holds our tables. Reads only; an empty text means yes,
 // otherwise what is wrong with it.
 QString checkOwnDatabase(QSqlDatabase &db);
+
+// Whether the file's tables hold every column the program reads and writes;
+// an empty text means they do, otherwise which table or column is missing.
+// Reads only.
+QString checkOwnColumns(QSqlDatabase &db);
 
 // Adds rows to `outchart`, empty fields as empty text; inside the caller's
 // transaction. Returns an empty text on success, the reason otherwise.

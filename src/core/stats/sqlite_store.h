@@ -7,6 +7,7 @@
 // this header: the rest of the program sees the store through its interfaces.
 
 #include "core/stats/chart_store.h"
+#include "core/stats/dart_export.h"
 #include "core/stats/game_store.h"
 #include "core/stats/player_store.h"
 #include "core/stats/practice_log.h"
@@ -22,7 +23,11 @@ class QSqlQuery;
 
 namespace tavrix {
 
-class SqliteStore final : public PlayerStore, public GameStore, public PracticeLog, public ChartStore {
+class SqliteStore final : public PlayerStore,
+                          public GameStore,
+                          public PracticeLog,
+                          public ChartStore,
+                          public DartExport {
 public:
     static constexpr const char *defaultConnectionName = "statsConnection";
     static constexpr const char *defaultFileName = "tavrix.db";
@@ -63,6 +68,23 @@ public:
     // it still has one.
     enum class Moved { Copied, NewFile };
     std::optional<Moved> moveTo(const QString &path);
+    // Writes a copy of the statistics as they are now (what other programs
+    // have committed included) into the file at `path`, replacing a file
+    // there; the store goes on with its own file. The copy is made beside
+    // `path` and takes its place only once it opens as a whole statistics
+    // file. False, with lastError(), when it cannot be made.
+    bool backUpTo(const QString &path);
+    // The suffix of the file a restore replaced, kept beside it.
+    static constexpr const char *beforeRestoreSuffix = ".before-restore";
+    // Puts the statistics of the file at `source` in place of the open
+    // file's and goes on with them. Only a file that holds every table and
+    // column of the program, of this version or older, and is whole, is
+    // taken; its copy is brought up to this version before it takes the
+    // place. The replaced file is kept beside its own name with
+    // beforeRestoreSuffix (replacing one kept before). False, with
+    // lastError(), when the file is refused or the restore fails; the store
+    // then goes on with the file it had, unchanged.
+    bool restoreFrom(const QString &source);
     // Writes the player's row with this id, where no row has it.
     bool restorePlayer(qint64 playerId, const QString &name);
 
@@ -112,6 +134,8 @@ public:
 
     bool readAimedDarts(qint64 playerId, const AimedDartTaker &take) override;
     std::optional<StatisticsRows> statisticsRows(qint64 playerId) override;
+    std::optional<qint64> exportDartCount(std::optional<qint64> playerId) override;
+    bool readExportDarts(std::optional<qint64> playerId, const ExportDartTaker &take) override;
     std::optional<StoreVersion> storeVersion() override { return changeStamp(); }
 
 private:

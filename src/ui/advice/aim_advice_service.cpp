@@ -50,6 +50,16 @@ void AimAdviceService::waitForWork()
     finished();
 }
 
+void AimAdviceService::forget()
+{
+    // Work in hand read the old file; its result is taken and dropped.
+    if (busy())
+        waitForWork();
+    kept_.reset();
+    workPlayer_ = 0;
+    workVersion_.reset();
+}
+
 AimAdviceService::Result AimAdviceService::work(QString path, qint64 playerId, StoreVersion version,
                                                 ChartFirstDarts chart, std::shared_ptr<std::atomic<bool>> stop)
 {

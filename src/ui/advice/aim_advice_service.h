@@ -34,6 +34,9 @@ public:
     bool busy() const { return !handled_; }
     // Waits until the work in hand is done and its result kept.
     void waitForWork();
+    // Drops the advice kept and the record of work done: the statistics file
+    // was replaced, and a new connection's version may equal an old one.
+    void forget();
 
 signals:
     // Fresh advice for the player was kept.

@@ -63,6 +63,12 @@ QString SystemMessages::chooseFileToSave(QWidget *parent, const QString &title, 
     return QFileDialog::getSaveFileName(parent, title, suggestedPath, filter);
 }
 
+QString SystemMessages::chooseFileToOpen(QWidget *parent, const QString &title, const QString &folder,
+                                         const QString &filter)
+{
+    return QFileDialog::getOpenFileName(parent, title, folder, filter);
+}
+
 void SystemMessages::alert(const QString &message, const QString &title)
 {
     if (alertBox_)

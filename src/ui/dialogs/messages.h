@@ -33,6 +33,10 @@ public:
     // cancelled. Replacing a file already there is confirmed in the dialog.
     virtual QString chooseFileToSave(QWidget *parent, const QString &title, const QString &suggestedPath,
                                      const QString &filter) = 0;
+    // The dialog that asks for a file to read, starting in `folder`; the path
+    // chosen, or "" when cancelled.
+    virtual QString chooseFileToOpen(QWidget *parent, const QString &title, const QString &folder,
+                                     const QString &filter) = 0;
     // A game event to acknowledge, in the program's own alert box.
     virtual void alert(const QString &message, const QString &title) = 0;
     // Takes an alert off the screen, as though acknowledged.
@@ -48,6 +52,8 @@ public:
     int choose(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
                int defaultButton) override;
     QString chooseFileToSave(QWidget *parent, const QString &title, const QString &suggestedPath,
+                             const QString &filter) override;
+    QString chooseFileToOpen(QWidget *parent, const QString &title, const QString &folder,
                              const QString &filter) override;
     void alert(const QString &message, const QString &title) override;
     void hideAlert() override;

@@ -7,6 +7,7 @@
 #include "ui/dialogs/alert_box.h"
 #include "ui/help/help_viewer.h"
 #include "ui/dialogs/messages.h"
+#include "ui/dialogs/stats_files.h"
 #include "ui/dialogs/stats_rescue.h"
 #include "ui/players/new_user_dialog.h"
 #include "ui/players/user_edit_dialog.h"
@@ -160,6 +161,7 @@ void Darts::buildFrames()
 
     boardInput_ = new BoardInput(picture_, session_.random, scoreHoverText_, records_.all(), this);
     rescue_ = std::make_unique<StatsRescue>(program_.store(), program_.messages(), session_);
+    files_ = std::make_unique<StatsFiles>(program_.store(), program_.messages(), session_);
     aims_ = new AimAdviceService(program_.store(), program_.checkoutChart(), this);
     play_ = new PlayController({session_, program_.store(), program_.sounds(), program_.messages(),
                                 program_.advisor(), skill_, *boardInput_, *gameFrame_, records_,

@@ -28,6 +28,7 @@ class GameFrame;
 class HelpViewer;
 class PlayController;
 class PracticeController;
+class StatsFiles;
 class StatsRescue;
 class StatisticsDialog;
 class PracticeFrame;
@@ -113,6 +114,10 @@ private:
     void useUnits(bool centimetres);
     void useSound(bool on);
     void resetStats();
+    // File menu: the darts as CSV, a backup, and a restore from one.
+    void exportDarts();
+    void backUpStats();
+    void restoreStats();
     void showHelp();
     // The help window at `page`, or a message naming where the pages were
     // looked for.
@@ -140,6 +145,7 @@ private:
     BoardInput *boardInput_ = nullptr;
     GameFrame *gameFrame_ = nullptr;
     std::unique_ptr<StatsRescue> rescue_;
+    std::unique_ptr<StatsFiles> files_;
     PlayController *play_ = nullptr;
     PracticeController *practice_ = nullptr;
     ReviewController *review_ = nullptr;

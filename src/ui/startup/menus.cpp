@@ -62,6 +62,13 @@ void Darts::buildMenus()
     QMenuBar *bar = menuBar();
 
     QMenu *file = namedMenu(bar, "mnuFile", QStringLiteral("File"));
+    connect(namedAction(file, "mnuExportDarts", QStringLiteral("Export Darts...")), &QAction::triggered, this,
+            &Darts::exportDarts);
+    connect(namedAction(file, "mnuBackupStats", QStringLiteral("Back Up Statistics...")), &QAction::triggered,
+            this, &Darts::backUpStats);
+    connect(namedAction(file, "mnuRestoreStats", QStringLiteral("Restore Statistics...")), &QAction::triggered,
+            this, &Darts::restoreStats);
+    file->addSeparator();
     QAction *exit = namedAction(file, "mnuExit", QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence::Quit);
     exit->setShortcutContext(Qt::ApplicationShortcut);

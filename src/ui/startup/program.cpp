@@ -177,6 +177,37 @@ bool Program::choosePlayer()
     return true;
 }
 
+bool Program::takeRestoredStatistics()
+{
+    const std::optional<qint64> sameName = store_.playerIdByName(session_.currentPlayerName);
+    if (sameName) {
+        session_.currentPlayerId = *sameName;
+    } else {
+        session_.currentPlayerId = 0;
+        session_.currentPlayerName.clear();
+        if (!choosePlayer()) {
+            shutDownProgram();
+            exitCode_ = 1;
+            return false;
+        }
+    }
+    const std::optional<ChartRepairReport> chartRepair = loadRepairedCheckoutChart(store_, chart_);
+    if (!chartRepair) {
+        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
+        shutDownProgram();
+        exitCode_ = 1;
+        return false;
+    }
+    if (chartRepair->repaired())
+        messages_.notice(window_.get(), QString::fromLatin1(applicationTitle),
+                         chartRepairMessage(*chartRepair, databasePath_));
+    if (session_.currentPlayerId == 0) {
+        shutDownProgram();
+        return false;
+    }
+    return true;
+}
+
 void Program::shutDownProgram()
 {
     if (shutDownDone_)

@@ -57,6 +57,13 @@ public:
     // Closes the database and every window; runs once, however often called.
     void shutDownProgram();
 
+    // After the statistics file was replaced by a restore: the current
+    // player is the player of the same name in it, else one is chosen as at
+    // start-up; the checkout chart is read from it again. False when no
+    // player was chosen or the file cannot be read (said); the program is
+    // then shut down, as a start-up would end.
+    bool takeRestoredStatistics();
+
     Session &session() { return session_; }
     bool isShutDown() const { return shutDownDone_; }
     SqliteStore &store() { return store_; }

@@ -1,0 +1,66 @@
+// The File menu's entries for the statistics file: export, backup and
+// restore.
+
+#include "ui/startup/darts_window.h"
+
+#include "core/session/session.h"
+#include "core/stats/sqlite_store.h"
+#include "ui/advice/aim_advice_service.h"
+#include "ui/dialogs/messages.h"
+#include "ui/dialogs/stats_files.h"
+#include "ui/startup/program.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace tavrix {
+
+void Darts::exportDarts()
+{
+    files_->exportDarts(this);
+}
+
+void Darts::backUpStats()
+{
+    files_->backUp(this);
+}
+
+void Darts::restoreStats()
+{
+    const QString title = QStringLiteral("Restore Statistics");
+    Messages &messages = program_.messages();
+    SqliteStore &store = program_.store();
+    // The game's darts would go into the file that is replaced.
+    if (!mayLeaveGame())
+        return;
+    const QString database = QDir::toNativeSeparators(QFileInfo(store.databasePath()).absoluteFilePath());
+    const QString path =
+        messages.chooseFileToOpen(this, title, QFileInfo(store.databasePath()).absolutePath(),
+                                  QStringLiteral("Statistics files (*.db);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    const QString kept = database + QLatin1String(SqliteStore::beforeRestoreSuffix);
+    if (!messages.askYesNo(this, title,
+                           QStringLiteral("Replace the statistics in %1 with those in %2?\r\n\r\n"
+                                          "The statistics in use now are kept in %3 (in place of any kept "
+                                          "there by an earlier restore).")
+                               .arg(database, QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()), kept)))
+        return;
+    if (currentMode_ == Mode::Play)
+        resetGame();
+    if (!store.restoreFrom(path)) {
+        messages.error(this, title, store.lastError() + QLatin1Char('.'));
+        return;
+    }
+    aims_->forget();
+    if (!program_.takeRestoredStatistics())
+        return;
+    setPlayerName();
+    buildYouProfile();
+    switchMode(currentMode_);
+    messages.notice(this, title,
+                    QStringLiteral("The statistics from %1 are restored. The statistics used before are kept in %2.")
+                        .arg(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()), kept));
+}
+
+} // namespace tavrix
