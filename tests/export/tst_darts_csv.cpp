@@ -36,6 +36,7 @@ struct Recorded {
     std::optional<double> x, y;
     int score = 0;
     int ring = 0;
+    bool targetLost = false; // practice: the target's row is not there
 };
 
 const QStringList header{"player", "mode",   "date",     "game",     "set",  "dart",   "target_score", "target_ring",
@@ -68,6 +69,13 @@ class TestDartsCsv : public QObject {
         QVERIFY2(row.size() == header.size(), where);
         QCOMPARE(row[0], dart.player);
         QCOMPARE(row[1], dart.practice ? QStringLiteral("practice") : QStringLiteral("game"));
+        if (dart.targetLost) {
+            // Nothing to say when or at what: those fields stay empty.
+            QCOMPARE(row[2] + row[6] + row[7] + row[8] + row[9] + row[12], QString());
+            QCOMPARE(row[4], QString::number(dart.set));
+            QCOMPARE(row[13], QString::number(dart.score));
+            return;
+        }
         const QDateTime date = QDateTime::fromString(row[2], Qt::ISODate);
         QVERIFY2(row[2].size() == 19 && row[2][10] == QLatin1Char('T') && date.isValid(), qPrintable(row[2]));
         QVERIFY2(qAbs(date.secsTo(QDateTime::currentDateTime())) < 600, qPrintable(row[2]));
@@ -145,6 +153,13 @@ private slots:
         gameDart(ann_, QStringLiteral("Ann"), game, 1, 2, 0, 0, 190.5, -0.001, 6, 2);
         const qint64 jimGame = store.insertGame({jim_, GameType::Cricket, SkillLevel::You, QStringLiteral("Al")}).value();
         gameDart(jim_, oddName_, jimGame, 1, 0, 19, 1, -100, -100, 16, 1);
+        // Enough darts that the export hands them on in several parts.
+        {
+            SqliteStore::Batch batch(store);
+            for (int i = 0; i < 1200; ++i)
+                gameDart(jim_, oddName_, jimGame, 2 + i / 3, i % 3, 19, 1, i % 50, -(i % 70), 16, 1);
+            QVERIFY(batch.commit());
+        }
 
         auto practiceSet = [&](qint64 player, const QString &name, int value, int ring,
                                std::initializer_list<std::pair<double, double>> darts) {
@@ -159,6 +174,14 @@ private slots:
         practiceSet(ann_, QStringLiteral("Ann"), 19, 2, {{-10, -180}, {0.004, -0.004}, {55.5, 66.6}});
         practiceSet(jim_, oddName_, 25, 1, {{1, 1}});
         practiceSet(ann_, QStringLiteral("Ann"), 6, 3, {{120, 0}, {118, 3}, {-2, 2}});
+        // A dart written later for an earlier target, and one whose target
+        // is gone.
+        Recorded late = practice_[0];
+        late.dart = 4;
+        QVERIFY(store.insertStatThrow({ann_, late.set, 3, *late.x, *late.y, 0, 7, 1}));
+        practice_.append(late);
+        QVERIFY(store.insertStatThrow({ann_, 9999, 0, 5, 5, 0, 7, 1}));
+        practice_.append({QStringLiteral("Ann"), true, 0, 9999, 1, 0, 0, 5.0, 5.0, 7, 1, true});
         // A dart whose position was lost to another program's edit: its
         // place stays, the fields that need it are empty.
         OtherConnection other(dbPath_);
@@ -270,7 +293,7 @@ private slots:
 
         QCOMPARE(run(dbPath_, {QStringLiteral("--export-csv"), csv, QStringLiteral("--player"), oddName_}, err), 0);
         QList<QStringList> rows = readBack(csv);
-        QCOMPARE(rows.size(), 1 + 1 + 1); // Jim's one practice dart and one game dart
+        QCOMPARE(rows.size(), 1 + 1 + 1 + 1200); // Jim's one practice dart and game darts
         QCOMPARE(rows[1][0], oddName_);
         QCOMPARE(run(dbPath_, {QStringLiteral("--export-csv=") + csv}, err), 0);
         QCOMPARE(readBack(csv).size(), 1 + practice_.size() + games_.size());

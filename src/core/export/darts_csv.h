@@ -1,27 +1,16 @@
 #pragma once
 
-// The recorded darts as a CSV file (RFC 4180: UTF-8, a header row, fields
-// quoted where they hold a comma, a quote or a line break, lines ending in
-// CR LF), one row per dart, for a spreadsheet or another program. Numbers
-// use "." whatever the locale. Positions are millimetres from the bull's
-// centre, x to the right and y upwards; the aiming point is the one review
-// takes for the target (aimOfTarget), and the miss the distance from it.
+// The recorded darts as a CSV file (UTF-8, a header row, then one line per
+// dart as csv_row.h writes it), for a spreadsheet or another program.
 
 #include "core/stats/dart_export.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <functional>
 #include <optional>
 
 namespace tavrix {
-
-inline constexpr char dartsCsvHeader[] = "player,mode,date,game,set,dart,target_score,target_ring,"
-                                         "aim_x_mm,aim_y_mm,x_mm,y_mm,miss_mm,score,ring";
-
-// Appends the dart's row, line break included.
-void appendDartRow(QByteArray &out, const ExportDart &dart);
 
 enum class ExportEnd { Written, Cancelled, Failed };
 

@@ -13,24 +13,22 @@
 
 #include <sqlite3.h>
 
+#include <memory>
+#include <optional>
+
 namespace tavrix {
 
 namespace {
 
-// Each table in the order its rows were recorded. A player's practice darts
-// come from the player index, which keeps them in that order.
+// Each table in the order its rows were recorded, read in the table's own
+// order: other players' rows are passed over, which costs less than going
+// through the player index and back to the table for each row (the "+"
+// keeps SQLite off the index).
 constexpr const char *practiceOfPlayer =
-    "SELECT th.players_id, ta.creationdate, th.statstargets_id, th.seq, ta.targetValue, ta.targetRing,"
-    " th.x, th.y, th.score, th.ring"
-    " FROM statsthrows th LEFT JOIN statstargets ta ON ta.id = th.statstargets_id"
-    " WHERE th.players_id = ?1 ORDER BY th.id";
+    "SELECT players_id, statstargets_id, seq, x, y, score, ring FROM statsthrows"
+    " WHERE +players_id = ?1 ORDER BY id";
 constexpr const char *practiceOfAll =
-    "SELECT th.players_id, ta.creationdate, th.statstargets_id, th.seq, ta.targetValue, ta.targetRing,"
-    " th.x, th.y, th.score, th.ring"
-    " FROM statsthrows th LEFT JOIN statstargets ta ON ta.id = th.statstargets_id ORDER BY th.id";
-// The player index orders by target, not by time: the table is read in its
-// own order and the other players' rows are passed over, which costs less
-// than sorting the player's rows (the "+" keeps SQLite off the index).
+    "SELECT players_id, statstargets_id, seq, x, y, score, ring FROM statsthrows ORDER BY id";
 constexpr const char *gameOfPlayer =
     "SELECT players_id, creationDate, games_id, setseq, dartseq, targetscore, targetring, x, y, score, ring"
     " FROM gamesdarts WHERE +players_id = ?1 ORDER BY rowid";
@@ -38,38 +36,114 @@ constexpr const char *gameOfAll =
     "SELECT players_id, creationDate, games_id, setseq, dartseq, targetscore, targetring, x, y, score, ring"
     " FROM gamesdarts ORDER BY rowid";
 
+struct Finalize {
+    void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+Statement prepareRaw(sqlite3 *handle, const char *text)
+{
+    sqlite3_stmt *statement = nullptr;
+    sqlite3_prepare_v2(handle, text, -1, &statement, nullptr);
+    return Statement(statement);
+}
+
+// Values are taken through sqlite3_column_value: one call to the
+// statement for each column, where the typed column calls make two. (Using
+// the value so is safe only on a connection one thread uses at a time, as
+// the store's is.)
+QByteArrayView textOf(sqlite3_value *value)
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_value_text(value));
+    return text ? QByteArrayView(text, sqlite3_value_bytes(value)) : QByteArrayView();
+}
+
 QByteArrayView textAt(sqlite3_stmt *statement, int column)
 {
-    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-    return text ? QByteArrayView(text, sqlite3_column_bytes(statement, column)) : QByteArrayView();
+    return textOf(sqlite3_column_value(statement, column));
 }
 
 StoredField fieldAt(sqlite3_stmt *statement, int column)
 {
     // A whole number travels as the number: SQLite's text of it would cost
     // an allocation per field.
-    switch (sqlite3_column_type(statement, column)) {
+    sqlite3_value *const value = sqlite3_column_value(statement, column);
+    switch (sqlite3_value_type(value)) {
     case SQLITE_INTEGER:
-        return {{}, sqlite3_column_int64(statement, column)};
+        return {{}, sqlite3_value_int64(value)};
     case SQLITE_FLOAT: {
-        const double value = sqlite3_column_double(statement, column);
+        const double number = sqlite3_value_double(value);
         std::optional<qint64> whole;
-        if (value > -1e15 && value < 1e15 && value == double(qint64(value)))
-            whole = qint64(value);
-        return {textAt(statement, column), whole};
+        if (number > -1e15 && number < 1e15 && number == double(qint64(number)))
+            whole = qint64(number);
+        return {textOf(value), whole};
     }
     default:
-        return {textAt(statement, column), std::nullopt};
+        return {textOf(value), std::nullopt};
     }
 }
 
 std::optional<double> numberAt(sqlite3_stmt *statement, int column)
 {
-    const int type = sqlite3_column_type(statement, column);
+    sqlite3_value *const value = sqlite3_column_value(statement, column);
+    const int type = sqlite3_value_type(value);
     if (type != SQLITE_INTEGER && type != SQLITE_FLOAT)
         return std::nullopt;
-    return sqlite3_column_double(statement, column);
+    return sqlite3_value_double(value);
 }
+
+// The practice targets, found for throw after throw. Throws follow their
+// targets, so one pass over the targets in id order finds nearly every one;
+// a throw that names an earlier target, or one that is not there, is looked
+// up on its own. A target's row holds its id, date, value and ring.
+class TargetFinder {
+public:
+    explicit TargetFinder(sqlite3 *handle)
+        : pass_(prepareRaw(handle, "SELECT id, creationdate, targetValue, targetRing FROM statstargets ORDER BY id")),
+          lookUp_(prepareRaw(handle, "SELECT id, creationdate, targetValue, targetRing FROM statstargets WHERE id = ?1"))
+    {
+        if (pass_ && lookUp_)
+            step();
+        else
+            failed_ = true;
+    }
+    bool failed() const { return failed_; }
+
+    // The target's row, valid until the next call; none when no target has
+    // that id.
+    sqlite3_stmt *find(sqlite3_value *id)
+    {
+        if (sqlite3_value_type(id) != SQLITE_INTEGER)
+            return nullptr;
+        const qint64 wanted = sqlite3_value_int64(id);
+        while (passRow_ && passId_ < wanted)
+            step();
+        if (passRow_ && passId_ == wanted)
+            return pass_.get();
+        sqlite3_reset(lookUp_.get());
+        sqlite3_bind_int64(lookUp_.get(), 1, wanted);
+        const int code = sqlite3_step(lookUp_.get());
+        if (code != SQLITE_ROW && code != SQLITE_DONE)
+            failed_ = true;
+        return code == SQLITE_ROW ? lookUp_.get() : nullptr;
+    }
+
+private:
+    void step()
+    {
+        const int code = sqlite3_step(pass_.get());
+        passRow_ = code == SQLITE_ROW;
+        failed_ = failed_ || (code != SQLITE_ROW && code != SQLITE_DONE);
+        if (passRow_)
+            passId_ = sqlite3_column_int64(pass_.get(), 0);
+    }
+
+    Statement pass_;
+    Statement lookUp_;
+    bool passRow_ = false;
+    qint64 passId_ = 0;
+    bool failed_ = false;
+};
 
 } // namespace
 
@@ -110,43 +184,62 @@ bool SqliteStore::readExportDarts(std::optional<qint64> playerId, const ExportDa
     ExportDart dart;
     qint64 namedId = 0;
     QByteArray name;
+    auto nameOf = [&](qint64 player) {
+        if (player != namedId || name.isNull()) {
+            namedId = player;
+            name = names.value(player, QByteArray(""));
+        }
+        return QByteArrayView(name);
+    };
     for (const bool practice : {true, false}) {
-        const char *text = practice ? (playerId ? practiceOfPlayer : practiceOfAll)
-                                    : (playerId ? gameOfPlayer : gameOfAll);
-        sqlite3_stmt *statement = nullptr;
-        int code = sqlite3_prepare_v2(handle, text, -1, &statement, nullptr);
-        if (code == SQLITE_OK && playerId)
-            code = sqlite3_bind_int64(statement, 1, *playerId);
+        const Statement statement =
+            prepareRaw(handle, practice ? (playerId ? practiceOfPlayer : practiceOfAll)
+                                      : (playerId ? gameOfPlayer : gameOfAll));
+        std::optional<TargetFinder> targets;
+        if (practice)
+            targets.emplace(handle);
+        sqlite3_stmt *const row = statement.get();
+        int code = row ? SQLITE_OK : SQLITE_ERROR;
+        if (row && playerId)
+            code = sqlite3_bind_int64(row, 1, *playerId);
         bool goOn = true;
-        if (code == SQLITE_OK) {
+        if (code == SQLITE_OK && !(targets && targets->failed())) {
             dart.practice = practice;
-            while (goOn && (code = sqlite3_step(statement)) == SQLITE_ROW) {
-                const qint64 player = sqlite3_column_int64(statement, 0);
-                if (player != namedId || name.isNull()) {
-                    namedId = player;
-                    name = names.value(player, QByteArray(""));
+            while (goOn && (code = sqlite3_step(row)) == SQLITE_ROW) {
+                dart.player = nameOf(sqlite3_column_int64(row, 0));
+                if (practice) {
+                    sqlite3_stmt *const target = targets->find(sqlite3_column_value(row, 1));
+                    if (targets->failed()) {
+                        code = SQLITE_ERROR;
+                        break;
+                    }
+                    dart.date = target ? textAt(target, 1) : QByteArrayView();
+                    dart.set = fieldAt(row, 1);
+                    dart.dart = fieldAt(row, 2);
+                    dart.targetScore = target ? fieldAt(target, 2) : StoredField{};
+                    dart.targetRing = target ? fieldAt(target, 3) : StoredField{};
+                } else {
+                    dart.date = textAt(row, 1);
+                    dart.game = fieldAt(row, 2);
+                    dart.set = fieldAt(row, 3);
+                    dart.dart = fieldAt(row, 4);
+                    dart.targetScore = fieldAt(row, 5);
+                    dart.targetRing = fieldAt(row, 6);
                 }
-                dart.player = name;
-                dart.date = textAt(statement, 1);
-                int column = 2;
-                dart.game = practice ? StoredField{} : fieldAt(statement, column++);
-                dart.set = fieldAt(statement, column++);
-                dart.dart = fieldAt(statement, column++);
-                dart.targetScore = fieldAt(statement, column++);
-                dart.targetRing = fieldAt(statement, column++);
-                dart.x = numberAt(statement, column++);
-                dart.y = numberAt(statement, column++);
-                dart.score = fieldAt(statement, column++);
-                dart.ring = fieldAt(statement, column++);
+                const int rest = practice ? 3 : 7;
+                dart.x = numberAt(row, rest);
+                dart.y = numberAt(row, rest + 1);
+                dart.score = fieldAt(row, rest + 2);
+                dart.ring = fieldAt(row, rest + 3);
                 goOn = take(dart);
             }
+        } else if (code == SQLITE_OK) {
+            code = SQLITE_ERROR;
         }
-        const QString detail = QString::fromUtf8(sqlite3_errmsg(handle));
-        sqlite3_finalize(statement);
         if (!goOn)
             return true;
         if (code != SQLITE_DONE)
-            return fail(what, detail);
+            return fail(what, QString::fromUtf8(sqlite3_errmsg(handle)));
     }
     return true;
 }
