@@ -12,7 +12,7 @@
 #include "core/advice/aim_advice.h"
 #include "core/advice/checkout_policy.h"
 #include "core/games/checkout_chart.h"
-#include "fill_darts.h"
+#include "bench_support.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -22,15 +22,9 @@
 #include <cstdio>
 
 using namespace tavrix;
+using bench::millisecondsOf;
 
 namespace {
-
-double millisecondsOf(QElapsedTimer &timer)
-{
-    const double ms = timer.nsecsElapsed() / 1e6;
-    timer.restart();
-    return ms;
-}
 
 Spread circular(double sd)
 {
@@ -133,23 +127,21 @@ int main(int argc, char *argv[])
     // the fit), against one full read of the player's distances, best of
     // three each, in turns.
     QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("bench.db"));
-    const int darts = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 1000000;
-    const std::optional<qint64> filled = bench::fillNewFile(path, darts, 20261126);
-    if (!filled)
+    const std::optional<bench::BenchFile> file =
+        bench::freshBenchFile(dir, argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 1000000, 20261126);
+    if (!file)
         return 1;
-    const qint64 player = *filled;
+    const QString path = file->path;
+    const qint64 player = file->player;
     double scanMs = -1;
     double fitMs = -1;
     SpreadFit fit;
     for (int run = 0; run < 3; ++run) {
-        SqliteStore scan(QStringLiteral("scan"));
-        if (!scan.open(path))
-            return bench::failed(scan) ? 0 : 1;
+        const double read = bench::fullReadMs(path, player);
+        SqliteStore scan(QStringLiteral("fit"));
+        if (read < 0 || !scan.open(path))
+            return 1;
         timer.restart();
-        if (!scan.playerDistances(player))
-            return bench::failed(scan) ? 0 : 1;
-        const double read = millisecondsOf(timer);
         const std::optional<SpreadFit> fitted = readSpreadFit(scan, player);
         const double fitted_ms = millisecondsOf(timer);
         if (!fitted)

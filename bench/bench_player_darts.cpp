@@ -9,7 +9,7 @@
 // no file is given; an existing file must hold exactly one player)
 
 #include "../tests/support/fake_messages.h"
-#include "fill_darts.h"
+#include "bench_support.h"
 #include "ui/board/board_picture.h"
 #include "core/opponent/skill_profile.h"
 #include "ui/practice/practice_controller.h"
@@ -31,62 +31,31 @@ using namespace tavrix;
 
 namespace {
 
-// The best of a few runs, in milliseconds: the machine is shared and noisy.
-double bestOf(int runs, const std::function<bool()> &run)
-{
-    double best = -1;
-    for (int i = 0; i < runs; ++i) {
-        QElapsedTimer timer;
-        timer.start();
-        if (!run())
-            return -1;
-        const double ms = timer.nsecsElapsed() / 1e6;
-        best = best < 0 ? ms : std::min(best, ms);
-    }
-    return best;
-}
+using bench::bestOf;
 
 void line(const char *what, double ms, double scanMs)
 {
-    std::printf("%-34s %9.1f ms  %6.2f x scan\n", what, ms, ms / scanMs);
+    bench::ratioLine(what, ms, scanMs);
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    bench::offscreenWithoutDisplay();
     QApplication app(argc, argv);
     QTemporaryDir dir;
-    QString path = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
-    const int darts = argc > 2 ? QString::fromLocal8Bit(argv[2]).toInt() : 1000000;
-    qint64 player = 0;
-    {
-        SqliteStore store(QStringLiteral("fill"));
-        if (path.isEmpty() || !QFileInfo::exists(path)) {
-            if (path.isEmpty())
-                path = dir.filePath(QStringLiteral("bench.db"));
-            const std::optional<qint64> filled = bench::fillNewFile(path, darts, 20261122);
-            if (!filled)
-                return 1;
-            player = *filled;
-        } else if (!store.open(path) || !store.players() || store.players()->size() != 1) {
-            std::fprintf(stderr, "%s must hold exactly one player\n", qPrintable(path));
-            return 1;
-        } else {
-            player = store.players()->first().id;
-        }
-    }
+    const std::optional<bench::BenchFile> file = bench::benchFile(argc, argv, dir, 20261122);
+    if (!file)
+        return 1;
+    const QString path = file->path;
+    const qint64 player = file->player;
 
     const int runs = 3;
     qint64 values = 0;
-    const double scanMs = bestOf(runs, [&] {
-        SqliteStore store(QStringLiteral("scan"));
-        const auto distances = store.open(path) ? store.playerDistances(player) : std::nullopt;
-        values = distances ? qint64(distances->values.size()) : 0;
-        return distances.has_value();
-    });
+    const double scanMs = bench::bestFullReadMs(runs, path, player, &values);
+    if (scanMs < 0)
+        return 1;
     std::printf("player's darts: %lld\n", values);
     line("full read of the distances", scanMs, scanMs);
     line("\"You\" profile, read afresh", bestOf(runs, [&] {

@@ -9,7 +9,7 @@
 //   bench_statistics [darts]
 
 #include "core/statistics/player_statistics.h"
-#include "fill_darts.h"
+#include "bench_support.h"
 #include "ui/statistics/statistics_charts.h"
 
 #include <QApplication>
@@ -21,15 +21,9 @@
 #include <cstdio>
 
 using namespace tavrix;
+using bench::millisecondsOf;
 
 namespace {
-
-double millisecondsOf(QElapsedTimer &timer)
-{
-    const double ms = timer.nsecsElapsed() / 1e6;
-    timer.restart();
-    return ms;
-}
 
 // Every filled game finished: lost, its darts as its throws, no points.
 bool finishGames(const QString &path)
@@ -74,16 +68,15 @@ PlayerStatistics chartedGames()
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    bench::offscreenWithoutDisplay();
     QApplication app(argc, argv);
     QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("bench.db"));
-    const int darts = argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 1000000;
-    const std::optional<qint64> filled = bench::fillNewFile(path, darts, 20261126);
-    if (!filled || !finishGames(path))
+    const std::optional<bench::BenchFile> file =
+        bench::freshBenchFile(dir, argc > 1 ? QString::fromLocal8Bit(argv[1]).toInt() : 1000000, 20261126);
+    if (!file || !finishGames(file->path))
         return 1;
-    const qint64 player = *filled;
+    const QString path = file->path;
+    const qint64 player = file->player;
 
     QElapsedTimer timer;
     timer.start();
@@ -92,13 +85,11 @@ int main(int argc, char *argv[])
     double countMs = -1;
     PlayerStatistics statistics;
     for (int run = 0; run < 3; ++run) {
-        SqliteStore scan(QStringLiteral("scan"));
-        if (!scan.open(path))
-            return bench::failed(scan) ? 0 : 1;
+        const double scanned = bench::fullReadMs(path, player);
+        SqliteStore scan(QStringLiteral("statistics"));
+        if (scanned < 0 || !scan.open(path))
+            return 1;
         timer.restart();
-        if (!scan.playerDistances(player))
-            return bench::failed(scan) ? 0 : 1;
-        const double scanned = millisecondsOf(timer);
         std::optional<StatisticsRows> rows = scan.statisticsRows(player);
         if (!rows)
             return bench::failed(scan) ? 0 : 1;
