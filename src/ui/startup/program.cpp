@@ -128,16 +128,8 @@ bool Program::Main()
         exitCode_ = 1;
         return false;
     }
-    const std::optional<ChartRepairReport> chartRepair = loadRepairedCheckoutChart(store_, chart_);
-    if (!chartRepair) {
-        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
-        shutDownProgram();
-        exitCode_ = 1;
+    if (!loadCheckoutChart())
         return false;
-    }
-    if (chartRepair->repaired())
-        messages_.notice(window_.get(), QString::fromLatin1(applicationTitle),
-                         chartRepairMessage(*chartRepair, databasePath_));
     shutDownDone_ = false;
 
     if (session_.currentPlayerId == 0) {
@@ -177,6 +169,21 @@ bool Program::choosePlayer()
     return true;
 }
 
+bool Program::loadCheckoutChart()
+{
+    const std::optional<ChartRepairReport> chartRepair = loadRepairedCheckoutChart(store_, chart_);
+    if (!chartRepair) {
+        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
+        shutDownProgram();
+        exitCode_ = 1;
+        return false;
+    }
+    if (chartRepair->repaired())
+        messages_.notice(window_.get(), QString::fromLatin1(applicationTitle),
+                         chartRepairMessage(*chartRepair, databasePath_));
+    return true;
+}
+
 bool Program::takeRestoredStatistics()
 {
     const std::optional<qint64> sameName = store_.playerIdByName(session_.currentPlayerName);
@@ -191,16 +198,8 @@ bool Program::takeRestoredStatistics()
             return false;
         }
     }
-    const std::optional<ChartRepairReport> chartRepair = loadRepairedCheckoutChart(store_, chart_);
-    if (!chartRepair) {
-        messages_.error(window_.get(), QString::fromLatin1(applicationTitle), store_.lastError());
-        shutDownProgram();
-        exitCode_ = 1;
+    if (!loadCheckoutChart())
         return false;
-    }
-    if (chartRepair->repaired())
-        messages_.notice(window_.get(), QString::fromLatin1(applicationTitle),
-                         chartRepairMessage(*chartRepair, databasePath_));
     if (session_.currentPlayerId == 0) {
         shutDownProgram();
         return false;

@@ -75,8 +75,11 @@ public:
     Darts *window() { return window_.get(); }
 
 private:
-    // Step 11: the number of players decides how the current one is chosen.
+    // The number of players decides how the current one is chosen.
     bool choosePlayer();
+    // Reads the checkout chart, repairing it where it must be and saying
+    // so; false, with the program shut down, when it cannot be read.
+    bool loadCheckoutChart();
 
     Messages &messages_;
     QString databasePath_;
