@@ -3,6 +3,8 @@
 #include "ui/statistics/statistics_charts.h"
 #include "ui/statistics/statistics_service.h"
 
+#include "core/stats/sqlite_store.h"
+
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -10,6 +12,7 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace tavrix {
@@ -20,10 +23,14 @@ namespace {
 constexpr StatsPeriod periods[] = {StatsPeriod::AllTime, StatsPeriod::Last365Days, StatsPeriod::Last30Days,
                                    StatsPeriod::Last7Days};
 
+// How often a shown window looks whether the store has changed.
+constexpr int changeLookMs = 2000;
+
 } // namespace
 
-StatisticsDialog::StatisticsDialog(const SqliteStore &store, QWidget *parent)
+StatisticsDialog::StatisticsDialog(SqliteStore &store, QWidget *parent)
     : QDialog(parent)
+    , store_(store)
     , service_(new StatisticsService(store, this))
 {
     setObjectName(QStringLiteral("StatisticsDialog"));
@@ -75,6 +82,10 @@ StatisticsDialog::StatisticsDialog(const SqliteStore &store, QWidget *parent)
     connect(period_, &QComboBox::currentIndexChanged, this, &StatisticsDialog::recompute);
     connect(service_, &StatisticsService::ready, this, &StatisticsDialog::showStatistics);
     connect(service_, &StatisticsService::failed, this, &StatisticsDialog::showFailure);
+    auto *watch = new QTimer(this);
+    watch->setInterval(changeLookMs);
+    connect(watch, &QTimer::timeout, this, &StatisticsDialog::recomputeIfChanged);
+    watch->start();
 
     // Pleasant on a large screen, never larger than the one it is on.
     QSize size(1100, 680);
@@ -114,7 +125,17 @@ void StatisticsDialog::recompute()
 {
     const int index = std::clamp(period_->currentIndex(), 0, int(std::size(periods)) - 1);
     busy_->show();
+    counted_ = store_.storeVersion();
     service_->request(playerId_, periods[index]);
+}
+
+void StatisticsDialog::recomputeIfChanged()
+{
+    if (!isVisible() || playerId_ == 0 || service_->busy())
+        return;
+    const std::optional<StoreVersion> now = store_.storeVersion();
+    if (now && now != counted_)
+        recompute();
 }
 
 void StatisticsDialog::showStatistics(const PlayerStatistics &statistics)

@@ -3,8 +3,12 @@
 // "Statistics": the figures of the player's games in the chosen period on
 // the left, the charts in tabs on the right. Everything is worked out by a
 // StatisticsService; while it works a busy bar shows and the window goes on.
+// While shown, it follows what is written meanwhile (a game finished, a
+// practice set, another copy's darts): the store is looked at every two
+// seconds, and the figures are worked out again when it has changed.
 
 #include "core/statistics/player_statistics.h"
+#include "core/stats/dart_history.h"
 
 #include <QDialog>
 
@@ -23,7 +27,7 @@ class StatisticsDialog : public QDialog {
     Q_OBJECT
 
 public:
-    StatisticsDialog(const SqliteStore &store, QWidget *parent = nullptr);
+    StatisticsDialog(SqliteStore &store, QWidget *parent = nullptr);
 
     // Shows the dialog for the player and works out the figures afresh.
     void showFor(qint64 playerId, const QString &playerName);
@@ -34,9 +38,11 @@ public:
 
 private:
     void recompute();
+    void recomputeIfChanged();
     void showFailure(const QString &error);
     QLabel *addFigure(QGridLayout *grid, const char *name, const QString &caption);
 
+    SqliteStore &store_;
     StatisticsService *service_ = nullptr;
     StatisticsCharts *charts_ = nullptr;
     QComboBox *period_ = nullptr;
@@ -54,6 +60,8 @@ private:
     QLabel *highOut_ = nullptr;
     QLabel *marksPerRound_ = nullptr;
     qint64 playerId_ = 0;
+    // The store's version when the figures shown were asked for.
+    std::optional<StoreVersion> counted_;
 };
 
 } // namespace tavrix
