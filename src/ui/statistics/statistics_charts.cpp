@@ -1,7 +1,7 @@
 #include "ui/statistics/statistics_charts.h"
 
 #include <QBarCategoryAxis>
-#include <QBarSeries>
+#include <QHorizontalBarSeries>
 #include <QBarSet>
 #include <QChart>
 #include <QChartView>
@@ -43,15 +43,15 @@ QString doubleName(int index)
     return index == doubleTargets - 1 ? QStringLiteral("Bull") : QStringLiteral("D%1").arg(index + 1);
 }
 
-// A time axis over [first, last], a day wide at least, with dates that
-// suit its span.
+// A time axis over [first, last] with a little room at either end, so
+// that the first and last points are drawn whole, a day wide at least,
+// with dates that suit its span.
 void setTimeRange(QDateTimeAxis *axis, qreal first, qreal last)
 {
     constexpr qreal day = 86400000.0;
-    if (last - first < day) {
-        first -= day / 2;
-        last += day / 2;
-    }
+    const qreal room = std::max(day / 2, (last - first) / 50);
+    first -= room;
+    last += room;
     axis->setFormat(last - first > 300 * day ? QStringLiteral("MMM yyyy") : QStringLiteral("d MMM"));
     axis->setRange(QDateTime::fromMSecsSinceEpoch(qint64(first)), QDateTime::fromMSecsSinceEpoch(qint64(last)));
 }
@@ -99,25 +99,27 @@ void StatisticsCharts::buildDoubles()
     doublesChart_ = new QChart;
     doublesChart_->setTitle(QStringLiteral("Hit rate per double, games and practice (%)"));
     doubleRates_ = new QBarSet(QStringLiteral("Darts in the double aimed at"));
+    // The bars lie across, the doubles listed up the side, where their
+    // names fit in full even in a small window.
     QStringList names;
     for (int i = 0; i < doubleTargets; ++i) {
         doubleRates_->append(0);
         names << doubleName(i);
     }
-    auto *series = new QBarSeries;
+    auto *series = new QHorizontalBarSeries;
     series->append(doubleRates_);
     doublesChart_->addSeries(series);
     auto *categories = new QBarCategoryAxis;
     categories->append(names);
-    categories->setLabelsAngle(-90);
+    categories->setTruncateLabels(false);
     auto *rates = new QValueAxis;
     rates->setRange(0, 100);
     rates->setLabelFormat(QStringLiteral("%d"));
-    doublesChart_->addAxis(categories, Qt::AlignBottom);
-    doublesChart_->addAxis(rates, Qt::AlignLeft);
+    doublesChart_->addAxis(categories, Qt::AlignLeft);
+    doublesChart_->addAxis(rates, Qt::AlignBottom);
     series->attachAxis(categories);
     series->attachAxis(rates);
-    connect(series, &QBarSeries::hovered, this, [this](bool over, int index, QBarSet *) {
+    connect(series, &QHorizontalBarSeries::hovered, this, [this](bool over, int index, QBarSet *) {
         if (over)
             QToolTip::showText(QCursor::pos(), doubleTip(index), this);
         else

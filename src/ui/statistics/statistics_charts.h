@@ -10,7 +10,6 @@
 #include <QTabWidget>
 
 class QBarSet;
-class QBarSeries;
 class QChart;
 class QDateTimeAxis;
 class QLineSeries;
