@@ -1,13 +1,10 @@
 #include "core/export/darts_csv.h"
 
 #include "core/export/csv_row.h"
-#include "core/export/dart_batches.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
-
-#include <thread>
 
 namespace tavrix {
 
@@ -36,53 +33,29 @@ ExportOutcome exportDartsCsv(DartExport &store, std::optional<qint64> playerId, 
         outcome.error = QStringLiteral("Cannot write %1: %2").arg(file, out.errorString());
         return outcome;
     }
-    // This thread reads the darts and hands them over in batches; the writer
-    // turns them into lines and writes them, at the same time.
-    DartBatches batches;
+    QByteArray buffer;
+    buffer.reserve(bytesPerWrite + 4096);
+    buffer.append(dartsCsvHeader);
+    buffer.append("\r\n");
     bool writeFailed = false;
-    std::thread writer([&] {
-        QByteArray buffer;
-        buffer.reserve(bytesPerWrite + 4096);
-        buffer.append(dartsCsvHeader);
-        buffer.append("\r\n");
-        auto flush = [&] {
-            writeFailed = out.write(buffer) != buffer.size();
-            // resize keeps the room reserved; clear would give it back.
-            buffer.resize(0);
-            return !writeFailed;
-        };
-        while (std::optional<DartBatch> batch = batches.take()) {
-            for (const ExportDart &dart : batch->darts()) {
-                appendDartRow(buffer, dart);
-                if (buffer.size() >= bytesPerWrite && !flush()) {
-                    batches.stop();
-                    return;
-                }
-            }
-            batches.giveBack(std::move(*batch));
-        }
-        flush();
-    });
-    DartBatch batch = batches.fresh();
+    auto flush = [&] {
+        writeFailed = writeFailed || out.write(buffer) != buffer.size();
+        // resize keeps the room reserved; clear would give it back.
+        buffer.resize(0);
+        return !writeFailed;
+    };
     bool cancelled = progress && !progress(0, *total);
-    bool read = cancelled || store.readExportDarts(playerId, [&](const ExportDart &dart) {
-        if (!batch.add(dart)) {
-            if (!batches.send(std::move(batch)))
-                return false;
-            batch = batches.fresh();
-            batch.add(dart);
-        }
+    const bool read = cancelled || store.readExportDarts(playerId, [&](const ExportDart &dart) {
+        appendDartRow(buffer, dart);
         ++outcome.rows;
+        if (buffer.size() >= bytesPerWrite && !flush())
+            return false;
         if (progress && outcome.rows % rowsPerReport == 0 && !progress(outcome.rows, *total)) {
             cancelled = true;
             return false;
         }
         return true;
     });
-    if (cancelled || !read || (!batch.isEmpty() && !batches.send(std::move(batch))))
-        batches.stop();
-    batches.finish();
-    writer.join();
     if (cancelled) {
         out.cancelWriting();
         outcome.end = ExportEnd::Cancelled;
@@ -93,7 +66,7 @@ ExportOutcome exportDartsCsv(DartExport &store, std::optional<qint64> playerId, 
         outcome.error = store.lastError();
         return outcome;
     }
-    if (writeFailed || !out.commit()) {
+    if (!flush() || !out.commit()) {
         outcome.error = QStringLiteral("Cannot write %1: %2").arg(file, out.errorString());
         return outcome;
     }
