@@ -65,33 +65,47 @@ enum class DrillEvent {
     Shanghai,      // a single, a double and a treble of the round's number
     Finished,      // a checkout target finished (121, Catch 40)
     Bust,          // a checkout round bust: the rest of its set is void
-    RoundFailed,   // Bob's 27 / Halve-It: the round ended without a hit
-    Over,          // the drill is over
+    RoundFailed,   // Bob's 27 / Halve-It: the round ended without a hit;
+                   // 121 / Catch 40: the attempt's last dart, no finish
+    Over,          // the dart ended the drill (reported instead of its own event)
 };
 
 struct DrillDartOutcome {
     DrillEvent event = DrillEvent::None;
-    int points = 0;        // what the dart added to the score (may be negative)
+    // What the dart added to the score (may be negative: the cost of a
+    // round it ended without a hit); in a checkout, what it took off the
+    // count.
+    int points = 0;
     bool setEnds = false;  // no more darts in this set (bust, finish, round over)
 };
+
+// Whether a lower score is the better one: Around the Clock counts darts.
+inline constexpr bool drillLowerIsBetter(DrillKind kind)
+{
+    return kind == DrillKind::AroundTheClockAny || kind == DrillKind::AroundTheClockDoubles
+           || kind == DrillKind::AroundTheClockTrebles;
+}
 
 class Drill {
 public:
     virtual ~Drill() = default;
 
     virtual DrillKind kind() const = 0;
-    // The round now, 1-based, and how many rounds the drill has (0 when the
-    // number is not fixed: Around the Clock, 121, Catch 40 count attempts).
+    // The round now, 1-based, and how many rounds the drill has: 121 counts
+    // its attempts, Catch 40 its targets; Around the Clock has no fixed
+    // number (0) and counts its sets.
     virtual int round() const = 0;
     virtual int rounds() const = 0;
     virtual DrillTarget target() const = 0;
     // Darts the player may still throw in the current set (1 to 3), 0 when over.
     virtual int dartsLeftInSet() const = 0;
-    // The drill's own words for where it stands: "Round 3 of 21, 2 darts
-    // left", "Target 63, attempt 2 of 10, 4 darts left".
+    // The drill's own words for where it stands: "Round 3 of 21 · 2 darts
+    // left", "Target 63 · attempt 2 of 10 · 4 darts left".
     virtual QString progressText() const = 0;
 
-    // One dart as the board scored it.
+    // One dart as the board scored it. A round ends with its last dart or
+    // when its set is confirmed, whichever comes first; target() then names
+    // the next one. Beyond the set's darts, or once over, nothing changes.
     virtual DrillDartOutcome applyDart(const DartScore &dart) = 0;
     // The set is confirmed: darts not thrown in it are given up (a round
     // of three ends even if fewer were marked); moves to the next round or
@@ -106,13 +120,6 @@ public:
     // Shanghais so far (Shanghai and JDC).
     virtual int shanghais() const { return 0; }
 };
-
-// Whether a lower score is the better one: Around the Clock counts darts.
-inline constexpr bool drillLowerIsBetter(DrillKind kind)
-{
-    return kind == DrillKind::AroundTheClockAny || kind == DrillKind::AroundTheClockDoubles
-           || kind == DrillKind::AroundTheClockTrebles;
-}
 
 // The drill's name as the list shows it: "Around the Clock (Any)", "Around
 // the Clock (Doubles)", "Around the Clock (Trebles)", "Bob's 27", "121",
