@@ -151,7 +151,7 @@ std::optional<std::optional<int>> SqliteStore::bestDrillScore(qint64 playerId, i
     if (!holdsDrillTables())
         return std::optional<std::optional<int>>(std::in_place);
     QSqlQuery query(connection());
-    // The aggregate is part of the statement; only values are bound.
+    // The aggregate is written into the statement; only values are bound.
     query.prepare(lowerIsBetter ? QStringLiteral("SELECT min(score) FROM drills WHERE players_id = ? AND kind = ?"
                                                  " AND target = ? AND completed = 1 AND quit = 0"
                                                  " AND enddate IS NOT NULL")
