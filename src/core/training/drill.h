@@ -31,6 +31,9 @@ enum class DrillKind {
     NinetyNineDarts = 10,
 };
 
+// Whether a lower score is the better one (defined below).
+constexpr bool drillLowerIsBetter(DrillKind kind);
+
 // What the drill wants hit now: one area of the board ("D16", "T20", the
 // bull area) or a class of areas (any double, any treble), or a checkout
 // total (121, Catch 40), each with the point to aim at.
