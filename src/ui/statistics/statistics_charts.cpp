@@ -1,5 +1,7 @@
 #include "ui/statistics/statistics_charts.h"
 
+#include "core/training/drill.h"
+
 #include <QBarCategoryAxis>
 #include <QHorizontalBarSeries>
 #include <QBarSet>
@@ -8,7 +10,10 @@
 #include <QCursor>
 #include <QDateTime>
 #include <QDateTimeAxis>
+#include <QHeaderView>
 #include <QLineSeries>
+#include <QSplitter>
+#include <QTableWidget>
 #include <QToolTip>
 #include <QValueAxis>
 
@@ -65,6 +70,7 @@ StatisticsCharts::StatisticsCharts(QWidget *parent)
     buildAverages();
     buildDoubles();
     buildPractice();
+    buildTraining();
 }
 
 void StatisticsCharts::buildAverages()
@@ -148,6 +154,119 @@ void StatisticsCharts::buildPractice()
     addTab(viewOf(practiceChart_, QStringLiteral("chartPractice")), QStringLiteral("Practice"));
 }
 
+void StatisticsCharts::buildTraining()
+{
+    auto *split = new QSplitter(Qt::Vertical);
+    split->setObjectName(QStringLiteral("splitTraining"));
+    split->setChildrenCollapsible(false);
+    drillTable_ = new QTableWidget(0, 4, split);
+    drillTable_->setObjectName(QStringLiteral("tblDrillHistory"));
+    drillTable_->setHorizontalHeaderLabels(
+        {QStringLiteral("Drill"), QStringLiteral("Best"), QStringLiteral("Last 10 avg."), QStringLiteral("Played")});
+    drillTable_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    drillTable_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    drillTable_->setSelectionMode(QAbstractItemView::SingleSelection);
+    drillTable_->verticalHeader()->hide();
+    drillTable_->setWordWrap(false);
+    QHeaderView *header = drillTable_->horizontalHeader();
+    // The name takes what the figures leave; the figures keep their width.
+    header->setSectionResizeMode(0, QHeaderView::Stretch);
+    for (int column = 1; column < 4; ++column)
+        header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    drillTable_->setMinimumHeight(110);
+    connect(drillTable_, &QTableWidget::currentCellChanged, this,
+            [this](int row) { showDrillScores(row); });
+
+    drillChart_ = new QChart;
+    drillChart_->setTitle(QStringLiteral("Scores of the drill chosen above"));
+    drillScores_ = new QLineSeries;
+    drillScores_->setName(QStringLiteral("Completed drill"));
+    drillScores_->setPointsVisible(true);
+    drillScores_->setMarkerSize(5);
+    drillChart_->addSeries(drillScores_);
+    drillTime_ = new QDateTimeAxis;
+    drillTime_->setTickCount(5);
+    drillValue_ = new QValueAxis;
+    drillValue_->setLabelFormat(QStringLiteral("%d"));
+    drillChart_->addAxis(drillTime_, Qt::AlignBottom);
+    drillChart_->addAxis(drillValue_, Qt::AlignLeft);
+    drillScores_->attachAxis(drillTime_);
+    drillScores_->attachAxis(drillValue_);
+    QChartView *view = viewOf(drillChart_, QStringLiteral("chartDrillScores"));
+    // The table and the chart share the tab's height on the smallest screen.
+    view->setMinimumSize(300, 180);
+    split->addWidget(drillTable_);
+    split->addWidget(view);
+    split->setStretchFactor(0, 2);
+    split->setStretchFactor(1, 3);
+    addTab(split, QStringLiteral("Training"));
+}
+
+QString drillHistoryName(const DrillHistory &drill)
+{
+    const auto kind = DrillKind(drill.kind);
+    QString name = drillName(kind);
+    if (name.isEmpty())
+        name = QStringLiteral("Drill %1").arg(drill.kind);
+    if (kind == DrillKind::NinetyNineDarts)
+        name += drill.targetNumber == 25 ? QStringLiteral(" (Bull)") : QStringLiteral(" (%1)").arg(drill.targetNumber);
+    return name;
+}
+
+void StatisticsCharts::showDrills(const std::vector<DrillHistory> &drills)
+{
+    // The row chosen stays chosen when the figures are worked out again.
+    const int chosen = drillTable_->currentRow();
+    std::optional<std::pair<int, int>> chosenDrill;
+    if (chosen >= 0 && chosen < int(drills_.size()))
+        chosenDrill = std::pair{drills_[size_t(chosen)].kind, drills_[size_t(chosen)].targetNumber};
+    drills_ = drills;
+    const QString none = QStringLiteral("N/A");
+    const QSignalBlocker quiet(drillTable_);
+    drillTable_->setRowCount(int(drills_.size()));
+    int again = drills_.empty() ? -1 : 0;
+    for (int row = 0; row < int(drills_.size()); ++row) {
+        const DrillHistory &drill = drills_[size_t(row)];
+        const QString texts[] = {drillHistoryName(drill), drill.best ? QString::number(*drill.best) : none,
+                                 drill.lastTenAverage ? QString::number(*drill.lastTenAverage, 'f', 1) : none,
+                                 QString::number(drill.count)};
+        for (int column = 0; column < 4; ++column) {
+            auto *item = new QTableWidgetItem(texts[column]);
+            if (column > 0)
+                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            drillTable_->setItem(row, column, item);
+        }
+        if (chosenDrill && *chosenDrill == std::pair{drill.kind, drill.targetNumber})
+            again = row;
+    }
+    drillTable_->setCurrentCell(again, 0);
+    showDrillScores(again);
+}
+
+void StatisticsCharts::showDrillScores(int row)
+{
+    QList<QPointF> points;
+    int lowest = 0;
+    int highest = 10;
+    if (row >= 0 && row < int(drills_.size())) {
+        const DrillHistory &drill = drills_[size_t(row)];
+        drillChart_->setTitle(QStringLiteral("Scores at ") + drillHistoryName(drill));
+        for (const DrillScorePoint &point : drill.scores) {
+            points.append({axisMilliseconds(point.endedAt), qreal(point.score)});
+            lowest = std::min(lowest, point.score);
+            highest = std::max(highest, point.score);
+        }
+    } else {
+        drillChart_->setTitle(QStringLiteral("Scores of the drill chosen above"));
+    }
+    drillScores_->replace(points);
+    const qreal now = qreal(QDateTime::currentMSecsSinceEpoch());
+    setTimeRange(drillTime_, points.isEmpty() ? now : points.first().x(), points.isEmpty() ? now : points.last().x());
+    // Room above the best score, on a round figure.
+    const int step = highest > 100 ? 50 : 10;
+    drillValue_->setRange(lowest, step * ((highest + step) / step));
+}
+
 void StatisticsCharts::showStatistics(const PlayerStatistics &statistics)
 {
     QList<QPointF> games;
@@ -179,6 +298,8 @@ void StatisticsCharts::showStatistics(const PlayerStatistics &statistics)
         weeks.append({axisMilliseconds(week.weekStart), 100.0 * double(week.hits) / double(week.darts)});
     practiceRates_->replace(weeks);
     setTimeRange(practiceTime_, weeks.isEmpty() ? now : weeks.first().x(), weeks.isEmpty() ? now : weeks.last().x());
+
+    showDrills(statistics.drills);
 }
 
 QString StatisticsCharts::doubleTip(int index) const
