@@ -290,12 +290,19 @@ private slots:
         QCOMPARE(text("lblDrillScore"), QStringLiteral("100"));
     }
 
-    // Marked darts are taken back with the button or Backspace; a set is
-    // confirmed only once marked, with the button or Enter.
+    // Enter starts a drill; marked darts are taken back with the button or
+    // Backspace; a set is confirmed only once marked, with the button or
+    // Enter, which never quits the drill.
     void undoAndTheKeys()
     {
-        startDrill(QStringLiteral("99 darts at one target"), QStringLiteral("Bull"));
+        choose("cboDrill", QStringLiteral("99 darts at one target"));
+        choose("cboDrillTarget", QStringLiteral("Bull"));
+        key(Qt::Key_Return);
+        QVERIFY(training()->drillRunning());
         QCOMPARE(text("lblDrillTarget"), QStringLiteral("Bull"));
+        key(Qt::Key_Return);
+        QVERIFY(training()->drillRunning());
+        QCOMPARE(messages_.shown.size(), 0);
         throwDarts({"B", "OB"});
         QCOMPARE(text("lblDrillScore"), QStringLiteral("3"));
         QVERIFY(!button("btnConfirmDrill")->isEnabled());

@@ -197,8 +197,10 @@ void StatisticsCharts::buildTraining()
     view->setMinimumSize(300, 180);
     split->addWidget(drillTable_);
     split->addWidget(view);
-    split->setStretchFactor(0, 2);
-    split->setStretchFactor(1, 3);
+    // The chart takes the larger part; the table scrolls past a few drills.
+    split->setStretchFactor(0, 1);
+    split->setStretchFactor(1, 2);
+    split->setSizes({1, 2});
     addTab(split, QStringLiteral("Training"));
 }
 

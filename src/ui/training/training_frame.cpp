@@ -69,7 +69,9 @@ TrainingModeFrame::TrainingModeFrame(QWidget *parent)
         targetList_->addItem(QString::number(number), number);
     targetList_->addItem(QStringLiteral("Bull"), 25);
     targetList_->setCurrentIndex(targetList_->findData(20));
-    form->addRow(QStringLiteral("Drill:"), drillList_);
+    // The list takes the whole width: the frame's title names it, and the
+    // longest drill's name fits whole on the smallest screen.
+    form->addRow(drillList_);
     form->addRow(QStringLiteral("Target:"), targetList_);
     layout->addWidget(choice_);
 
@@ -105,6 +107,8 @@ TrainingModeFrame::TrainingModeFrame(QWidget *parent)
     layout->addWidget(progress_);
     darts_ = namedLabel("lblDrillDarts", this);
     darts_->setToolTip(QStringLiteral("The darts of this set as the board scored them"));
+    // The line keeps its height while empty, so the buttons below stay put.
+    darts_->setMinimumHeight(darts_->fontMetrics().height());
     layout->addWidget(darts_);
 
     confirm_ = new QPushButton(QStringLiteral("Confirm Darts"), this);
