@@ -18,6 +18,7 @@
 #include <QValueAxis>
 
 #include <algorithm>
+#include <tuple>
 #include <cmath>
 
 namespace tavrix {
@@ -61,6 +62,23 @@ void setTimeRange(QDateTimeAxis *axis, qreal first, qreal last)
     axis->setRange(QDateTime::fromMSecsSinceEpoch(qint64(first)), QDateTime::fromMSecsSinceEpoch(qint64(last)));
 }
 
+// A time axis below and an axis of whole numbers on the left, both
+// attached to each of the chart's series given.
+std::pair<QDateTimeAxis *, QValueAxis *> addTimeAxes(QChart *chart, std::initializer_list<QLineSeries *> series)
+{
+    auto *time = new QDateTimeAxis;
+    time->setTickCount(5);
+    auto *values = new QValueAxis;
+    values->setLabelFormat(QStringLiteral("%d"));
+    chart->addAxis(time, Qt::AlignBottom);
+    chart->addAxis(values, Qt::AlignLeft);
+    for (QLineSeries *one : series) {
+        one->attachAxis(time);
+        one->attachAxis(values);
+    }
+    return {time, values};
+}
+
 } // namespace
 
 StatisticsCharts::StatisticsCharts(QWidget *parent)
@@ -87,16 +105,7 @@ void StatisticsCharts::buildAverages()
     movingAverage_->setPen(QPen(QColor(200, 60, 30), 2.5));
     averagesChart_->addSeries(gameAverages_);
     averagesChart_->addSeries(movingAverage_);
-    averagesTime_ = new QDateTimeAxis;
-    averagesTime_->setTickCount(5);
-    averagesValue_ = new QValueAxis;
-    averagesValue_->setLabelFormat(QStringLiteral("%d"));
-    averagesChart_->addAxis(averagesTime_, Qt::AlignBottom);
-    averagesChart_->addAxis(averagesValue_, Qt::AlignLeft);
-    for (QLineSeries *series : {gameAverages_, movingAverage_}) {
-        series->attachAxis(averagesTime_);
-        series->attachAxis(averagesValue_);
-    }
+    std::tie(averagesTime_, averagesValue_) = addTimeAxes(averagesChart_, {gameAverages_, movingAverage_});
     addTab(viewOf(averagesChart_, QStringLiteral("chartAverages")), QStringLiteral("Averages"));
 }
 
@@ -142,15 +151,9 @@ void StatisticsCharts::buildPractice()
     practiceRates_->setName(QStringLiteral("Darts on their target"));
     practiceRates_->setPointsVisible(true);
     practiceChart_->addSeries(practiceRates_);
-    practiceTime_ = new QDateTimeAxis;
-    practiceTime_->setTickCount(5);
-    auto *rates = new QValueAxis;
+    QValueAxis *rates = nullptr;
+    std::tie(practiceTime_, rates) = addTimeAxes(practiceChart_, {practiceRates_});
     rates->setRange(0, 100);
-    rates->setLabelFormat(QStringLiteral("%d"));
-    practiceChart_->addAxis(practiceTime_, Qt::AlignBottom);
-    practiceChart_->addAxis(rates, Qt::AlignLeft);
-    practiceRates_->attachAxis(practiceTime_);
-    practiceRates_->attachAxis(rates);
     addTab(viewOf(practiceChart_, QStringLiteral("chartPractice")), QStringLiteral("Practice"));
 }
 
@@ -184,14 +187,7 @@ void StatisticsCharts::buildTraining()
     drillScores_->setPointsVisible(true);
     drillScores_->setMarkerSize(5);
     drillChart_->addSeries(drillScores_);
-    drillTime_ = new QDateTimeAxis;
-    drillTime_->setTickCount(5);
-    drillValue_ = new QValueAxis;
-    drillValue_->setLabelFormat(QStringLiteral("%d"));
-    drillChart_->addAxis(drillTime_, Qt::AlignBottom);
-    drillChart_->addAxis(drillValue_, Qt::AlignLeft);
-    drillScores_->attachAxis(drillTime_);
-    drillScores_->attachAxis(drillValue_);
+    std::tie(drillTime_, drillValue_) = addTimeAxes(drillChart_, {drillScores_});
     QChartView *view = viewOf(drillChart_, QStringLiteral("chartDrillScores"));
     // The table and the chart share the tab's height on the smallest screen.
     view->setMinimumSize(300, 180);
