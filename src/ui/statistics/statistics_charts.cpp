@@ -193,7 +193,7 @@ void StatisticsCharts::buildTraining()
     view->setMinimumSize(300, 180);
     split->addWidget(drillTable_);
     split->addWidget(view);
-    // The chart takes the larger part; the table scrolls past a few drills.
+    // The chart takes the larger share; the table scrolls past a few drills.
     split->setStretchFactor(0, 1);
     split->setStretchFactor(1, 2);
     split->setSizes({1, 2});
