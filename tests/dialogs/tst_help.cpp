@@ -170,7 +170,8 @@ private slots:
     void f1OpensThePageOfTheMode_data()
     {
         addTable<QString, QString>({"mode", "page"}, {{"practice", "mnuModePractice", "practice.html"},
-                                                      {"review", "mnuModeReview", "review.html"}, {"play", "mnuModePlay", "play.html"}});
+                                                      {"review", "mnuModeReview", "review.html"}, {"play", "mnuModePlay", "play.html"},
+                                                      {"training", "mnuModeTraining", "training.html"}});
     }
     void f1OpensThePageOfTheMode()
     {

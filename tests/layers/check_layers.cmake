@@ -10,8 +10,8 @@
 get_filename_component(SOURCE_DIR ${SOURCE_DIR} ABSOLUTE)
 set(layers
   core/session core/sound core/stats core/board core/players core/help core/games
-  core/practice core/statistics core/review core/advice core/export core/opponent core/net core/startup
-  ui/sound ui/board ui/dialogs ui/players ui/help ui/advice ui/net ui/opponent ui/practice
+  core/practice core/training core/statistics core/review core/advice core/export core/opponent core/net core/startup
+  ui/sound ui/board ui/dialogs ui/players ui/help ui/advice ui/net ui/opponent ui/practice ui/training
   ui/review ui/statistics ui/play ui/startup
   app)
 

@@ -271,6 +271,91 @@ private slots:
         QCOMPARE(statistics.practiceWeeks[1].weekStart, *localSeconds("2026-03-30"));
         QCOMPARE(statistics.practiceWeeks[1].hits, qint64(1));
     }
+
+    // A drill is in the period by its end; each kind (and each target of 99
+    // darts) counts its drills ended, finished or quit, and the scores of
+    // the completed ones: the best (the lowest where lower is better) and
+    // the mean of the last ten, oldest first whatever order they come in.
+    void drillHistory_data()
+    {
+        QTest::addColumn<StatsPeriod>("period");
+        QTest::addColumn<QStringList>("expected"); // kind/target count best average scores
+        QTest::newRow("all time") << StatsPeriod::AllTime
+                                  << QStringList{"1/0 3 30 43.3 30,40,60",
+                                                 "4/0 14 210 165.0 100,110,120,130,140,150,160,170,180,190,200,210",
+                                                 "10/19 1 - - ", "10/20 1 300 300.0 300"};
+        QTest::newRow("7 days") << StatsPeriod::Last7Days
+                                << QStringList{"1/0 1 60 60.0 60",
+                                               "4/0 14 210 165.0 100,110,120,130,140,150,160,170,180,190,200,210",
+                                               "10/19 1 - - "};
+    }
+    void drillHistory()
+    {
+        QFETCH(StatsPeriod, period);
+        QFETCH(QStringList, expected);
+        const qint64 now = march31Noon;
+        StatisticsRows rows;
+        const auto drill = [&](int kind, int target, std::optional<qint64> endedAt, int score, bool completed,
+                               bool quit = false) {
+            rows.drills.push_back({qint64(rows.drills.size()) + 1, kind, target, endedAt, endedAt, score, completed,
+                                   quit});
+        };
+        // Bob's 27: twelve scores 100 to 210, newest first; one quit, one
+        // below zero. The last ten are 120 to 210: 165 on average.
+        for (int k = 1; k <= 12; ++k)
+            drill(4, 0, now - k * 3600, 100 + 10 * (12 - k), true);
+        drill(4, 0, now - 5400, 999, false, true);
+        drill(4, 0, now - 1800, -5, false);
+        // Around the Clock at the edge of 7 days, and once with no time.
+        drill(1, 0, now - 7 * day, 60, true);
+        drill(1, 0, now - 7 * day - 1, 40, true);
+        drill(1, 0, std::nullopt, 30, true);
+        drill(10, 20, now - 8 * day, 300, true);
+        drill(10, 19, now - day, 500, false, true);
+
+        QStringList shown;
+        for (const DrillHistory &history : playerStatistics(rows, periodStart(period, now)).drills) {
+            QStringList scores;
+            for (const DrillScorePoint &point : history.scores)
+                scores << QString::number(point.score);
+            shown << QStringLiteral("%1/%2 %3 %4 %5 %6")
+                         .arg(history.kind)
+                         .arg(history.targetNumber)
+                         .arg(history.count)
+                         .arg(history.best ? QString::number(*history.best) : QStringLiteral("-"),
+                              history.lastTenAverage ? QString::number(*history.lastTenAverage, 'f', 1)
+                                                     : QStringLiteral("-"),
+                              scores.join(QLatin1Char(',')));
+        }
+        QCOMPARE(shown, expected);
+        const PlayerStatistics all = playerStatistics(rows, std::nullopt);
+        const std::vector<DrillScorePoint> &bobs = all.drills[1].scores;
+        QCOMPARE(bobs.front().endedAt, now - 12 * 3600);
+        QCOMPARE(bobs.back().endedAt, now - 3600);
+    }
+
+    // Drill darts aimed at a double count in its rate by when they were
+    // thrown, beside the game darts; the bull's is a dart in the inner bull.
+    void drillDartsCountInTheDoublesRate()
+    {
+        const qint64 now = march31Noon;
+        StatisticsRows rows;
+        addGame(rows, GameType::X01_501, GameEnd::Unfinished, 0, 0, 0, QStringLiteral("D16"), now - day);
+        rows.gameDarts.back().targetScore = 16;
+        rows.gameDarts.back().targetRing = 2;
+        rows.drillDoubleDarts = {{now - day, 16, 2, 16, 2},      {now - day, 8, 2, 16, 2},
+                                 {now - 8 * day, 16, 2, 16, 2},  {std::nullopt, 16, 2, 16, 2},
+                                 {now, 25, 2, 25, 2},            {now, 25, 1, 25, 2}};
+        const PlayerStatistics week = playerStatistics(rows, periodStart(StatsPeriod::Last7Days, now));
+        QCOMPARE(week.doubles[15].aimed, qint64(3));
+        QCOMPARE(week.doubles[15].hit, qint64(2));
+        // The game's cork is aimed at the bull too.
+        QCOMPARE(week.doubles[20].aimed, qint64(3));
+        QCOMPARE(week.doubles[20].hit, qint64(1));
+        const PlayerStatistics all = playerStatistics(rows, std::nullopt);
+        QCOMPARE(all.doubles[15].aimed, qint64(5));
+        QCOMPARE(all.doubles[15].hit, qint64(4));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPlayerStatistics)

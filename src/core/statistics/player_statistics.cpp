@@ -1,12 +1,14 @@
 #include "core/statistics/player_statistics.h"
 
 #include "core/practice/practice_rules.h"
+#include "core/training/drill.h"
 
 #include <QStringList>
 
 #include <algorithm>
 #include <map>
 #include <span>
+#include <tuple>
 #include <unordered_map>
 
 namespace tavrix {
@@ -193,17 +195,78 @@ int doubleIndex(int value, int ring)
     return ring == 2 && value >= 1 && value <= 20 ? value - 1 : -1;
 }
 
+// A game or drill dart by its target: a double's hit is that double, the
+// bull's the inner bull.
+void countDouble(PlayerStatistics &out, int targetScore, int targetRing, int score, int ring)
+{
+    const int index = doubleIndex(targetScore, targetRing);
+    if (index < 0)
+        return;
+    ++out.doubles[index].aimed;
+    const int value = index == 20 ? bullValue : index + 1;
+    if (score == value && ring == 2)
+        ++out.doubles[index].hit;
+}
+
 void countGameDoubles(PlayerStatistics &out, std::span<const StatsGameDart> darts)
 {
-    for (const StatsGameDart &dart : darts) {
-        const int index = doubleIndex(dart.targetScore, dart.targetRing);
-        if (index < 0)
-            continue;
-        ++out.doubles[index].aimed;
-        const int value = index == 20 ? bullValue : index + 1;
-        if (dart.score == value && dart.ring == 2)
-            ++out.doubles[index].hit;
+    for (const StatsGameDart &dart : darts)
+        countDouble(out, dart.targetScore, dart.targetRing, dart.score, dart.ring);
+}
+
+void countDrillDoubles(PlayerStatistics &out, const StatisticsRows &rows, const std::optional<qint64> &since)
+{
+    for (const StatsDrillDart &dart : rows.drillDoubleDarts) {
+        if (dart.targetRing == 2 && inPeriod(dart.thrownAt, since))
+            countDouble(out, dart.targetScore, dart.targetRing, dart.score, dart.ring);
     }
+}
+
+// The drills ended in the period, by kind and target, each kind's in the
+// order they ended (those without a readable end first, then by id).
+std::vector<DrillHistory> drillHistories(std::vector<DrillRow> drills, const std::optional<qint64> &since)
+{
+    std::erase_if(drills, [&](const DrillRow &drill) { return !inPeriod(drill.endedAt, since); });
+    // Only 99 darts has a target; anything stored with another kind is no
+    // kind of its own.
+    const auto targetOf = [](const DrillRow &drill) {
+        return drill.kind == int(DrillKind::NinetyNineDarts) ? drill.targetNumber : 0;
+    };
+    const auto key = [&](const DrillRow &drill) {
+        return std::tuple(drill.kind, targetOf(drill), drill.endedAt.has_value(), drill.endedAt.value_or(0), drill.id);
+    };
+    std::sort(drills.begin(), drills.end(), [&](const DrillRow &a, const DrillRow &b) { return key(a) < key(b); });
+    std::vector<DrillHistory> histories;
+    for (const DrillRow &drill : drills) {
+        if (histories.empty() || histories.back().kind != drill.kind
+            || histories.back().targetNumber != targetOf(drill)) {
+            histories.emplace_back();
+            histories.back().kind = drill.kind;
+            histories.back().targetNumber = targetOf(drill);
+        }
+        DrillHistory &history = histories.back();
+        ++history.count;
+        if (!drill.completed || drill.quit)
+            continue;
+        if (!history.best)
+            history.best = drill.score;
+        else if (drillLowerIsBetter(DrillKind(drill.kind)))
+            history.best = std::min(*history.best, drill.score);
+        else
+            history.best = std::max(*history.best, drill.score);
+        history.scores.push_back({drill.endedAt.value_or(0), drill.score});
+    }
+    constexpr std::size_t lastTen = 10;
+    for (DrillHistory &history : histories) {
+        const std::size_t n = std::min(history.scores.size(), lastTen);
+        if (n == 0)
+            continue;
+        double sum = 0;
+        for (std::size_t i = history.scores.size() - n; i < history.scores.size(); ++i)
+            sum += history.scores[i].score;
+        history.lastTenAverage = sum / double(n);
+    }
+    return histories;
 }
 
 std::vector<GameAveragePoint> averagesOf(std::vector<const StatsGame *> games)
@@ -372,6 +435,8 @@ PlayerStatistics playerStatistics(StatisticsRows rows, std::optional<qint64> sin
     }
     out.averages = averagesOf(std::move(charted));
     countPractice(out, rows, since);
+    countDrillDoubles(out, rows, since);
+    out.drills = drillHistories(std::move(rows.drills), since);
     return out;
 }
 

@@ -75,12 +75,29 @@ struct WeekRate {
     qint64 hits = 0;
 };
 
+struct DrillScorePoint {
+    qint64 endedAt = 0; // local seconds
+    int score = 0;
+};
+
+// The player's drills of one kind (and, for 99 darts, one target) in the period.
+struct DrillHistory {
+    int kind = 0;          // DrillKind code
+    int targetNumber = 0;  // 99 darts' target, else 0
+    int count = 0;         // drills ended in the period, finished or quit
+    std::optional<int> best;               // best completed score (the lowest where lower is better)
+    std::optional<double> lastTenAverage;  // mean of the last 10 completed scores
+    std::vector<DrillScorePoint> scores;   // completed drills, oldest first
+};
+
 struct PlayerStatistics {
     X01Statistics x01;
     CricketStatistics cricket;
     std::vector<GameAveragePoint> averages; // by time
+    // Game, practice and drill darts aimed at each double.
     std::array<DoubleRate, doubleTargets> doubles{};
     std::vector<WeekRate> practiceWeeks;    // by week
+    std::vector<DrillHistory> drills; // by kind, then target; only those with at least one drill in the period
 };
 
 // Whether a remainder can be finished with one dart: a double (2 to 40,
@@ -88,7 +105,8 @@ struct PlayerStatistics {
 bool oneDartFinish(int remaining);
 
 // The statistics of the rows for the period starting at `since` (none: all
-// time). The rows are taken over, to be put in order in place.
+// time). The rows are taken over, to be put in order in place. A drill is in
+// the period by its end, a drill dart by when it was thrown.
 PlayerStatistics playerStatistics(StatisticsRows rows, std::optional<qint64> since);
 
 // The window's texts of the figures: "N/A" where nothing counts; `note` the

@@ -24,7 +24,8 @@ public:
     // The player's distances in quarters; the quarters are filled in only
     // when there are at least minSamples distinct distances.
     virtual std::optional<DistanceQuarters> distanceQuarters(qint64 playerId, qint64 minSamples) = 0;
-    // Practice and game darts aimed at each scoring area.
+    // Practice and game darts aimed at each scoring area (drill darts do
+    // not count here).
     virtual std::optional<TargetCounts> targetCounts(qint64 playerId) = 0;
     // Review of one area: the player's practice darts aimed at the target
     // (value, ring), by practice set and then dart, and the game darts aimed
@@ -36,15 +37,17 @@ public:
     virtual std::optional<GameRecordFigures> gameRecord(qint64 playerId, GameType gameType,
                                                         SkillLevel skill) = 0;
     // Every recorded dart of the player with the target it was thrown at:
-    // the target's value and ring (a practice target, or a game dart's
-    // target score and ring) and where the dart landed, in board units.
-    // Practice darts first, then game darts; one read of the player's darts.
+    // the target's value and ring (a practice target, or a game or drill
+    // dart's target score and ring) and where the dart landed, in board
+    // units. Practice darts first, then game darts, then the drill darts
+    // that name an area; one read of the player's darts.
     using AimedDartTaker = std::function<void(int targetValue, int targetRing, double x, double y)>;
     virtual bool readAimedDarts(qint64 playerId, const AimedDartTaker &take) = 0;
     // What the statistics window counts: the player's games, kept game
     // darts, practice sets and their darts (of the player's own sets,
-    // whoever threw them), each in the order stored. One read of the
-    // player's darts.
+    // whoever threw them), each in the order stored; the player's ended
+    // drills, oldest end first, and drill darts aimed at a double. One read
+    // of the player's darts.
     virtual std::optional<StatisticsRows> statisticsRows(qint64 playerId) = 0;
     // The store's version now; nothing when it cannot be read.
     virtual std::optional<StoreVersion> storeVersion() = 0;

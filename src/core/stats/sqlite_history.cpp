@@ -50,6 +50,10 @@ constexpr const char *aimedDartsStatement =
     "SELECT ta.targetValue * 8 + ta.targetRing, th.x, th.y"
     " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id WHERE +ta.players_id = ?1"
     " UNION ALL SELECT targetscore * 8 + targetring, x, y FROM gamesdarts WHERE players_id = ?1";
+// Then the drill darts that name an area; those of rounds at no single
+// area (any double, a checkout total) carry none.
+constexpr const char *aimedDrillDartsStatement =
+    "SELECT targetscore * 8 + targetring, x, y FROM drilldarts WHERE players_id = ?1 AND targetscore > 0";
 
 } // namespace
 
@@ -71,24 +75,26 @@ bool SqliteStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
     if (!handle)
         return fail(QStringLiteral("Cannot read the player's darts"),
                     QStringLiteral("the database driver is not SQLite's"));
-    sqlite3_stmt *statement = nullptr;
-    int code = sqlite3_prepare_v2(handle, aimedDartsStatement, -1, &statement, nullptr);
-    if (code == SQLITE_OK)
-        code = sqlite3_bind_int64(statement, 1, playerId);
-    if (code == SQLITE_OK) {
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-            // Rings are 0 to 3; a negative code keeps its ring below 8 too.
-            const qint64 target = sqlite3_column_int64(statement, 0);
-            const int ring = int(((target % 8) + 8) % 8);
-            take(int((target - ring) / 8), ring, sqlite3_column_double(statement, 1),
-                 sqlite3_column_double(statement, 2));
+    const auto read = [&](const char *text) {
+        sqlite3_stmt *statement = nullptr;
+        int code = sqlite3_prepare_v2(handle, text, -1, &statement, nullptr);
+        if (code == SQLITE_OK)
+            code = sqlite3_bind_int64(statement, 1, playerId);
+        if (code == SQLITE_OK) {
+            while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+                // Rings are 0 to 3; a negative code keeps its ring below 8 too.
+                const qint64 target = sqlite3_column_int64(statement, 0);
+                const int ring = int(((target % 8) + 8) % 8);
+                take(int((target - ring) / 8), ring, sqlite3_column_double(statement, 1),
+                     sqlite3_column_double(statement, 2));
+            }
         }
-    }
-    const QString detail = QString::fromUtf8(sqlite3_errmsg(handle));
-    sqlite3_finalize(statement);
-    if (code != SQLITE_DONE)
-        return fail(QStringLiteral("Cannot read the player's darts"), detail);
-    return true;
+        if (code != SQLITE_DONE)
+            fail(QStringLiteral("Cannot read the player's darts"), QString::fromUtf8(sqlite3_errmsg(handle)));
+        sqlite3_finalize(statement);
+        return code == SQLITE_DONE;
+    };
+    return read(aimedDartsStatement) && (!holdsTable(handle, "drilldarts") || read(aimedDrillDartsStatement));
 }
 
 std::optional<SqliteStore::ChangeStamp> SqliteStore::changeStamp()

@@ -2,6 +2,8 @@
 
 #include "core/stats/sqlite_store.h"
 
+#include "core/stats/sqlite_handle.h"
+
 #include <QSqlQuery>
 #include <QVariant>
 
@@ -73,10 +75,13 @@ bool SqliteStore::renamePlayer(qint64 playerId, const QString &name)
 
 bool SqliteStore::deletePlayer(qint64 playerId)
 {
-    return runForPlayer({"DELETE FROM statsthrows WHERE players_id = ?",
-                         "DELETE FROM statstargets WHERE players_id = ?",
-                         "DELETE FROM players WHERE id = ?"},
-                        playerId, QStringLiteral("Cannot delete the player"));
+    // The player's games stay, as before; the drills go with the practice.
+    std::vector<const char *> statements{"DELETE FROM statsthrows WHERE players_id = ?",
+                                         "DELETE FROM statstargets WHERE players_id = ?"};
+    if (holdsDrillTables())
+        statements.insert(statements.end(), std::begin(deleteDrillsStatements), std::end(deleteDrillsStatements));
+    statements.push_back("DELETE FROM players WHERE id = ?");
+    return runForPlayer(statements, playerId, QStringLiteral("Cannot delete the player"));
 }
 
 } // namespace tavrix

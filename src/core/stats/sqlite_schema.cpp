@@ -10,6 +10,7 @@
 #include <array>
 #include <initializer_list>
 #include <optional>
+#include <span>
 
 namespace tavrix {
 
@@ -134,6 +135,42 @@ constexpr const char *practiceSumsStatements[] = {
     " DELETE FROM practicesums WHERE players_id IN (OLD.players_id, NEW.players_id); END",
 };
 
+// The training drills: a row per drill, ended (enddate set) when it is
+// finished or quit, and the darts of its confirmed sets. The history reads
+// a player's drills, the aimed darts and the doubles' rates a player's drill
+// darts by their target.
+constexpr const char *drillStatements[] = {
+    "CREATE TABLE IF NOT EXISTS drills ("
+    " id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " players_id INTEGER,"
+    " kind SMALLINT,"
+    " target SMALLINT,"
+    " startdate DATETIME,"
+    " enddate DATETIME,"
+    " score INTEGER DEFAULT 0,"
+    " completed SMALLINT DEFAULT 0,"
+    " quit SMALLINT DEFAULT 0)",
+
+    "CREATE TABLE IF NOT EXISTS drilldarts ("
+    " creationdate DATETIME,"
+    " drills_id INTEGER,"
+    " players_id INTEGER,"
+    " setseq INTEGER,"
+    " dartseq INTEGER,"
+    " x FLOAT,"
+    " y FLOAT,"
+    " dist DOUBLE,"
+    " score INTEGER,"
+    " ring INTEGER,"
+    " targetscore INTEGER,"
+    " targetring INTEGER,"
+    " aimx FLOAT,"
+    " aimy FLOAT)",
+
+    "CREATE INDEX IF NOT EXISTS drills_player ON drills (players_id, kind, target)",
+    "CREATE INDEX IF NOT EXISTS drilldarts_player_target ON drilldarts (players_id, targetring, targetscore)",
+};
+
 // Empty fields are stored as empty text, never as NULL.
 QString textOrEmpty(const QString &text)
 {
@@ -143,6 +180,17 @@ QString textOrEmpty(const QString &text)
 QString failure(const QSqlQuery &query)
 {
     return query.lastError().text();
+}
+
+// Runs the statements in order; the reason of the first that fails.
+QString runStatements(QSqlDatabase &db, std::span<const char *const> statements)
+{
+    QSqlQuery query(db);
+    for (const char *statement : statements) {
+        if (!query.exec(QString::fromLatin1(statement)))
+            return failure(query);
+    }
+    return {};
 }
 
 // Whether `outchart` holds a row (false when it cannot be read).
@@ -176,11 +224,8 @@ QString fillChart(QSqlDatabase &db)
 // checkout chart in an empty `outchart`.
 QString createTables(QSqlDatabase &db)
 {
-    QSqlQuery query(db);
-    for (const char *statement : schemaStatements) {
-        if (!query.exec(QString::fromLatin1(statement)))
-            return failure(query);
-    }
+    if (const QString error = runStatements(db, schemaStatements); !error.isEmpty())
+        return error;
     return chartHasRows(db) ? QString() : fillChart(db);
 }
 
@@ -189,12 +234,13 @@ QString createTables(QSqlDatabase &db)
 // this program or any other).
 QString createPracticeSums(QSqlDatabase &db)
 {
-    QSqlQuery query(db);
-    for (const char *statement : practiceSumsStatements) {
-        if (!query.exec(QString::fromLatin1(statement)))
-            return failure(query);
-    }
-    return {};
+    return runStatements(db, practiceSumsStatements);
+}
+
+// Step 3: the tables of the training drills.
+QString createDrills(QSqlDatabase &db)
+{
+    return runStatements(db, drillStatements);
 }
 
 using SchemaStep = QString (*)(QSqlDatabase &db);
@@ -202,7 +248,7 @@ using SchemaStep = QString (*)(QSqlDatabase &db);
 // In order: step i makes version i + 1. Every statement is written to be
 // harmless where its object exists already, because the first program
 // version kept no version number and a file of it holds some of them.
-constexpr std::array<SchemaStep, 2> schemaSteps = {createTables, createPracticeSums};
+constexpr std::array<SchemaStep, 3> schemaSteps = {createTables, createPracticeSums, createDrills};
 
 // The file's user_version; none (with the reason) when it cannot be read.
 std::optional<int> fileVersion(QSqlDatabase &db, QString &error)
@@ -271,10 +317,13 @@ QString checkOwnDatabase(QSqlDatabase &db)
 
 namespace {
 
-// The columns of each table the program reads or writes, as created above.
+// The columns of each table the program reads or writes, as created above,
+// and the version that brought the table: a file of an older version lacks
+// it until it is opened here.
 struct OwnTable {
     const char *name;
     std::initializer_list<const char *> columns;
+    int sinceVersion = 0;
 };
 const OwnTable ownTables[] = {
     {"players", {"id", "creationdate", "name"}},
@@ -285,6 +334,9 @@ const OwnTable ownTables[] = {
     {"statstargets", {"id", "creationdate", "players_id", "targetvalue", "targetring"}},
     {"statsthrows", {"id", "players_id", "statstargets_id", "seq", "x", "y", "dist", "score", "ring"}},
     {"outchart", {"points", "singleout", "doubleout"}},
+    {"drills", {"id", "players_id", "kind", "target", "startdate", "enddate", "score", "completed", "quit"}, 3},
+    {"drilldarts", {"creationdate", "drills_id", "players_id", "setseq", "dartseq", "x", "y", "dist", "score", "ring",
+                    "targetscore", "targetring", "aimx", "aimy"}, 3},
 };
 
 } // namespace
@@ -292,6 +344,9 @@ const OwnTable ownTables[] = {
 QString checkOwnColumns(QSqlDatabase &db)
 {
     QSqlQuery query(db);
+    if (!query.exec(QStringLiteral("PRAGMA user_version")) || !query.next())
+        return describeDatabaseError(query.lastError());
+    const int version = query.value(0).toInt();
     for (const OwnTable &table : ownTables) {
         // SQLite matches names without regard to case, and so does this.
         if (!query.prepare(QStringLiteral("SELECT lower(name) FROM pragma_table_info(?)")))
@@ -302,6 +357,8 @@ QString checkOwnColumns(QSqlDatabase &db)
         QStringList columns;
         while (query.next())
             columns << query.value(0).toString();
+        if (columns.isEmpty() && version < table.sinceVersion)
+            continue;
         if (columns.isEmpty())
             return QStringLiteral("it has no table %1").arg(QLatin1String(table.name));
         for (const char *column : table.columns) {

@@ -32,7 +32,8 @@ QString checkOwnDatabase(QSqlDatabase &db);
 
 // Whether the file's tables hold every column the program reads and writes;
 // an empty text means they do, otherwise which table or column is missing.
-// Reads only.
+// A table newer than the file's version may be missing (the upgrade adds
+// it). Reads only.
 QString checkOwnColumns(QSqlDatabase &db);
 
 // Adds rows to `outchart`, empty fields as empty text; inside the caller's

@@ -1,5 +1,6 @@
 // The rows the statistics window counts, read through SQLite's own calls on
-// the store's connection: four statements, each row taken as it comes.
+// the store's connection: a statement per kind of row, each row taken as it
+// comes.
 
 #include "core/stats/sqlite_store.h"
 
@@ -24,14 +25,15 @@ constexpr const char *practiceSetsStatement =
 constexpr const char *practiceDartsStatement =
     "SELECT th.statstargets_id, th.score, th.ring"
     " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id WHERE +ta.players_id = ?1";
-
-std::optional<qint64> timeColumn(sqlite3_stmt *statement, int column)
-{
-    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
-    if (!text)
-        return std::nullopt;
-    return localSeconds(std::string_view(text, std::size_t(sqlite3_column_bytes(statement, column))));
-}
+// The player's ended drills, oldest end first: the stored texts sort as
+// the times they name.
+constexpr const char *endedDrillsStatement =
+    "SELECT id, kind, target, startdate, enddate, score, completed, quit FROM drills"
+    " WHERE players_id = ?1 AND enddate IS NOT NULL ORDER BY enddate, id";
+// The drill darts at a double or the bull, from the index of their targets.
+constexpr const char *drillDoubleDartsStatement =
+    "SELECT creationdate, score, ring, targetscore, targetring FROM drilldarts"
+    " WHERE players_id = ?1 AND targetring = 2 AND targetscore > 0";
 
 GameType gameTypeFrom(int stored)
 {
@@ -82,7 +84,7 @@ std::optional<StatisticsRows> SqliteStore::statisticsRows(qint64 playerId)
     }
     StatisticsRows rows;
     int code = readRows(handle, gamesStatement, playerId, [&](sqlite3_stmt *s) {
-        rows.games.push_back({sqlite3_column_int64(s, 0), timeColumn(s, 1), gameTypeFrom(sqlite3_column_int(s, 2)),
+        rows.games.push_back({sqlite3_column_int64(s, 0), storedSeconds(s, 1), gameTypeFrom(sqlite3_column_int(s, 2)),
                               gameEndFrom(sqlite3_column_text(s, 3)), sqlite3_column_int(s, 4),
                               sqlite3_column_int(s, 5), sqlite3_column_int(s, 6)});
     });
@@ -95,7 +97,7 @@ std::optional<StatisticsRows> SqliteStore::statisticsRows(qint64 playerId)
     }
     if (code == SQLITE_DONE) {
         code = readRows(handle, practiceSetsStatement, playerId, [&](sqlite3_stmt *s) {
-            rows.practiceSets.push_back({sqlite3_column_int64(s, 0), timeColumn(s, 1), sqlite3_column_int(s, 2),
+            rows.practiceSets.push_back({sqlite3_column_int64(s, 0), storedSeconds(s, 1), sqlite3_column_int(s, 2),
                                          sqlite3_column_int(s, 3)});
         });
     }
@@ -105,11 +107,40 @@ std::optional<StatisticsRows> SqliteStore::statisticsRows(qint64 playerId)
                                           sqlite3_column_int(s, 2)});
         });
     }
+    if (code == SQLITE_DONE)
+        code = readEndedDrills(handle, playerId, rows.drills);
+    if (code == SQLITE_DONE && holdsTable(handle, "drilldarts")) {
+        code = readRows(handle, drillDoubleDartsStatement, playerId, [&](sqlite3_stmt *s) {
+            rows.drillDoubleDarts.push_back({storedSeconds(s, 0), sqlite3_column_int(s, 1), sqlite3_column_int(s, 2),
+                                             sqlite3_column_int(s, 3), sqlite3_column_int(s, 4)});
+        });
+    }
     if (code != SQLITE_DONE) {
         fail(what, QString::fromUtf8(sqlite3_errmsg(handle)));
         return std::nullopt;
     }
     return rows;
+}
+
+int readEndedDrills(sqlite3 *handle, qint64 playerId, std::vector<DrillRow> &rows)
+{
+    // A file another program held at start keeps the tables of the version
+    // before the drills until a later start: it has no drills yet.
+    if (!holdsTable(handle, "drills"))
+        return SQLITE_DONE;
+    return readRows(handle, endedDrillsStatement, playerId, [&](sqlite3_stmt *s) {
+        rows.push_back({sqlite3_column_int64(s, 0), sqlite3_column_int(s, 1), sqlite3_column_int(s, 2),
+                        storedSeconds(s, 3), storedSeconds(s, 4), sqlite3_column_int(s, 5),
+                        sqlite3_column_int(s, 6) != 0, sqlite3_column_int(s, 7) != 0});
+    });
+}
+
+std::optional<qint64> storedSeconds(sqlite3_stmt *statement, int column)
+{
+    const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+    if (!text)
+        return std::nullopt;
+    return localSeconds(std::string_view(text, std::size_t(sqlite3_column_bytes(statement, column))));
 }
 
 } // namespace tavrix

@@ -1,5 +1,6 @@
 #include "core/stats/sqlite_store.h"
 
+#include "core/stats/sqlite_handle.h"
 #include "core/stats/sqlite_schema.h"
 
 #include <QDateTime>
@@ -12,6 +13,7 @@
 #include <QSqlQuery>
 #include <QVariant>
 
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -24,13 +26,6 @@ std::optional<qint64> idFrom(const QSqlQuery &query)
     bool ok = false;
     const qint64 id = query.lastInsertId().toLongLong(&ok);
     return ok ? std::optional<qint64>(id) : std::nullopt;
-}
-
-// The text in which dates and times are stored: SQLite's own form, read back
-// as the same local date and time.
-QString storedDateTimeNow()
-{
-    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
 // Makes an open file ready: nothing is changed in a file that is not ours, or
@@ -52,6 +47,11 @@ QString prepareFile(QSqlDatabase &db)
 }
 
 } // namespace
+
+QString storedDateTimeNow()
+{
+    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
 
 struct SqliteStore::PreparedStatements {
     QHash<QString, QSqlQuery> byKey;
@@ -386,16 +386,17 @@ std::optional<qint64> SqliteStore::insertPlayer(const QString &name)
 bool SqliteStore::resetPlayerStats(qint64 playerId)
 {
     // Game darts are found through their games, so they go before the games.
-    return runForPlayer({"DELETE FROM statstargets WHERE players_id = ?",
-                         "DELETE FROM statsthrows WHERE players_id = ?",
-                         "DELETE FROM gamesdarts WHERE EXISTS (SELECT * FROM games"
-                         " WHERE games.id = gamesdarts.games_id AND games.players_id = ?)",
-                         "DELETE FROM games WHERE players_id = ?"},
-                        playerId, QStringLiteral("Cannot delete the statistics"));
+    std::vector<const char *> statements{"DELETE FROM statstargets WHERE players_id = ?",
+                                         "DELETE FROM statsthrows WHERE players_id = ?",
+                                         "DELETE FROM gamesdarts WHERE EXISTS (SELECT * FROM games"
+                                         " WHERE games.id = gamesdarts.games_id AND games.players_id = ?)",
+                                         "DELETE FROM games WHERE players_id = ?"};
+    if (holdsDrillTables())
+        statements.insert(statements.end(), std::begin(deleteDrillsStatements), std::end(deleteDrillsStatements));
+    return runForPlayer(statements, playerId, QStringLiteral("Cannot delete the statistics"));
 }
 
-bool SqliteStore::runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
-                              const QString &what)
+bool SqliteStore::runForPlayer(const std::vector<const char *> &statements, qint64 playerId, const QString &what)
 {
     Batch batch(*this);
     if (!batch.isActive())

@@ -8,15 +8,16 @@
 
 #include "core/stats/chart_store.h"
 #include "core/stats/dart_export.h"
+#include "core/stats/drill_log.h"
 #include "core/stats/game_store.h"
 #include "core/stats/player_store.h"
 #include "core/stats/practice_log.h"
 
 #include <QString>
 
-#include <initializer_list>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QSqlDatabase;
 class QSqlQuery;
@@ -27,7 +28,8 @@ class SqliteStore final : public PlayerStore,
                           public GameStore,
                           public PracticeLog,
                           public ChartStore,
-                          public DartExport {
+                          public DartExport,
+                          public DrillLog {
 public:
     static constexpr const char *defaultConnectionName = "statsConnection";
     static constexpr const char *defaultFileName = "tavrix.db";
@@ -126,6 +128,13 @@ public:
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target) override;
     bool readPracticeDarts(qint64 playerId, const PracticeDartTaker &take) override;
 
+    std::optional<qint64> insertDrill(const NewDrill &drill) override;
+    bool insertDrillSet(const QList<DrillDart> &darts) override;
+    bool finishDrill(qint64 drillId, const DrillEnd &end) override;
+    std::optional<std::vector<DrillRow>> drillRows(qint64 playerId) override;
+    std::optional<std::optional<int>> bestDrillScore(qint64 playerId, int kind, int targetNumber,
+                                                     bool lowerIsBetter) override;
+
     std::optional<QList<ChartRow>> outchartRows() override;
     std::optional<QList<StoredChartRow>> storedOutchartRows() override;
     bool replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows) override;
@@ -161,8 +170,12 @@ private:
     bool fail(const QString &what, const QString &detail);
     bool exec(QSqlQuery &query, const QString &what);
     // Runs each statement with the player's id bound, all in one transaction.
-    bool runForPlayer(std::initializer_list<const char *> statements, qint64 playerId,
-                      const QString &what);
+    bool runForPlayer(const std::vector<const char *> &statements, qint64 playerId, const QString &what);
+    // Whether the file holds the drills' tables: a file of the version before
+    // them that another program held at start lacks them until a later start.
+    bool holdsDrillTables();
+    // False, with lastError(), when a drill cannot be written now.
+    bool drillsWritable(const QString &what);
     // The statement prepared once per connection and reused; null (with
     // lastError() set) when it cannot be prepared.
     QSqlQuery *prepared(const QString &key, const QString &statement);

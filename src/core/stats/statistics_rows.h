@@ -2,8 +2,10 @@
 
 // What the statistics window reads of a player, as plain rows: the games with
 // what their rows say, every kept game dart, the practice sets and their
-// darts. Times are the stored texts turned into seconds (localSeconds).
+// darts, the ended drills and the drill darts aimed at a double. Times are
+// the stored texts turned into seconds (localSeconds).
 
+#include "core/stats/drill_log.h"
 #include "core/stats/game_codes.h"
 
 #include <QtGlobal>
@@ -64,11 +66,23 @@ struct StatsPracticeDart {
     int ring = 0;
 };
 
+// A drill dart aimed at a double, the bull as 25 in ring 2 (the bull area,
+// 25 in ring 1, is no double in a drill); thrownAt its own time.
+struct StatsDrillDart {
+    std::optional<qint64> thrownAt;
+    int score = 0;
+    int ring = 0;
+    int targetScore = 0;
+    int targetRing = 0;
+};
+
 struct StatisticsRows {
     std::vector<StatsGame> games;
     std::vector<StatsGameDart> gameDarts;
     std::vector<StatsPracticeSet> practiceSets;
     std::vector<StatsPracticeDart> practiceDarts;
+    std::vector<DrillRow> drills; // ended, finished or quit
+    std::vector<StatsDrillDart> drillDoubleDarts;
 };
 
 } // namespace tavrix

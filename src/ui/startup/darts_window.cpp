@@ -28,6 +28,8 @@
 #include "ui/sound/sounds.h"
 #include "ui/startup/game_choices.h"
 #include "ui/startup/program.h"
+#include "ui/training/training_controller.h"
+#include "ui/training/training_frame.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -135,6 +137,7 @@ void Darts::buildFrames()
     playFrame_ = gameFrame_;
     practiceFrame_ = new PracticeFrame(central);
     reviewFrame_ = new ReviewFrame(central);
+    trainingFrame_ = new TrainingModeFrame(central);
 
     greetingLabels_.append(gameFrame_->playerNameText);
     nameLabels_ = {gameFrame_->player2Text, gameFrame_->player2Text01};
@@ -145,7 +148,8 @@ void Darts::buildFrames()
 
     for (QLabel *label : std::as_const(greetingLabels_))
         label->setFont(greetingFont(label));
-    for (QGroupBox *frame : std::initializer_list<QGroupBox *>{playFrame_, practiceFrame_, reviewFrame_})
+    for (QGroupBox *frame :
+         std::initializer_list<QGroupBox *>{playFrame_, practiceFrame_, reviewFrame_, trainingFrame_})
         frameColumn->addWidget(frame);
     auto *columns = new BoardBesideLayout(central, picture_, frameColumn);
     // Narrow margins: on an 800 x 600 screen the board and the mode frame
@@ -175,6 +179,12 @@ void Darts::buildFrames()
     connect(practice_, &PracticeController::reenterRequested, this, [this] { switchMode(Mode::Practice); });
     // Enter opens and confirms practice sets, but never quits a sequence.
     keys->addEnterButton(practiceFrame_->goButton(), [this] { return practice_->goCaptionIsSafe(); });
+    training_ = new TrainingController({session_, program_.store(), program_.sounds(), program_.messages(),
+                                        *boardInput_, *trainingFrame_, this, *rescue_},
+                                       this);
+    // Enter starts a drill and confirms its sets, never quits one.
+    keys->addEnterButton(trainingFrame_->startButton(), [] { return true; });
+    keys->addEnterButton(trainingFrame_->confirmButton(), [] { return true; });
     review_ = new ReviewController({session_, program_.store(), program_.messages(), *boardInput_, *reviewFrame_,
                                     this},
                                    this);
@@ -198,7 +208,8 @@ void Darts::switchMode(Mode mode)
     picture_->clearPlots();
     hidePips();
     picture_->setEnabled(false);
-    for (QGroupBox *frame : std::initializer_list<QGroupBox *>{playFrame_, practiceFrame_, reviewFrame_}) {
+    for (QGroupBox *frame :
+         std::initializer_list<QGroupBox *>{playFrame_, practiceFrame_, reviewFrame_, trainingFrame_}) {
         frame->hide();
         frame->setEnabled(false);
     }
@@ -208,6 +219,7 @@ void Darts::switchMode(Mode mode)
     for (QLabel *label : records_.all())
         label->hide();
     practice_->enter();
+    training_->enter();
 
     switch (mode) {
     case Mode::Practice:
@@ -234,6 +246,12 @@ void Darts::switchMode(Mode mode)
         reviewFrame_->setEnabled(true);
         countTargetThrows();
         showReviewProfile();
+        break;
+    case Mode::Training:
+        boardInput_->setController(training_);
+        trainingFrame_->show();
+        trainingFrame_->setEnabled(true);
+        training_->begin();
         break;
     }
 }

@@ -33,6 +33,8 @@ class StatsRescue;
 class StatisticsDialog;
 class PracticeFrame;
 class ReviewController;
+class TrainingController;
+class TrainingModeFrame;
 class ReviewFrame;
 class SkillOptions;
 class MyAlertBox;
@@ -42,7 +44,7 @@ struct Session;
 class UserEditDialog;
 class UserSelectDialog;
 
-enum class Mode { Practice = 1, Review = 2, Play = 3 };
+enum class Mode { Practice = 1, Review = 2, Play = 3, Training = 4 };
 
 class Darts : public QMainWindow {
     Q_OBJECT
@@ -58,6 +60,7 @@ public:
     PlayController *playController() const { return play_; }
     PracticeController *practiceController() const { return practice_; }
     ReviewController *reviewController() const { return review_; }
+    TrainingController *trainingController() const { return training_; }
     // The advice worked out from the player's own darts.
     AimAdviceService *aimAdvice() const { return aims_; }
     void hidePips() { boardInput_->hidePips(); }
@@ -127,7 +130,8 @@ private:
     void showStatistics();
     // After the current player may have changed.
     void refreshAfterPlayerChange();
-    // True when no game runs, or the user agrees to quit the one that does.
+    // True when no game runs, or the user agrees to quit the one that does;
+    // the same for a drill, which is recorded as quit when it is left.
     bool mayLeaveGame();
 
     void checkModeEntry(Mode mode);
@@ -149,6 +153,8 @@ private:
     PlayController *play_ = nullptr;
     PracticeController *practice_ = nullptr;
     ReviewController *review_ = nullptr;
+    TrainingModeFrame *trainingFrame_ = nullptr;
+    TrainingController *training_ = nullptr;
     AimAdviceService *aims_ = nullptr;
     AimMapView *aimMap_ = nullptr;
     ReviewFrame *reviewFrame_ = nullptr;
@@ -163,6 +169,7 @@ private:
     QAction *modePractice_ = nullptr;
     QAction *modeReview_ = nullptr;
     QAction *modePlay_ = nullptr;
+    QAction *modeTraining_ = nullptr;
     QAction *useInches_ = nullptr;
     QAction *useCms_ = nullptr;
     QAction *soundEntry_ = nullptr;

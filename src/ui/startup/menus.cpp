@@ -17,6 +17,7 @@
 #include "ui/startup/program.h"
 #include "core/startup/settings.h"
 #include "ui/sound/sounds.h"
+#include "ui/training/training_controller.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -36,6 +37,7 @@ QString modeHelpPage(Mode mode)
     switch (mode) {
     case Mode::Practice: return QStringLiteral("practice.html");
     case Mode::Review: return QStringLiteral("review.html");
+    case Mode::Training: return QStringLiteral("training.html");
     case Mode::Play: break;
     }
     return QStringLiteral("play.html");
@@ -81,12 +83,14 @@ void Darts::buildMenus()
     modePractice_ = namedAction(mode, "mnuModePractice", QStringLiteral("Practice Mode"));
     modeReview_ = namedAction(mode, "mnuModeReview", QStringLiteral("Review Mode"));
     modePlay_ = namedAction(mode, "mnuModePlay", QStringLiteral("Play Mode"));
-    for (QAction *entry : {modePractice_, modeReview_, modePlay_})
+    modeTraining_ = namedAction(mode, "mnuModeTraining", QStringLiteral("Training"));
+    for (QAction *entry : {modePractice_, modeReview_, modePlay_, modeTraining_})
         entry->setCheckable(true);
     checkModeEntry(Mode::Play);
     connect(modePractice_, &QAction::triggered, this, [this] { chooseMode(Mode::Practice); });
     connect(modeReview_, &QAction::triggered, this, [this] { chooseMode(Mode::Review); });
     connect(modePlay_, &QAction::triggered, this, [this] { chooseMode(Mode::Play); });
+    connect(modeTraining_, &QAction::triggered, this, [this] { chooseMode(Mode::Training); });
 
     QMenu *options = namedMenu(bar, "mnuOptions", QStringLiteral("Options"));
     connect(namedAction(options, "mnuOptionsChangePlayer", QStringLiteral("Change Player...")),
@@ -144,12 +148,14 @@ void Darts::addAccessKey(QMenu *menu, Qt::Key key)
             [this, menu] { menuBar()->setActiveAction(menu->menuAction()); });
 }
 
-// The current mode's entry is checked and disabled, the other two unchecked
+// The current mode's entry is checked and disabled, the others unchecked
 // and enabled.
 void Darts::checkModeEntry(Mode mode)
 {
-    const std::pair<QAction *, Mode> entries[] = {
-        {modePractice_, Mode::Practice}, {modeReview_, Mode::Review}, {modePlay_, Mode::Play}};
+    const std::pair<QAction *, Mode> entries[] = {{modePractice_, Mode::Practice},
+                                                  {modeReview_, Mode::Review},
+                                                  {modePlay_, Mode::Play},
+                                                  {modeTraining_, Mode::Training}};
     for (const auto &[entry, entryMode] : entries) {
         entry->setChecked(entryMode == mode);
         entry->setEnabled(entryMode != mode);
@@ -162,13 +168,19 @@ void Darts::chooseMode(Mode mode)
         checkModeEntry(mode);
         return;
     }
+    // A drill running is left only when the user agrees; asked once.
+    const bool leavingTraining = currentMode_ == Mode::Training;
+    if (leavingTraining && !mayLeaveGame()) {
+        checkModeEntry(currentMode_);
+        return;
+    }
     if (mode == Mode::Play) {
         checkModeEntry(Mode::Play);
         btnStartGame_->setText(QStringLiteral("Start Game"));
         switchMode(Mode::Play);
         return;
     }
-    if (!mayLeaveGame()) {
+    if (!leavingTraining && !mayLeaveGame()) {
         // Triggering a checkable entry toggled it; put the menu back.
         checkModeEntry(currentMode_);
         return;
@@ -181,6 +193,9 @@ void Darts::chooseMode(Mode mode)
 
 bool Darts::mayLeaveGame()
 {
+    if (currentMode_ == Mode::Training && training_->drillRunning())
+        return program_.messages().askYesNo(this, QStringLiteral("Quit Drill?"),
+                                            QStringLiteral("Quit the drill in progress? It is recorded as quit."));
     if (currentMode_ != Mode::Play || !play_->gameInProgress())
         return true;
     return program_.messages().askYesNo(this, QStringLiteral("Quit Game?"),
@@ -196,6 +211,11 @@ void Darts::refreshAfterPlayerChange()
     }
     if (currentMode_ == Mode::Play)
         resetGame();
+    // A drill belongs to the player who started it.
+    if (currentMode_ == Mode::Training) {
+        training_->enter();
+        training_->begin();
+    }
     if (statistics_ && statistics_->isVisible())
         statistics_->showFor(session_.currentPlayerId, session_.currentPlayerName);
 }

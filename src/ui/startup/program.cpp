@@ -5,6 +5,7 @@
 #include "ui/players/user_select_dialog.h"
 #include "ui/play/play_controller.h"
 #include "ui/startup/darts_window.h"
+#include "ui/training/training_controller.h"
 #include "core/startup/settings.h"
 #include "ui/sound/sounds.h"
 
@@ -214,8 +215,11 @@ void Program::shutDownProgram()
     // Set first: closing the main window below must not shut down again.
     shutDownDone_ = true;
     // Darts not saved yet are given up only when the user says so.
-    if (window_)
+    if (window_) {
         window_->playController()->saveBeforeClosing();
+        // A drill left running ends as quit.
+        window_->trainingController()->enter();
+    }
     store_.close();
     if (window_)
         window_->unloadWindows();

@@ -1,5 +1,7 @@
 #include "ui/statistics/statistics_charts.h"
 
+#include "core/training/drill.h"
+
 #include <QBarCategoryAxis>
 #include <QHorizontalBarSeries>
 #include <QBarSet>
@@ -8,11 +10,15 @@
 #include <QCursor>
 #include <QDateTime>
 #include <QDateTimeAxis>
+#include <QHeaderView>
 #include <QLineSeries>
+#include <QSplitter>
+#include <QTableWidget>
 #include <QToolTip>
 #include <QValueAxis>
 
 #include <algorithm>
+#include <tuple>
 #include <cmath>
 
 namespace tavrix {
@@ -56,6 +62,23 @@ void setTimeRange(QDateTimeAxis *axis, qreal first, qreal last)
     axis->setRange(QDateTime::fromMSecsSinceEpoch(qint64(first)), QDateTime::fromMSecsSinceEpoch(qint64(last)));
 }
 
+// A time axis below and an axis of whole numbers on the left, both
+// attached to each of the chart's series given.
+std::pair<QDateTimeAxis *, QValueAxis *> addTimeAxes(QChart *chart, std::initializer_list<QLineSeries *> series)
+{
+    auto *time = new QDateTimeAxis;
+    time->setTickCount(5);
+    auto *values = new QValueAxis;
+    values->setLabelFormat(QStringLiteral("%d"));
+    chart->addAxis(time, Qt::AlignBottom);
+    chart->addAxis(values, Qt::AlignLeft);
+    for (QLineSeries *one : series) {
+        one->attachAxis(time);
+        one->attachAxis(values);
+    }
+    return {time, values};
+}
+
 } // namespace
 
 StatisticsCharts::StatisticsCharts(QWidget *parent)
@@ -65,6 +88,7 @@ StatisticsCharts::StatisticsCharts(QWidget *parent)
     buildAverages();
     buildDoubles();
     buildPractice();
+    buildTraining();
 }
 
 void StatisticsCharts::buildAverages()
@@ -81,16 +105,7 @@ void StatisticsCharts::buildAverages()
     movingAverage_->setPen(QPen(QColor(200, 60, 30), 2.5));
     averagesChart_->addSeries(gameAverages_);
     averagesChart_->addSeries(movingAverage_);
-    averagesTime_ = new QDateTimeAxis;
-    averagesTime_->setTickCount(5);
-    averagesValue_ = new QValueAxis;
-    averagesValue_->setLabelFormat(QStringLiteral("%d"));
-    averagesChart_->addAxis(averagesTime_, Qt::AlignBottom);
-    averagesChart_->addAxis(averagesValue_, Qt::AlignLeft);
-    for (QLineSeries *series : {gameAverages_, movingAverage_}) {
-        series->attachAxis(averagesTime_);
-        series->attachAxis(averagesValue_);
-    }
+    std::tie(averagesTime_, averagesValue_) = addTimeAxes(averagesChart_, {gameAverages_, movingAverage_});
     addTab(viewOf(averagesChart_, QStringLiteral("chartAverages")), QStringLiteral("Averages"));
 }
 
@@ -136,16 +151,118 @@ void StatisticsCharts::buildPractice()
     practiceRates_->setName(QStringLiteral("Darts on their target"));
     practiceRates_->setPointsVisible(true);
     practiceChart_->addSeries(practiceRates_);
-    practiceTime_ = new QDateTimeAxis;
-    practiceTime_->setTickCount(5);
-    auto *rates = new QValueAxis;
+    QValueAxis *rates = nullptr;
+    std::tie(practiceTime_, rates) = addTimeAxes(practiceChart_, {practiceRates_});
     rates->setRange(0, 100);
-    rates->setLabelFormat(QStringLiteral("%d"));
-    practiceChart_->addAxis(practiceTime_, Qt::AlignBottom);
-    practiceChart_->addAxis(rates, Qt::AlignLeft);
-    practiceRates_->attachAxis(practiceTime_);
-    practiceRates_->attachAxis(rates);
     addTab(viewOf(practiceChart_, QStringLiteral("chartPractice")), QStringLiteral("Practice"));
+}
+
+void StatisticsCharts::buildTraining()
+{
+    auto *split = new QSplitter(Qt::Vertical);
+    split->setObjectName(QStringLiteral("splitTraining"));
+    split->setChildrenCollapsible(false);
+    drillTable_ = new QTableWidget(0, 4, split);
+    drillTable_->setObjectName(QStringLiteral("tblDrillHistory"));
+    drillTable_->setHorizontalHeaderLabels(
+        {QStringLiteral("Drill"), QStringLiteral("Best"), QStringLiteral("Last 10 avg."), QStringLiteral("Played")});
+    drillTable_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    drillTable_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    drillTable_->setSelectionMode(QAbstractItemView::SingleSelection);
+    drillTable_->verticalHeader()->hide();
+    drillTable_->setWordWrap(false);
+    QHeaderView *header = drillTable_->horizontalHeader();
+    // The name takes what the figures leave; the figures keep their width.
+    header->setSectionResizeMode(0, QHeaderView::Stretch);
+    for (int column = 1; column < 4; ++column)
+        header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    drillTable_->setMinimumHeight(110);
+    connect(drillTable_, &QTableWidget::currentCellChanged, this,
+            [this](int row) { showDrillScores(row); });
+
+    drillChart_ = new QChart;
+    drillChart_->setTitle(QStringLiteral("Scores of the drill chosen above"));
+    drillScores_ = new QLineSeries;
+    drillScores_->setName(QStringLiteral("Completed drill"));
+    drillScores_->setPointsVisible(true);
+    drillScores_->setMarkerSize(5);
+    drillChart_->addSeries(drillScores_);
+    std::tie(drillTime_, drillValue_) = addTimeAxes(drillChart_, {drillScores_});
+    QChartView *view = viewOf(drillChart_, QStringLiteral("chartDrillScores"));
+    // The table and the chart share the tab's height on the smallest screen.
+    view->setMinimumSize(300, 180);
+    split->addWidget(drillTable_);
+    split->addWidget(view);
+    // The chart takes the larger share; the table scrolls past a few drills.
+    split->setStretchFactor(0, 1);
+    split->setStretchFactor(1, 2);
+    split->setSizes({1, 2});
+    addTab(split, QStringLiteral("Training"));
+}
+
+QString drillHistoryName(const DrillHistory &drill)
+{
+    const auto kind = DrillKind(drill.kind);
+    QString name = drillName(kind);
+    if (name.isEmpty())
+        name = QStringLiteral("Drill %1").arg(drill.kind);
+    if (kind == DrillKind::NinetyNineDarts)
+        name += drill.targetNumber == 25 ? QStringLiteral(" (Bull)") : QStringLiteral(" (%1)").arg(drill.targetNumber);
+    return name;
+}
+
+void StatisticsCharts::showDrills(const std::vector<DrillHistory> &drills)
+{
+    // The row chosen stays chosen when the figures are worked out again.
+    const int chosen = drillTable_->currentRow();
+    std::optional<std::pair<int, int>> chosenDrill;
+    if (chosen >= 0 && chosen < int(drills_.size()))
+        chosenDrill = std::pair{drills_[size_t(chosen)].kind, drills_[size_t(chosen)].targetNumber};
+    drills_ = drills;
+    const QString none = QStringLiteral("N/A");
+    const QSignalBlocker quiet(drillTable_);
+    drillTable_->setRowCount(int(drills_.size()));
+    int again = drills_.empty() ? -1 : 0;
+    for (int row = 0; row < int(drills_.size()); ++row) {
+        const DrillHistory &drill = drills_[size_t(row)];
+        const QString texts[] = {drillHistoryName(drill), drill.best ? QString::number(*drill.best) : none,
+                                 drill.lastTenAverage ? QString::number(*drill.lastTenAverage, 'f', 1) : none,
+                                 QString::number(drill.count)};
+        for (int column = 0; column < 4; ++column) {
+            auto *item = new QTableWidgetItem(texts[column]);
+            if (column > 0)
+                item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            drillTable_->setItem(row, column, item);
+        }
+        if (chosenDrill && *chosenDrill == std::pair{drill.kind, drill.targetNumber})
+            again = row;
+    }
+    drillTable_->setCurrentCell(again, 0);
+    showDrillScores(again);
+}
+
+void StatisticsCharts::showDrillScores(int row)
+{
+    QList<QPointF> points;
+    int lowest = 0;
+    int highest = 10;
+    if (row >= 0 && row < int(drills_.size())) {
+        const DrillHistory &drill = drills_[size_t(row)];
+        drillChart_->setTitle(QStringLiteral("Scores at ") + drillHistoryName(drill));
+        for (const DrillScorePoint &point : drill.scores) {
+            points.append({axisMilliseconds(point.endedAt), qreal(point.score)});
+            lowest = std::min(lowest, point.score);
+            highest = std::max(highest, point.score);
+        }
+    } else {
+        drillChart_->setTitle(QStringLiteral("Scores of the drill chosen above"));
+    }
+    drillScores_->replace(points);
+    const qreal now = qreal(QDateTime::currentMSecsSinceEpoch());
+    setTimeRange(drillTime_, points.isEmpty() ? now : points.first().x(), points.isEmpty() ? now : points.last().x());
+    // Room above the best score, on a round figure.
+    const int step = highest > 100 ? 50 : 10;
+    drillValue_->setRange(lowest, step * ((highest + step) / step));
 }
 
 void StatisticsCharts::showStatistics(const PlayerStatistics &statistics)
@@ -179,6 +296,8 @@ void StatisticsCharts::showStatistics(const PlayerStatistics &statistics)
         weeks.append({axisMilliseconds(week.weekStart), 100.0 * double(week.hits) / double(week.darts)});
     practiceRates_->replace(weeks);
     setTimeRange(practiceTime_, weeks.isEmpty() ? now : weeks.first().x(), weeks.isEmpty() ? now : weeks.last().x());
+
+    showDrills(statistics.drills);
 }
 
 QString StatisticsCharts::doubleTip(int index) const
