@@ -116,7 +116,7 @@ private slots:
 
         // 1 to 20 and the bull, the first with one miss: 22 darts.
         QTest::newRow("around the clock, any") << "Around the Clock (Any)" << "" << clockPlan("S", true)
-            << QVariantList{1, 0, 22, 1, 0} << QVariantList{22, 8} << QVariantList{1, 0, 1, 1} << QStringList();
+            << QVariantList{1, 0, 22, 1, 0} << QVariantList{22, 8} << QVariantList{1, 1, 1, 1} << QStringList();
         QTest::newRow("around the clock, doubles") << "Around the Clock (Doubles)" << "" << clockPlan("D", false)
             << QVariantList{2, 0, 21, 1, 0} << QVariantList{21, 7} << QVariantList{1, 2, 1, 2} << QStringList();
         QTest::newRow("around the clock, trebles") << "Around the Clock (Trebles)" << "" << clockPlan("T", false)
@@ -135,22 +135,22 @@ private slots:
             << QStringList{"Finished!"};
         // A Shanghai of 1 (6) and two single 2s (4).
         QTest::newRow("Shanghai") << "Shanghai" << "" << (Plan{{"S1", "D1", "T1"}, {"S2", "S2", "M"}} + misses(18))
-            << QVariantList{7, 0, 10, 1, 0} << QVariantList{60, 20} << QVariantList{1, 0, 1, 1}
+            << QVariantList{7, 0, 10, 1, 0} << QVariantList{60, 20} << QVariantList{1, 1, 1, 1}
             << QStringList{"Shanghai!"};
         // 80, halved 40, +32 = 72, +18 = 90, +57 = 147, halved 73, halved
         // 36, +15 = 51, +50 = 101.
         QTest::newRow("Halve-It") << "Halve-It" << ""
             << Plan{{"T20", "S20", "M"}, {"M", "M", "M"}, {"D16", "M", "M"}, {"S18", "M", "M"}, {"T19", "M", "M"},
                     {"M", "M", "M"}, {"M", "M", "M"}, {"S15", "M", "M"}, {"B", "M", "M"}}
-            << QVariantList{8, 0, 101, 1, 0} << QVariantList{27, 9} << QVariantList{20, 0, 20, 3} << QStringList();
+            << QVariantList{8, 0, 101, 1, 0} << QVariantList{27, 9} << QVariantList{20, 1, 20, 3} << QStringList();
         // A Shanghai of 10 (60 + 100), then D1 of the doubles (50).
         QTest::newRow("JDC Challenge") << "JDC Challenge" << ""
             << (Plan{{"S10", "D10", "T10"}} + misses(5) + Plan{{"D1", "M", "M"}} + misses(12))
-            << QVariantList{9, 0, 210, 1, 0} << QVariantList{57, 19} << QVariantList{10, 0, 10, 1}
+            << QVariantList{9, 0, 210, 1, 0} << QVariantList{57, 19} << QVariantList{10, 1, 10, 1}
             << QStringList{"Shanghai!"};
         // Treble, double and single 19: 6 marks.
         QTest::newRow("99 darts at 19") << "99 darts at one target" << "19" << (Plan{{"T19", "D19", "S19"}} + misses(32))
-            << QVariantList{10, 19, 6, 1, 0} << QVariantList{99, 33} << QVariantList{19, 0, 19, 3} << QStringList();
+            << QVariantList{10, 19, 6, 1, 0} << QVariantList{99, 33} << QVariantList{19, 1, 19, 3} << QStringList();
     }
     void aWholeDrillOfEachKind()
     {

@@ -63,13 +63,13 @@ DrillTarget areaTarget(int number, int multiplier)
     DrillTarget target;
     target.number = number;
     target.multiplier = multiplier;
+    // "Any ring" is aimed at the big single, and recorded as aimed there.
     target.aimNumber = number;
-    target.aimMultiplier = multiplier;
+    target.aimMultiplier = multiplier == 0 ? 1 : multiplier;
     if (number == 25) {
         target.text = QStringLiteral("Bull");
         return target; // aimed at the centre
     }
-    // "Any ring" is aimed at the big single.
     target.aim = aimPoint(multiplier == 0 ? 1 : multiplier, number);
     static const char *const prefixes[] = {"", "", "D", "T"};
     target.text = QLatin1String(prefixes[multiplier]) + QString::number(number);
