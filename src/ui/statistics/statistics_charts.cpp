@@ -263,6 +263,8 @@ void StatisticsCharts::showDrillScores(int row)
     // Room above the best score, on a round figure.
     const int step = highest > 100 ? 50 : 10;
     drillValue_->setRange(lowest, step * ((highest + step) / step));
+    // Ticks on round figures too (0, 20, 40 ... rather than 0, 22, 45 ...).
+    drillValue_->applyNiceNumbers();
 }
 
 void StatisticsCharts::showStatistics(const PlayerStatistics &statistics)
