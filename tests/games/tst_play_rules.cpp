@@ -11,6 +11,7 @@ using namespace tavrix;
 class TestPlayRules : public QObject {
     Q_OBJECT
 
+private slots:
     // The cork goes to the nearer dart as shown: 0.9665 and 0.9670 units
     // both show as 0.031", a tie, but as 0.078 cm and 0.079 cm. (Plain wins
     // and who takes a tie are played in tst_game_session and tst_games.)
