@@ -8,6 +8,7 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -17,6 +18,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
+#include <QSpinBox>
 #include <QVBoxLayout>
 
 namespace tavrix {
@@ -205,7 +207,32 @@ void GameFrame::buildOptions(QVBoxLayout *layout)
     choices->addWidget(fraMoodFactor, 2, 0, 1, 2);
     choices->addWidget(fraCricketOptions, 3, 0, 1, 2);
     choices->addWidget(fra01Options, 3, 0, 1, 2);
+    choices->addWidget(buildMatchOptions(), 4, 0, 1, 2);
     layout->addLayout(choices);
+}
+
+QGroupBox *GameFrame::buildMatchOptions()
+{
+    fraMatch = frame("fraMatch", QStringLiteral("Match"), this);
+    auto *row = compact(new QHBoxLayout(fraMatch));
+    cboMatchFormat = new QComboBox(fraMatch);
+    cboMatchFormat->setObjectName(QStringLiteral("cboMatchFormat"));
+    cboMatchFormat->addItems({QStringLiteral("Single game"), QStringLiteral("Legs"), QStringLiteral("Sets")});
+    spnSets = new QSpinBox(fraMatch);
+    spnSets->setObjectName(QStringLiteral("spnSets"));
+    spnLegs = new QSpinBox(fraMatch);
+    spnLegs->setObjectName(QStringLiteral("spnLegs"));
+    lblMatchFirstTo = label(QStringLiteral("lblMatchFirstTo"), fraMatch, QStringLiteral("first to"));
+    lblMatchSetsOf = label(QStringLiteral("lblMatchSetsOf"), fraMatch, QStringLiteral("sets of"));
+    lblMatchLegs = label(QStringLiteral("lblMatchLegs"), fraMatch, QStringLiteral("legs"));
+    row->addWidget(cboMatchFormat);
+    row->addWidget(lblMatchFirstTo);
+    row->addWidget(spnSets);
+    row->addWidget(lblMatchSetsOf);
+    row->addWidget(spnLegs);
+    row->addWidget(lblMatchLegs);
+    row->addStretch(1);
+    return fraMatch;
 }
 
 void GameFrame::buildCricketScore(QVBoxLayout *layout)

@@ -9,9 +9,11 @@
 
 class QAbstractButton;
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QPushButton;
 class QSlider;
+class QSpinBox;
 class QVBoxLayout;
 
 namespace tavrix {
@@ -46,6 +48,15 @@ public:
     QCheckBox *chkDoubleIn = nullptr;
     QCheckBox *chkDoubleOut = nullptr;
     QCheckBox *chkKeep01stats = nullptr;
+    // A single game, or a match of legs or of sets: "First to [legs] legs",
+    // "First to [sets] sets of [legs] legs".
+    QGroupBox *fraMatch = nullptr;
+    QComboBox *cboMatchFormat = nullptr;
+    QSpinBox *spnLegs = nullptr;
+    QSpinBox *spnSets = nullptr;
+    QLabel *lblMatchFirstTo = nullptr;
+    QLabel *lblMatchSetsOf = nullptr;
+    QLabel *lblMatchLegs = nullptr;
 
     QGroupBox *fraCricketScore = nullptr;
     QLabel *player1Text = nullptr;
@@ -86,6 +97,7 @@ public:
 
 private:
     void buildOptions(QVBoxLayout *layout);
+    QGroupBox *buildMatchOptions();
     void buildCricketScore(QVBoxLayout *layout);
     void build01Score(QVBoxLayout *layout);
 };
