@@ -5,6 +5,7 @@
 #include "ui/dialogs/main_button.h"
 #include "ui/opponent/skill_options.h"
 #include "ui/play/score_glance.h"
+#include "core/games/match_play.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -232,7 +233,23 @@ QGroupBox *GameFrame::buildMatchOptions()
     row->addWidget(spnLegs);
     row->addWidget(lblMatchLegs);
     row->addStretch(1);
+    connect(cboMatchFormat, &QComboBox::currentIndexChanged, this, &GameFrame::showMatchBounds);
+    showMatchBounds();
     return fraMatch;
+}
+
+void GameFrame::showMatchBounds()
+{
+    const auto choice = MatchChoice(cboMatchFormat->currentIndex());
+    const bool sets = choice == MatchChoice::Sets;
+    const bool match = choice != MatchChoice::SingleGame;
+    // Legs win a set (2 to 5) in a set match, the match (2 to 11) otherwise.
+    spnLegs->setRange(MatchFormat::MinLegs, sets ? MatchFormat::MaxSetLegs : MatchFormat::MaxLegs);
+    spnSets->setRange(MatchFormat::MinSets, MatchFormat::MaxSets);
+    for (QWidget *part : std::initializer_list<QWidget *>{lblMatchFirstTo, spnLegs, lblMatchLegs})
+        part->setVisible(match);
+    for (QWidget *part : std::initializer_list<QWidget *>{spnSets, lblMatchSetsOf})
+        part->setVisible(sets);
 }
 
 void GameFrame::buildCricketScore(QVBoxLayout *layout)

@@ -94,6 +94,9 @@ public:
     void showClosedNumbers(const std::array<bool, 7> &closed);
     // White behind the thrower's name labels, light grey behind the other's.
     void colourThrower(int player);
+    // The match's spin boxes as its format list says: shown for the format
+    // chosen, within its bounds.
+    void showMatchBounds();
 
 private:
     void buildOptions(QVBoxLayout *layout);

@@ -2,9 +2,12 @@
 
 #include "ui/opponent/skill_options.h"
 #include "ui/play/game_frame.h"
+#include "core/games/match_play.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QSpinBox>
 
 #include <array>
 
@@ -121,6 +124,21 @@ void GameSetupForm::chooseOpponent(OpponentKind kind)
         if (value == kind)
             button->setChecked(true);
     }
+}
+
+MatchFormat GameSetupForm::matchFormat() const
+{
+    return formatOfChoice(frame_.cboMatchFormat->currentIndex(), frame_.spnLegs->value(), frame_.spnSets->value());
+}
+
+void GameSetupForm::showMatchFormat(const MatchFormat &format)
+{
+    const MatchFormat shown = format.clamped();
+    frame_.cboMatchFormat->setCurrentIndex(int(choiceOfFormat(shown)));
+    if (shown.kind != MatchKind::SingleGame)
+        frame_.spnLegs->setValue(shown.legs);
+    if (shown.kind == MatchKind::Sets)
+        frame_.spnSets->setValue(shown.sets);
 }
 
 } // namespace tavrix

@@ -6,6 +6,7 @@
 // button stands for its value by a table here, never by its position.
 
 #include "core/games/game_options.h"
+#include "core/games/match_rules.h"
 
 #include <QList>
 
@@ -39,6 +40,10 @@ public:
     // Writes the options of the game: the Cricket rules, or double in and out.
     void showGameOptions(const GameOptions &options);
     void chooseOpponent(OpponentKind kind);
+
+    // The match format on the frame, and writing one there.
+    MatchFormat matchFormat() const;
+    void showMatchFormat(const MatchFormat &format);
 
 private:
     GameFrame &frame_;
