@@ -64,15 +64,29 @@ void GameSession::prepare()
 
 void GameSession::start(const GameOptions &options, qint64 gameId, int firstCorkThrower)
 {
+    begin(options, gameId);
+    awaitCork(firstCorkThrower);
+}
+
+void GameSession::startLeg(const GameOptions &options, qint64 gameId, int firstThrower)
+{
+    begin(options, gameId);
+    // As after a cork: the first thrower is known and the first turn is next.
+    thrower_ = firstThrower;
+    phase_ = GamePhase::CorkResult;
+}
+
+void GameSession::begin(const GameOptions &options, qint64 gameId)
+{
     options_ = options;
     gameId_ = gameId;
     cork_ = {};
     set_ = {};
     placed_ = 0;
+    legFigures_ = {};
     if (rules_->type() != options_.type)
         rules_ = makeGameRules(options_.type, advisor_);
     rules_->start(options_);
-    awaitCork(firstCorkThrower);
 }
 
 void GameSession::reset()
@@ -267,6 +281,7 @@ SetOutcome GameSession::scoreSet()
         return out;
     scored_ = true;
     static_cast<ScoredSet &>(out) = rules_->scoreSet(p, set_);
+    countLegFigures(p, out);
     // The local player's darts the rules dealt with are counted and recorded.
     if (p == 2) {
         for (int i : std::as_const(out.darts)) {
@@ -285,6 +300,19 @@ SetOutcome GameSession::scoreSet()
     }
     thrower_ = 3 - p;
     return out;
+}
+
+void GameSession::countLegFigures(int player, const ScoredSet &set)
+{
+    int points = 0;
+    if (options_.type == GameType::Cricket) {
+        for (const CricketMark &mark : set.marks)
+            points += mark.marks;
+    } else if (!set.bust) {
+        points = set.turnPoints;
+    }
+    legFigures_.points[player - 1] += points;
+    legFigures_.darts[player - 1] += int(set.darts.size());
 }
 
 GlanceFigures GameSession::glance(int player) const

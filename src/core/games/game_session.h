@@ -10,6 +10,7 @@
 #include "core/board/board_geometry.h"
 #include "core/games/game_options.h"
 #include "core/games/game_rules.h"
+#include "core/games/match_rules.h"
 #include "core/games/play_rules.h"
 #include "core/stats/local_tallies.h"
 #include "core/stats/records.h"
@@ -80,6 +81,10 @@ public:
     // Starts the game with its options complete, recorded under `gameId`:
     // the cork of `firstCorkThrower` is awaited first.
     void start(const GameOptions &options, qint64 gameId, int firstCorkThrower);
+    // Starts a leg of a match after the first, recorded under `gameId`:
+    // there is no cork, and `firstThrower` (1 or 2) throws first as soon as
+    // nextTurn() is called.
+    void startLeg(const GameOptions &options, qint64 gameId, int firstThrower);
     // Back to no game; a side throwing stops.
     void reset();
 
@@ -142,6 +147,10 @@ public:
     GlanceFigures glance(int player) const;
     std::array<bool, 7> closedNumbers() const { return rules_->closedNumbers(); }
 
+    // Each player's points and darts in the game so far (player 1's first):
+    // 301/501 the points scored, a bust scoring none; Cricket the marks.
+    LegFigures legFigures() const { return legFigures_; }
+
     // The record against the present opponent since it was last cleared.
     const LocalTallies &tallies() const { return tallies_; }
 
@@ -155,6 +164,8 @@ public:
     // "Name: Throw your darts..." when a turn at this board starts.
     QString turnPromptText() const;
     QString gameOverText() const;
+    // Who won the game that is over (1 or 2); 0 before.
+    int legWinner() const { return winner_; }
 
     // The sounds of dart `index` of the set: a dart marked at this board was
     // aimed at its target, a dart of another side at `aimedAt`.
@@ -179,7 +190,9 @@ signals:
     void turnReported(const QString &report);
 
 private:
+    void begin(const GameOptions &options, qint64 gameId);
     void awaitCork(int player);
+    void countLegFigures(int player, const ScoredSet &set);
     GameDart dartRow(int index, DartScore score, BoardPoint at) const;
 
     const Advisor &advisor_;
@@ -208,6 +221,7 @@ private:
     int localThrows_ = 0;
     LocalTallies tallies_;
     int winner_ = 0;
+    LegFigures legFigures_;
 };
 
 } // namespace tavrix

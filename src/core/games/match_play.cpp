@@ -111,6 +111,18 @@ QString matchOverText(const Match &match, const QString &winnerName, const std::
            + QLatin1Char(' ') + average(match.average(1));
 }
 
+QString nextLegText(const QString &winner)
+{
+    return QStringLiteral("\n") + winner
+           + QStringLiteral(" won that leg.\n\nClick \"Next Leg\" to play the next one, or "
+                            "\"Quit Game\" to end the match.");
+}
+
+QString nextLegConsentText(const QString &name)
+{
+    return QStringLiteral("\n") + name + QStringLiteral(" wants to play the next leg.\n\nClick \"Next Leg\" to consent.");
+}
+
 std::pair<int, int> wireFormat(const MatchFormat &format)
 {
     switch (format.kind) {

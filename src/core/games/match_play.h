@@ -47,6 +47,12 @@ QString legOverText(const Match &match, LegOutcome outcome, const QString &winne
 QString matchOverText(const Match &match, const QString &winnerName, const std::array<QString, 2> &names,
                       bool cricket);
 
+// The message between legs, as a game's end names its winner: "\nAnn won
+// that leg.\n\nClick \"Next Leg\" ..."; and what the side asked to go on
+// by the other copy reads.
+QString nextLegText(const QString &winner);
+QString nextLegConsentText(const QString &name);
+
 // The format as the network message carries it: sets to win (1 outside a
 // set match) and legs to win the match or each set (1 in a single game).
 std::pair<int, int> wireFormat(const MatchFormat &format);

@@ -4,6 +4,7 @@
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
 #include "ui/dialogs/stats_rescue.h"
+#include "core/games/match_play.h"
 #include "core/net/net_game_rules.h"
 #include "core/net/network_peer.h"
 #include "core/opponent/dart_by_dart_opponent.h"
@@ -87,7 +88,7 @@ PlayController::~PlayController() = default;
 
 bool PlayController::gameInProgress() const
 {
-    return game_.phase() != GamePhase::Idle && game_.phase() != GamePhase::GameOver;
+    return (game_.phase() != GamePhase::Idle && game_.phase() != GamePhase::GameOver) || matchContinues();
 }
 
 void PlayController::databaseFailed()
@@ -105,6 +106,8 @@ void PlayController::record(const QList<GameDart> &rows, std::optional<std::pair
 
 bool PlayController::saveBeforeClosing()
 {
+    // A match left with the program ends here, unfinished.
+    abandonMatch();
     enum Choice { TryAgain, AnotherFile, QuitWithout };
     while (!journal_->flushForGood()) {
         const int choice = c_.messages.choose(
@@ -128,8 +131,11 @@ bool PlayController::saveBeforeClosing()
 // The button says what clicking it does now, and is enabled when that can be done.
 void PlayController::refreshButton()
 {
-    c_.frame.btnStartGame->setText(
-        mainButtonCaption(game_.phase(), game_.throwerMarksHere() || game_.overNetwork()));
+    // Between the legs of a match the button starts the next one.
+    c_.frame.btnStartGame->setText(game_.phase() == GamePhase::GameOver && matchContinues()
+                                       ? QStringLiteral("Next Leg")
+                                       : mainButtonCaption(game_.phase(),
+                                                           game_.throwerMarksHere() || game_.overNetwork()));
     const bool waiting = peerLeft_ || peer_->awaitingFirstTurn() || (game_.overNetwork() && peer_->awaitingPlayAgain());
     c_.frame.btnStartGame->setEnabled(game_.canConfirm() && !waiting);
     c_.frame.btnUndoDart->setEnabled(game_.canUndoDart());
@@ -145,8 +151,11 @@ void PlayController::btnStartGameClicked()
         break;
     case GamePhase::CorkPlaced:
         c_.frame.btnStartGame->setEnabled(false);
-        if (game_.overNetwork())
+        if (game_.overNetwork()) {
             peer_->corkConfirmed();
+            // A match proposed after this cork dart would come too late.
+            matchOfferOpen_ = false;
+        }
         game_.confirmCork();
         break;
     case GamePhase::CorkResult:
@@ -168,6 +177,7 @@ void PlayController::showGlance()
     scoreBoard_->showStanding(game_);
     const bool throwing = game_.phase() == GamePhase::Turn;
     f.scoreGlance->markThrower(throwing ? game_.currentThrower() : 0);
+    showMatchGlance();
     showYourOut();
 }
 
@@ -223,6 +233,7 @@ void PlayController::corkDecided()
     c_.frame.gameText->setText(game_.corkResultText());
     refreshButton();
     record(game_.corkRows());
+    startMatch();
 }
 
 // --- Turns ------------------------------------------------------------------------------
@@ -316,8 +327,9 @@ void PlayController::endGame(const SetOutcome &outcome)
 {
     const int p = outcome.player;
     c_.sounds.play(SoundCue::ApplauseWin, false);
-    // Not when the other side has already asked to play again.
-    if (!(game_.overNetwork() && peer_->playAgainAsked()))
+    // A leg of a match has its own alert. A game's is not shown when the
+    // other side has already asked to play again.
+    if (!matchLegWon(p) && !(game_.overNetwork() && peer_->playAgainAsked()))
         c_.messages.alert(game_.alertName(p) + QStringLiteral(" won!"), QStringLiteral("Good Game!"));
     x01Board_.markWinner(p);
     if (p == 2)
@@ -329,9 +341,12 @@ void PlayController::endGame(const SetOutcome &outcome)
 
 void PlayController::GameOver()
 {
-    c_.frame.gameText->setText(game_.overNetwork() && peer_->playAgainAsked()
-                                   ? playAgainConsentText(opponentName_)
-                                   : game_.gameOverText());
+    const bool asked = game_.overNetwork() && peer_->playAgainAsked();
+    if (matchContinues())
+        c_.frame.gameText->setText(asked ? nextLegConsentText(opponentName_)
+                                         : nextLegText(game_.messageName(game_.legWinner())));
+    else
+        c_.frame.gameText->setText(asked ? playAgainConsentText(opponentName_) : game_.gameOverText());
     showGlance();
     refreshButton();
     c_.frame.btnQuitGame->setEnabled(true);

@@ -8,7 +8,9 @@
 
 #include "ui/board/board_input.h"
 #include "core/games/game_session.h"
+#include "core/games/match_rules.h"
 #include "core/net/message_codec.h"
+#include "core/stats/match_log.h"
 #include "core/opponent/local_player.h"
 #include "ui/play/game_setup_form.h"
 #include "ui/play/record_labels.h"
@@ -66,8 +68,14 @@ public:
 
     GameSession &game() { return game_; }
     const GameSession &game() const { return game_; }
-    // A game has started and is not over: leaving it needs a question.
+    // A game has started and is not over, or a match goes on between its
+    // legs: leaving it needs a question.
     bool gameInProgress() const;
+    // The question before a game or match in progress is left: its title
+    // and text.
+    std::pair<QString, QString> quitQuestion() const;
+    // The match being played, if any (none in a single game).
+    const std::optional<Match> &match() const { return match_; }
 
     void resetGame();
     void setGameOptFrames(GameType type);
@@ -134,6 +142,29 @@ private:
     void peerGone();
     void closeNetClicked();
 
+    // A match of legs (play_match.cpp).
+    bool matchContinues() const;
+    // The format of the next match from the set-up, for a game at this board
+    // or proposed by this side as server.
+    void chooseMatchFormat();
+    // The first thrower of a match's first leg is known: the match starts.
+    void startMatch();
+    // Starts the next leg of the match without a cork.
+    void startNextLeg(const GameOptions &options, qint64 gameId);
+    // A leg was won: the match's score moves on, with its alert; false when
+    // the leg was a single game.
+    bool matchLegWon(int winner);
+    // The match ends unfinished (quit, the other copy left or changed the
+    // game); recorded as abandoned.
+    void abandonMatch();
+    void showMatchGlance();
+    void recordMatch(std::optional<MatchLeg> leg, std::optional<MatchEnd> end = {});
+    MatchEnd matchEnd() const;
+    // Over the network: the server's proposal and the client's answer.
+    void proposeMatch();
+    void matchProposed(int sets, int legs);
+    void matchAccepted();
+
     void refreshButton();
     // The last dart marked in the set goes, as though never thrown.
     void undoDart();
@@ -180,6 +211,26 @@ private:
     ScoreBoard *scoreBoard_ = &x01Board_;
     // What a game records; what cannot be written yet is tried again.
     GameJournal *journal_ = nullptr;
+
+    // The format of the match being played, or of the next one; a single
+    // game unless a match was chosen (and, over the network, agreed).
+    MatchFormat matchFormat_;
+    // The match once its first thrower is known, and its row.
+    std::optional<Match> match_;
+    qint64 matchId_ = 0;
+    // "Next Leg" was pressed: the next start is the match's next leg.
+    bool nextLeg_ = false;
+    // Over the network. This side chose the game and proposed a match: it
+    // waits for the answer, or has it; the other copy is known to play
+    // single games only.
+    enum class Proposal { None, Awaiting, Accepted };
+    Proposal proposal_ = Proposal::None;
+    bool peerSinglesOnly_ = false;
+    // The other copy chose the game: this side may still take its format
+    // (the game has started here and this side's cork dart has not gone
+    // out), or took it.
+    bool matchOfferOpen_ = false;
+    bool acceptedHere_ = false;
 };
 
 } // namespace tavrix

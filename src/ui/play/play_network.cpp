@@ -9,6 +9,7 @@
 #include "ui/board/board_picture.h"
 #include "ui/dialogs/messages.h"
 #include "ui/net/chat_dialog.h"
+#include "core/games/match_play.h"
 #include "core/net/net_game_rules.h"
 #include "core/net/network_peer.h"
 #include "ui/net/network_game.h"
@@ -35,6 +36,8 @@ void PlayController::connectNetwork()
     connect(net_, &NetworkGame::greeted, this, &PlayController::greeted);
     connect(net_, &NetworkGame::gameChosen, this, &PlayController::gameChosen);
     connect(net_, &NetworkGame::peerGone, this, &PlayController::peerGone);
+    connect(net_, &NetworkGame::matchProposed, this, &PlayController::matchProposed);
+    connect(net_, &NetworkGame::matchAccepted, this, &PlayController::matchAccepted);
     net_->setPeer(peer_);
     // This side clicked "Ok" first and waited: the first turn starts.
     connect(peer_, &NetworkPeer::firstTurnAgreed, this, &PlayController::nextTurn);
@@ -97,9 +100,18 @@ void PlayController::greeted(const QString &name)
     opponentName_ = name;
     c_.frame.player1Text->setText(name);
     c_.frame.player1Text01->setText(name);
-    // The server answers the greeting with the game it set up.
-    if (net_->role() == NetRole::Server)
+    // A new connection: the other copy may know matches.
+    peerSinglesOnly_ = false;
+    proposal_ = Proposal::None;
+    acceptedHere_ = false;
+    matchOfferOpen_ = false;
+    matchFormat_ = MatchFormat::singleGame();
+    // The server answers the greeting with the game it set up, and proposes
+    // the match format of its set-up.
+    if (net_->role() == NetRole::Server) {
         net_->send(gameMessageOf(optionsOnFrame()));
+        proposeMatch();
+    }
     serverGameAwaited_ = net_->role() == NetRole::Client;
     startHumanGame();
 }
@@ -124,6 +136,13 @@ void PlayController::gameChosen(const GameMessage &message)
     GameOptions options = optionsAfter(game_.options(), message);
     options.opponent = OpponentKind::Human;
     game_.reviseOptions(options);
+    // A single game unless the match format the other copy may propose
+    // next comes before this side's cork dart.
+    nextLeg_ = false;
+    proposal_ = Proposal::None;
+    acceptedHere_ = false;
+    matchOfferOpen_ = true;
+    matchFormat_ = MatchFormat::singleGame();
     net_->choose(true, net_->role());
     c_.board.hidePips();
     startHumanGame();
@@ -135,7 +154,8 @@ void PlayController::playAgainAsked()
     // Before this side has seen the game end, the request waits for it.
     if (game_.phase() == GamePhase::GameOver) {
         refreshButton();
-        c_.frame.gameText->setText(playAgainConsentText(opponentName_));
+        c_.frame.gameText->setText(matchContinues() ? nextLegConsentText(opponentName_)
+                                                    : playAgainConsentText(opponentName_));
     }
 }
 
@@ -159,6 +179,8 @@ void PlayController::peerGone()
         return;
     peerLeft_ = true;
     peer_->stop();
+    // A match with the copy that left ends unfinished.
+    abandonMatch();
     GameFrame &f = c_.frame;
     f.btnStartGame->setEnabled(false);
     f.btnQuitGame->setEnabled(true);

@@ -83,6 +83,11 @@ void PlayController::startGame(bool playAgain)
     yourOutNeeds_ = YourOutNeeds::NotYet;
     c_.board.hidePips();
     f.btnStartGame->setEnabled(false);
+    // Between the legs of a match the main button starts the next leg; any
+    // other start is a new match (or single game) with a cork.
+    nextLeg_ = playAgain && matchContinues();
+    if (!playAgain && !net_->established())
+        chooseMatchFormat();
     const bool networkAgain = playAgain && game_.overNetwork();
     GameOptions options = form_.choices();
     // Playing again over the network stays a game over the network while
@@ -116,8 +121,10 @@ void PlayController::startGame(bool playAgain)
             if (!network) {
                 opponentName_ = opponentDialog_->opponentName();
             } else if (net_->established()) {
-                // Connected already: the other side restarts with these options.
+                // Connected already: the other side restarts with these
+                // options, and the match format follows them.
                 net_->send(gameMessageOf(optionsOnFrame()));
+                proposeMatch();
             } else {
                 startNetworkConnection();
                 return;
@@ -163,7 +170,15 @@ void PlayController::continueStartGame(int firstCorkThrower)
         frame->setEnabled(false);
     }
     f.gameText->show();
-    // A game still running (the other copy chose new options) ends here.
+    const bool nextLeg = nextLeg_ && matchContinues();
+    nextLeg_ = false;
+    // A game still running (the other copy chose new options) ends here,
+    // and so does the match it belonged to.
+    if (!nextLeg) {
+        abandonMatch();
+        match_.reset();
+        matchId_ = 0;
+    }
     game_.reset();
     peerLeft_ = false;
     peer_->newGame();
@@ -190,7 +205,10 @@ void PlayController::continueStartGame(int firstCorkThrower)
     // the new board could make it taller than the screen.
     f.scoreGlance->hide();
     scoreBoard_->start(options);
-    game_.start(options, *id, firstCorkThrower);
+    if (nextLeg)
+        startNextLeg(options, *id);
+    else
+        game_.start(options, *id, firstCorkThrower);
     showGlance();
     f.scoreGlance->show();
     f.scoreGlance->setEnabled(true);
@@ -200,9 +218,11 @@ void PlayController::continueStartGame(int firstCorkThrower)
 
 void PlayController::btnQuitGameClicked()
 {
-    if (gameInProgress()
-        && !c_.messages.askYesNo(c_.window, QStringLiteral("Quit Game?"), QStringLiteral("Quit game in progress?")))
-        return;
+    if (gameInProgress()) {
+        const auto [title, text] = quitQuestion();
+        if (!c_.messages.askYesNo(c_.window, title, text))
+            return;
+    }
     if (net_->established())
         peer_->quit();
     resetGame();
@@ -224,6 +244,10 @@ void PlayController::resetGame()
         frame->setEnabled(true);
     }
     f.btnQuitGame->setEnabled(false);
+    // A match left for the options ends unfinished.
+    abandonMatch();
+    match_.reset();
+    matchId_ = 0;
     f.lblGameStartup->setText(QStringLiteral("\nHey, ") + c_.session.currentPlayerName
                               + QStringLiteral("!\nThrow a game of darts!\n\nSelect your options "
                                                "above, and click \"Start Game\"."));

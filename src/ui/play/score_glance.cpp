@@ -83,6 +83,7 @@ ScoreGlance::ScoreGlance(QWidget *parent)
         row->addWidget(panel, 1);
     }
     column->addLayout(row);
+    buildMatchLine(column);
 
     finish_ = new FittingLabel(this);
     finish_->setObjectName(QStringLiteral("glanceFinish"));
@@ -111,6 +112,38 @@ ScoreGlance::ScoreGlance(QWidget *parent)
     yourOut_->hide();
     column->addWidget(yourOut_);
     markThrower(0);
+}
+
+void ScoreGlance::buildMatchLine(QVBoxLayout *column)
+{
+    // One line under the panels, so that a match costs the board little
+    // height: the score in bold on the left, who threw first on the right.
+    matchLine_ = new QWidget(this);
+    auto *line = new QHBoxLayout(matchLine_);
+    line->setContentsMargins(4, 0, 4, 0);
+    matchScore_ = new FittingLabel(matchLine_);
+    matchScore_->setObjectName(QStringLiteral("lblMatchScore"));
+    matchScore_->setToolTip(QStringLiteral("The score of the match, the left player's first"));
+    QFont large = matchScore_->font();
+    large.setBold(true);
+    large.setPixelSize(smallestFinish);
+    matchScore_->setFont(large);
+    legStarter_ = new FittingLabel(matchLine_);
+    legStarter_->setObjectName(QStringLiteral("lblLegStarter"));
+    legStarter_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    for (FittingLabel *label : {matchScore_, legStarter_})
+        label->setTextFormat(Qt::PlainText);
+    line->addWidget(matchScore_, 1);
+    line->addWidget(legStarter_, 1);
+    matchLine_->hide();
+    column->addWidget(matchLine_);
+}
+
+void ScoreGlance::showMatch(const QString &score, const QString &starter)
+{
+    matchScore_->setText(score);
+    legStarter_->setText(starter);
+    matchLine_->setVisible(!score.isEmpty() || !starter.isEmpty());
 }
 
 void ScoreGlance::showName(int player, const QString &name)

@@ -13,6 +13,7 @@
 #include <array>
 
 class QLabel;
+class QVBoxLayout;
 
 namespace tavrix {
 
@@ -30,6 +31,8 @@ public:
     void markThrower(int player);
     // The checkout for the thrower from his own darts ("" hides the line).
     void showYourOut(const QString &text);
+    // A match's score and who threw first in the leg; both "" hide the line.
+    void showMatch(const QString &score, const QString &starter);
     int markedThrower() const { return thrower_; }
     QLabel *figure(int player) const { return figures_[player - 1]; }
     QLabel *detail(int player) const { return details_[player - 1]; }
@@ -38,6 +41,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void buildMatchLine(QVBoxLayout *column);
     // Colours the panels and the finish line after the thrower and a bust.
     void restyle();
 
@@ -47,6 +51,9 @@ private:
     std::array<QLabel *, 2> details_{};
     FittingLabel *finish_ = nullptr;
     FittingLabel *yourOut_ = nullptr;
+    QWidget *matchLine_ = nullptr;
+    FittingLabel *matchScore_ = nullptr;
+    FittingLabel *legStarter_ = nullptr;
     std::array<GlanceFigures, 2> shown_{};
     int thrower_ = 0;
 };

@@ -198,8 +198,8 @@ bool Darts::mayLeaveGame()
                                             QStringLiteral("Quit the drill in progress? It is recorded as quit."));
     if (currentMode_ != Mode::Play || !play_->gameInProgress())
         return true;
-    return program_.messages().askYesNo(this, QStringLiteral("Quit Game?"),
-                                        QStringLiteral("Quit game in progress?"));
+    const auto [title, text] = play_->quitQuestion();
+    return program_.messages().askYesNo(this, title, text);
 }
 
 void Darts::refreshAfterPlayerChange()
