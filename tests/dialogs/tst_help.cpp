@@ -8,7 +8,6 @@
 
 #include <QComboBox>
 #include <QDir>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QRegularExpression>

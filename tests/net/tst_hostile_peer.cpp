@@ -19,11 +19,8 @@
 #include "ui/startup/darts_window.h"
 #include "ui/startup/program.h"
 
-#include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QRadioButton>
 #include <QTcpServer>
 
 using namespace tavrix;

@@ -21,11 +21,9 @@
 #include "ui/startup/program.h"
 
 #include <QAction>
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 using namespace tavrix;

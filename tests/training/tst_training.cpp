@@ -3,6 +3,7 @@
 // quit and a mode change during a drill, a statistics file that cannot be
 // written, the Mode menu, and the frame on the smallest screen.
 
+#include "../support/data_table.h"
 #include "../support/program_test.h"
 #include "core/training/drill_run.h"
 #include "ui/board/dart_marker.h"
@@ -105,52 +106,44 @@ private slots:
     // moments cheered, and the end said in the frame and an alert.
     void aWholeDrillOfEachKind_data()
     {
-        QTest::addColumn<QString>("drill");
-        QTest::addColumn<QString>("target");
-        QTest::addColumn<Plan>("plan");
-        QTest::addColumn<QVariantList>("row");       // kind, target, score, completed, quit
-        QTest::addColumn<QVariantList>("darts");     // darts, sets
-        // The first dart's aimed number and ring (0: any ring of it), its score and ring.
-        QTest::addColumn<QVariantList>("firstDart");
-        QTest::addColumn<QStringList>("cheers");     // alert titles before the end
-
-        // 1 to 20 and the bull, the first with one miss: 22 darts.
-        QTest::newRow("around the clock, any") << "Around the Clock (Any)" << "" << clockPlan("S", true)
-            << QVariantList{1, 0, 22, 1, 0} << QVariantList{22, 8} << QVariantList{1, 1, 1, 1} << QStringList();
-        QTest::newRow("around the clock, doubles") << "Around the Clock (Doubles)" << "" << clockPlan("D", false)
-            << QVariantList{2, 0, 21, 1, 0} << QVariantList{21, 7} << QVariantList{1, 2, 1, 2} << QStringList();
-        QTest::newRow("around the clock, trebles") << "Around the Clock (Trebles)" << "" << clockPlan("T", false)
-            << QVariantList{3, 0, 21, 1, 0} << QVariantList{21, 7} << QVariantList{1, 3, 1, 3} << QStringList();
-        // 27 + 2, then D2 to D6 missed: 29 - 4 - 6 - 8 - 10 - 12 = -11,
-        // over and not completed; a total below zero scores 0.
-        QTest::newRow("Bob's 27 below zero") << "Bob's 27" << "" << (Plan{{"D1", "M", "M"}} + misses(5))
-            << QVariantList{4, 0, 0, 0, 0} << QVariantList{18, 6} << QVariantList{1, 2, 1, 2} << QStringList();
-        // 121 out in three darts (T20 T11 D14), then nine attempts missed.
-        QTest::newRow("121") << "121" << "" << (Plan{{"T20", "T11", "D14"}} + misses(27))
-            << QVariantList{5, 0, 121, 1, 0} << QVariantList{84, 28} << QVariantList{19, 3, 20, 3}
-            << QStringList{"Finished!"};
-        // 61 out in two darts (T15 D8) for 3 points; 62 to 100 missed.
-        QTest::newRow("Catch 40") << "Catch 40" << "" << (Plan{{"T15", "D8"}} + misses(78))
-            << QVariantList{6, 0, 3, 1, 0} << QVariantList{236, 79} << QVariantList{19, 3, 15, 3}
-            << QStringList{"Finished!"};
-        // A Shanghai of 1 (6) and two single 2s (4).
-        QTest::newRow("Shanghai") << "Shanghai" << "" << (Plan{{"S1", "D1", "T1"}, {"S2", "S2", "M"}} + misses(18))
-            << QVariantList{7, 0, 10, 1, 0} << QVariantList{60, 20} << QVariantList{1, 1, 1, 1}
-            << QStringList{"Shanghai!"};
-        // 80, halved 40, +32 = 72, +18 = 90, +57 = 147, halved 73, halved
-        // 36, +15 = 51, +50 = 101.
-        QTest::newRow("Halve-It") << "Halve-It" << ""
-            << Plan{{"T20", "S20", "M"}, {"M", "M", "M"}, {"D16", "M", "M"}, {"S18", "M", "M"}, {"T19", "M", "M"},
-                    {"M", "M", "M"}, {"M", "M", "M"}, {"S15", "M", "M"}, {"B", "M", "M"}}
-            << QVariantList{8, 0, 101, 1, 0} << QVariantList{27, 9} << QVariantList{20, 1, 20, 3} << QStringList();
-        // A Shanghai of 10 (60 + 100), then D1 of the doubles (50).
-        QTest::newRow("JDC Challenge") << "JDC Challenge" << ""
-            << (Plan{{"S10", "D10", "T10"}} + misses(5) + Plan{{"D1", "M", "M"}} + misses(12))
-            << QVariantList{9, 0, 210, 1, 0} << QVariantList{57, 19} << QVariantList{10, 1, 10, 1}
-            << QStringList{"Shanghai!"};
-        // Treble, double and single 19: 6 marks.
-        QTest::newRow("99 darts at 19") << "99 darts at one target" << "19" << (Plan{{"T19", "D19", "S19"}} + misses(32))
-            << QVariantList{10, 19, 6, 1, 0} << QVariantList{99, 33} << QVariantList{19, 1, 19, 3} << QStringList();
+        using L = QVariantList;
+        // row: kind, target, score, completed, quit; darts: how many, in how many
+        // sets; firstDart: aimed number and ring (0: any ring of it), score, ring.
+        addTable<QString, QString, Plan, L, L, L, QStringList>(
+            {"drill", "target", "plan", "row", "darts", "firstDart", "cheers"},
+            // 1 to 20 and the bull, the first with one miss: 22 darts.
+            {{"around the clock, any", "Around the Clock (Any)", "", clockPlan("S", true), L{1, 0, 22, 1, 0}, L{22, 8},
+              L{1, 1, 1, 1}, {}},
+             {"around the clock, doubles", "Around the Clock (Doubles)", "", clockPlan("D", false), L{2, 0, 21, 1, 0},
+              L{21, 7}, L{1, 2, 1, 2}, {}},
+             {"around the clock, trebles", "Around the Clock (Trebles)", "", clockPlan("T", false), L{3, 0, 21, 1, 0},
+              L{21, 7}, L{1, 3, 1, 3}, {}},
+             // 27 + 2, then D2 to D6 missed: 29 - 4 - 6 - 8 - 10 - 12 = -11,
+             // over and not completed; a total below zero scores 0.
+             {"Bob's 27 below zero", "Bob's 27", "", Plan{{"D1", "M", "M"}} + misses(5), L{4, 0, 0, 0, 0}, L{18, 6},
+              L{1, 2, 1, 2}, {}},
+             // 121 out in three darts (T20 T11 D14), then nine attempts missed.
+             {"121", "121", "", Plan{{"T20", "T11", "D14"}} + misses(27), L{5, 0, 121, 1, 0}, L{84, 28},
+              L{19, 3, 20, 3}, {"Finished!"}},
+             // 61 out in two darts (T15 D8) for 3 points; 62 to 100 missed.
+             {"Catch 40", "Catch 40", "", Plan{{"T15", "D8"}} + misses(78), L{6, 0, 3, 1, 0}, L{236, 79},
+              L{19, 3, 15, 3}, {"Finished!"}},
+             // A Shanghai of 1 (6) and two single 2s (4).
+             {"Shanghai", "Shanghai", "", Plan{{"S1", "D1", "T1"}, {"S2", "S2", "M"}} + misses(18), L{7, 0, 10, 1, 0},
+              L{60, 20}, L{1, 1, 1, 1}, {"Shanghai!"}},
+             // 80, halved 40, +32 = 72, +18 = 90, +57 = 147, halved 73, halved
+             // 36, +15 = 51, +50 = 101.
+             {"Halve-It", "Halve-It", "",
+              Plan{{"T20", "S20", "M"}, {"M", "M", "M"}, {"D16", "M", "M"}, {"S18", "M", "M"}, {"T19", "M", "M"},
+                   {"M", "M", "M"}, {"M", "M", "M"}, {"S15", "M", "M"}, {"B", "M", "M"}},
+              L{8, 0, 101, 1, 0}, L{27, 9}, L{20, 1, 20, 3}, {}},
+             // A Shanghai of 10 (60 + 100), then D1 of the doubles (50).
+             {"JDC Challenge", "JDC Challenge", "",
+              Plan{{"S10", "D10", "T10"}} + misses(5) + Plan{{"D1", "M", "M"}} + misses(12), L{9, 0, 210, 1, 0},
+              L{57, 19}, L{10, 1, 10, 1}, {"Shanghai!"}},
+             // Treble, double and single 19: 6 marks.
+             {"99 darts at 19", "99 darts at one target", "19", Plan{{"T19", "D19", "S19"}} + misses(32),
+              L{10, 19, 6, 1, 0}, L{99, 33}, L{19, 1, 19, 3}, {}}});
     }
     void aWholeDrillOfEachKind()
     {
