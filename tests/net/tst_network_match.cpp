@@ -222,9 +222,9 @@ private slots:
         QCOMPARE(ann_->messages.texts(QStringLiteral("notice")).size(), 1);
     }
 
-    // Bob's copy as the client of a scripted server: it takes the format
-    // proposed after the game and answers once; a format proposed after its
-    // cork dart went out comes too late and is not answered.
+    // Bob's copy as the client of a scripted server: a format proposed
+    // after its cork dart went out comes too late and is not answered; one
+    // proposed with the next game, before the cork, is taken and answered.
     void clientTakesTheFormatOnlyBeforeItsCork()
     {
         bob_ = std::make_unique<NetworkCopy>(QStringLiteral("Bob"));
@@ -233,20 +233,25 @@ private slots:
         QVERIFY(bob_->startNetworkGame(false, listener.serverPort()));
         QTRY_VERIFY(listener.hasPendingConnections());
         ScriptedPeer server(listener.nextPendingConnection());
-        server.say("HEL Srv\x03GAM 501|0|1\x03MAT|2|3\x03");
-        QTRY_VERIFY(server.heard.contains("MOK\x03"));
-        QCOMPARE(label(*bob_, "lblMatchScore"), QStringLiteral("First to 2 sets of 3 legs"));
-        QCOMPARE(bob_->control<QComboBox>("cboMatchFormat")->currentIndex(), 2);
-        QCOMPARE(bob_->control<QSpinBox>("spnSets")->value(), 2);
-        // Numbers no format has are not taken.
-        server.say("MAT|9|9\x03");
+        server.say("HEL Srv\x03GAM 501|0|1\x03");
+        // Started on the greeting, then again with the server's game.
+        QTRY_COMPARE(bob_->rows(QStringLiteral("select count(*) from games")).first().first(), 2);
         bob_->throwDarts({"S3"});
         QVERIFY(bob_->press(QStringLiteral("Confirm Dart")));
         QTRY_VERIFY(server.heard.contains("BUL|"));
         server.say("MAT|1|5\x03");
         QTest::qWait(50);
-        QCOMPARE(server.heard.count("MOK\x03"), 1);
+        QVERIFY(!server.heard.contains("MOK"));
+        QVERIFY(!bob_->control<QLabel>("lblMatchScore")->isVisible());
+
+        bob_->control<QPushButton>("btnQuitGame")->click();
+        QTRY_VERIFY(server.heard.contains("QUI"));
+        server.say("GAM 501|0|1\x03MAT|2|3\x03");
+        QTRY_VERIFY(server.heard.contains("MOK\x03"));
         QCOMPARE(label(*bob_, "lblMatchScore"), QStringLiteral("First to 2 sets of 3 legs"));
+        QCOMPARE(bob_->control<QComboBox>("cboMatchFormat")->currentIndex(), 2);
+        QCOMPARE(bob_->control<QSpinBox>("spnSets")->value(), 2);
+        QCOMPARE(bob_->control<QSpinBox>("spnLegs")->value(), 3);
     }
 };
 
