@@ -22,11 +22,21 @@ QList<QVariantList> olderTables(const QString &path)
 {
     const OtherConnection db(path, QStringLiteral("older"));
     QList<QVariantList> rows = db.rows(QStringLiteral(
-        "SELECT type, name, sql FROM sqlite_master WHERE name NOT LIKE 'drill%' ORDER BY name"));
+        "SELECT type, name, sql FROM sqlite_master WHERE name NOT LIKE 'drill%' AND name NOT LIKE 'match%'"
+        " ORDER BY name"));
     for (const char *table : {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart",
                               "practicesums", "practicetargetsums"})
         rows += db.rows(QStringLiteral("SELECT '%1', * FROM %1 ORDER BY rowid").arg(QLatin1String(table)));
     return rows;
+}
+
+// A file of this version turned into one of the version before the drills
+// (and the matches after them).
+QStringList toVersionBeforeDrills()
+{
+    return {QStringLiteral("DROP TABLE matchlegs"), QStringLiteral("DROP TABLE matches"),
+            QStringLiteral("DROP TABLE drilldarts"), QStringLiteral("DROP TABLE drills"),
+            QStringLiteral("PRAGMA user_version = 2")};
 }
 
 QList<QVariantList> everything(const QString &path)
@@ -73,8 +83,7 @@ class TestDrillStore : public QObject {
             maker.insertStatThrow({ann, target, 0, 1, 2, 3, 19, 2});
             maker.keepPracticeSums(ann, {});
         }
-        OtherConnection(path).exec({QStringLiteral("DROP TABLE drilldarts"), QStringLiteral("DROP TABLE drills"),
-                                    QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion() - 1)});
+        OtherConnection(path).exec(toVersionBeforeDrills());
         return path;
     }
 
@@ -127,8 +136,7 @@ private slots:
     {
         addTable<QStringList, QString>(
             {"changes", "refusal"},
-            {{"previous version", {QStringLiteral("DROP TABLE drilldarts"), QStringLiteral("DROP TABLE drills"),
-                                   QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion() - 1)}, ""},
+            {{"previous version", toVersionBeforeDrills(), ""},
              {"this version", {}, ""},
              {"this version without drills", {QStringLiteral("DROP TABLE drilldarts")}, "it has no table drilldarts"}});
     }

@@ -32,16 +32,22 @@ bool SqliteStore::holdsDrillTables()
     return handle && holdsTable(handle, "drills") && holdsTable(handle, "drilldarts");
 }
 
-bool SqliteStore::drillsWritable(const QString &what)
+bool SqliteStore::newerTablesWritable(const QString &what, bool (SqliteStore::*holds)(), const QString &things)
 {
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
     if (!writable(what))
         return false;
-    if (!holdsDrillTables())
-        return fail(what, QStringLiteral("the statistics file has no place for drills yet, because another program "
-                                         "held it when Tavrix started; it gets one at the next start"));
+    if (!(this->*holds)())
+        return fail(what, QStringLiteral("the statistics file has no place for %1 yet, because another program "
+                                         "held it when Tavrix started; it gets one at the next start")
+                              .arg(things));
     return true;
+}
+
+bool SqliteStore::drillsWritable(const QString &what)
+{
+    return newerTablesWritable(what, &SqliteStore::holdsDrillTables, QStringLiteral("drills"));
 }
 
 std::optional<qint64> SqliteStore::insertDrill(const NewDrill &drill)

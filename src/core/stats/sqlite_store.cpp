@@ -393,6 +393,8 @@ bool SqliteStore::resetPlayerStats(qint64 playerId)
                                          "DELETE FROM games WHERE players_id = ?"};
     if (holdsDrillTables())
         statements.insert(statements.end(), std::begin(deleteDrillsStatements), std::end(deleteDrillsStatements));
+    if (holdsMatchTables())
+        statements.insert(statements.end(), std::begin(deleteMatchesStatements), std::end(deleteMatchesStatements));
     return runForPlayer(statements, playerId, QStringLiteral("Cannot delete the statistics"));
 }
 
