@@ -4,13 +4,12 @@
 
 #include "../support/data_table.h"
 #include "../support/lost_file.h"
-#include "../support/sql_rows.h"
+#include "../support/store_fixture.h"
 #include "core/stats/game_journal.h"
 #include "core/stats/sqlite_schema.h"
 #include "core/stats/sqlite_store.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tavrix;
@@ -40,47 +39,11 @@ const NewMatch bestOfFive{1, GameType::X01_501, SkillLevel::APlayer, QStringLite
 
 } // namespace
 
-class TestMatchStore : public QObject {
+class TestMatchStore : public QObject, StoreFixture {
     Q_OBJECT
 
-    std::unique_ptr<QTemporaryDir> dir_;
-    QString path_;
-    SqliteStore store_;
-
-    QList<QVariantList> read(const QString &sql) const { return OtherConnection(path_).rows(sql); }
-
-    // A file with a row in each table of the version before the matches,
-    // then `changes` made to it.
-    QString fileWithRows(const QString &name, const QStringList &changes) const
-    {
-        const QString path = dir_->filePath(name);
-        {
-            SqliteStore maker(QStringLiteral("maker"));
-            if (!maker.open(path))
-                qWarning("%s", qPrintable(maker.lastError()));
-            const qint64 ann = maker.insertPlayer(QStringLiteral("Ann")).value_or(0);
-            const qint64 game =
-                maker.insertGame({ann, GameType::X01_501, SkillLevel::You, QStringLiteral("Computer")}).value_or(0);
-            maker.insertGameDart({game, ann, 1, 0, 1.5, 2.5, 3.5, 20, 3, 20, 3});
-            maker.finishGame(game, {QStringLiteral("W"), 9, 501, 180, 141});
-            const qint64 target = maker.insertStatTarget(ann, 19, 2).value_or(0);
-            maker.insertStatThrow({ann, target, 0, 1, 2, 3, 19, 2});
-            maker.keepPracticeSums(ann, {});
-            const qint64 drill = maker.insertDrill({ann, 4, 0}).value_or(0);
-            maker.insertDrillSet({{drill, ann, 1, 0, 1, 2, 3, 20, 1, 20, 1, 0, 0}});
-            maker.finishDrill(drill, {60, true, false});
-        }
-        OtherConnection(path).exec(changes);
-        return path;
-    }
-
 private slots:
-    void init()
-    {
-        dir_ = std::make_unique<QTemporaryDir>();
-        path_ = dir_->filePath(QStringLiteral("tavrix.db"));
-        QVERIFY2(store_.open(path_), qPrintable(store_.lastError()));
-    }
+    void init() { openNewStore(); }
     void cleanup() { store_.close(); }
 
     // A file of the version before gains the matches' tables on opening and

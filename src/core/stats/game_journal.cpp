@@ -124,23 +124,14 @@ bool GameJournal::write()
     StatsAccess::Batch batch(store_);
     if (!batch.isActive())
         return false;
-    for (const GameDart &row : std::as_const(rows_)) {
-        if (!store_.insertGameDart(row))
-            return false;
-    }
-    for (const auto &[gameId, result] : std::as_const(finished_)) {
-        if (!store_.finishGame(gameId, result))
-            return false;
-    }
-    for (const MatchLeg &leg : std::as_const(legs_)) {
-        if (!store_.insertMatchLeg(leg))
-            return false;
-    }
-    for (const auto &[matchId, end] : std::as_const(matchEnds_)) {
-        if (!store_.finishMatch(matchId, end))
-            return false;
-    }
-    if (!batch.commit())
+    // Each write in order, stopping at the first that fails.
+    const auto all = [](const auto &list, const auto &write) { return std::all_of(list.cbegin(), list.cend(), write); };
+    const bool written =
+        all(rows_, [this](const GameDart &row) { return store_.insertGameDart(row); })
+        && all(finished_, [this](const auto &finished) { return store_.finishGame(finished.first, finished.second); })
+        && all(legs_, [this](const MatchLeg &leg) { return store_.insertMatchLeg(leg); })
+        && all(matchEnds_, [this](const auto &end) { return store_.finishMatch(end.first, end.second); });
+    if (!written || !batch.commit())
         return false;
     rows_.clear();
     finished_.clear();

@@ -65,15 +65,7 @@ std::optional<qint64> SqliteStore::insertDrill(const NewDrill &drill)
     query->addBindValue(drill.kind);
     query->addBindValue(drill.targetNumber);
     query->addBindValue(storedDateTimeNow());
-    if (!exec(*query, what))
-        return std::nullopt;
-    bool ok = false;
-    const qint64 id = query->lastInsertId().toLongLong(&ok);
-    if (!ok) {
-        fail(what, QStringLiteral("the database gave the drill no id"));
-        return std::nullopt;
-    }
-    return id;
+    return execInsert(*query, what, QStringLiteral("drill"));
 }
 
 bool SqliteStore::insertDrillSet(const QList<DrillDart> &darts)
@@ -119,11 +111,7 @@ bool SqliteStore::finishDrill(qint64 drillId, const DrillEnd &end)
     for (const QVariant &value : {QVariant(storedDateTimeNow()), QVariant(end.score), QVariant(end.completed ? 1 : 0),
                                   QVariant(end.quit ? 1 : 0), QVariant(drillId)})
         query.addBindValue(value);
-    if (!exec(query, what))
-        return false;
-    if (query.numRowsAffected() == 0)
-        return fail(what, QStringLiteral("there is no drill %1 in the statistics").arg(drillId));
-    return true;
+    return execUpdate(query, what, QStringLiteral("drill"), drillId);
 }
 
 std::optional<std::vector<DrillRow>> SqliteStore::drillRows(qint64 playerId)

@@ -50,15 +50,7 @@ std::optional<qint64> SqliteStore::insertMatch(const NewMatch &match)
         return std::nullopt;
     for (const QVariant &value : startValues(match))
         query->addBindValue(value);
-    if (!exec(*query, what))
-        return std::nullopt;
-    bool ok = false;
-    const qint64 id = query->lastInsertId().toLongLong(&ok);
-    if (!ok) {
-        fail(what, QStringLiteral("the database gave the match no id"));
-        return std::nullopt;
-    }
-    return id;
+    return execInsert(*query, what, QStringLiteral("match"));
 }
 
 bool SqliteStore::insertMatchLeg(const MatchLeg &leg)
@@ -96,11 +88,7 @@ bool SqliteStore::finishMatch(qint64 matchId, const MatchEnd &end)
           QVariant(end.playerSets), QVariant(end.opponentSets), QVariant(end.playerPoints), QVariant(end.playerDarts),
           QVariant(end.opponentPoints), QVariant(end.opponentDarts), QVariant(matchId)})
         query.addBindValue(value);
-    if (!exec(query, what))
-        return false;
-    if (query.numRowsAffected() == 0)
-        return fail(what, QStringLiteral("there is no match %1 in the statistics").arg(matchId));
-    return true;
+    return execUpdate(query, what, QStringLiteral("match"), matchId);
 }
 
 bool SqliteStore::restoreMatch(qint64 matchId, const NewMatch &match)

@@ -174,6 +174,12 @@ private:
     bool fail(const QString &what, const QSqlQuery &query);
     bool fail(const QString &what, const QString &detail);
     bool exec(QSqlQuery &query, const QString &what);
+    // Runs an INSERT of a `thing` ("drill"); the new row's id, or nothing
+    // (with lastError()) when it fails or the database gives no id.
+    std::optional<qint64> execInsert(QSqlQuery &query, const QString &what, const QString &thing);
+    // Runs an UPDATE of the `thing` with this id; false (with lastError())
+    // when it fails or there is no such row.
+    bool execUpdate(QSqlQuery &query, const QString &what, const QString &thing, qint64 id);
     // Runs each statement with the player's id bound, all in one transaction.
     bool runForPlayer(const std::vector<const char *> &statements, qint64 playerId, const QString &what);
     // Whether the file holds the drills' (the matches') tables: a file of a
