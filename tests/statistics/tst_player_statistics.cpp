@@ -356,6 +356,51 @@ private slots:
         QCOMPARE(all.doubles[15].aimed, qint64(5));
         QCOMPARE(all.doubles[15].hit, qint64(4));
     }
+
+    // A match counts in the period by its end: played when won or lost,
+    // abandoned otherwise, a result of no meaning nowhere. The averages
+    // (the player's and the opponents') are over the 301/501 matches
+    // played; Cricket's marks and abandoned matches stay out of them.
+    void matchFigures_data()
+    {
+        QTest::addColumn<StatsPeriod>("period");
+        QTest::addColumn<QStringList>("expected"); // played won/lost abandoned average opponents
+        // (1002 + 602 + 501) x 3 / (45 + 30 + 20) = 66.47; (900 + 700 + 400) x 3 / (42 + 27 + 30) = 60.61.
+        QTest::newRow("all time") << StatsPeriod::AllTime << QStringList{"4", "3 / 1", "1", "66.47", "60.61"};
+        // 1002 x 3 / 45 = 66.80; 900 x 3 / 42 = 64.29.
+        QTest::newRow("7 days") << StatsPeriod::Last7Days << QStringList{"2", "2 / 0", "1", "66.80", "64.29"};
+    }
+    void matchFigures()
+    {
+        QFETCH(StatsPeriod, period);
+        QFETCH(QStringList, expected);
+        const qint64 now = march31Noon;
+        StatisticsRows rows;
+        const auto match = [&](GameType type, std::optional<qint64> endedAt, MatchResult result,
+                               std::array<qint64, 4> figures) {
+            rows.matches.push_back({qint64(rows.matches.size()) + 1, type, endedAt, result, figures[0], figures[1],
+                                    figures[2], figures[3]});
+        };
+        match(GameType::X01_501, now - day, MatchResult::Won, {1002, 45, 900, 42});
+        match(GameType::X01_301, now - 8 * day, MatchResult::Lost, {602, 30, 700, 27});
+        match(GameType::Cricket, now - 2 * day, MatchResult::Won, {40, 30, 20, 27});
+        match(GameType::X01_501, now - 3600, MatchResult::Abandoned, {300, 12, 280, 12});
+        match(GameType::X01_501, now, MatchResult::Other, {501, 9, 0, 9});
+        match(GameType::X01_501, std::nullopt, MatchResult::Won, {501, 20, 400, 30});
+
+        const StatisticsTexts texts = statisticsTexts(playerStatistics(rows, periodStart(period, now)));
+        QCOMPARE((QStringList{texts.matchesPlayed, texts.matchesWonLost, texts.matchesAbandoned, texts.matchAverage,
+                              texts.matchOpponentAverage}),
+                 expected);
+        QVERIFY(playerStatistics(rows, periodStart(period, now)).matches.anyEver);
+        // Matches of other periods only: the block stays, with nothing in it.
+        const PlayerStatistics later = playerStatistics(rows, now + 2 * day);
+        QVERIFY(later.matches.anyEver);
+        QCOMPARE(statisticsTexts(later).matchAverage, QStringLiteral("N/A"));
+        // A match with a result of no meaning alone shows no block.
+        rows.matches = {rows.matches[4]};
+        QVERIFY(!playerStatistics(rows, std::nullopt).matches.anyEver);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestPlayerStatistics)

@@ -1,6 +1,7 @@
 // The statistics window driven through the whole program: opened from its
 // menu, empty for a player without games, the figures of a game played at
-// the board, a new period worked out afresh, and its size on a small screen.
+// the board, a new period worked out afresh, the matches' figures, and its
+// size on a small screen.
 
 #include "../support/program_test.h"
 #include "ui/statistics/statistics_charts.h"
@@ -9,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QMenuBar>
 #include <QProgressBar>
 
@@ -61,6 +63,7 @@ private slots:
                                  "statBestLeg", "statHighOut", "statMarksPerRound"})
             QCOMPARE(figure(name), QStringLiteral("N/A"));
         QVERIFY(findControl<QLabel>(dialog(), "lblStatisticsNote")->isHidden());
+        QVERIFY(findControl<QGroupBox>(dialog(), "grpMatches")->isHidden());
         auto *period = findControl<QComboBox>(dialog(), "cboPeriod");
         QStringList periods;
         for (int i = 0; i < period->count(); ++i)
@@ -116,6 +119,35 @@ private slots:
         choosePeriod(1);
         QCOMPARE(figure("statGames"), QStringLiteral("1"));
         QCOMPARE(figure("statAverage"), QStringLiteral("167.00"));
+    }
+
+    // A player with matches sees their block: a 501 match won and a Cricket
+    // one lost, one abandoned; the average is the 501 match's (600 points
+    // in 30 darts, the opponent 450 in 27). The window still fits a small
+    // screen.
+    void matchFiguresShowOnceThereAreMatches()
+    {
+        startProgram();
+        SqliteStore &store = program_->store();
+        const qint64 ann = *store.playerIdByName(QStringLiteral("Ann"));
+        const std::pair<GameType, MatchEnd> ended[] = {
+            {GameType::X01_501, {"W", 3, 1, 0, 0, 600, 30, 450, 27}},
+            {GameType::Cricket, {"L", 0, 2, 0, 0, 30, 24, 45, 24}},
+            {GameType::X01_501, {"A", 1, 0, 0, 0, 300, 12, 200, 12}}};
+        for (const auto &[type, end] : ended)
+            QVERIFY(store.finishMatch(*store.insertMatch({ann, type, SkillLevel::You, "Bob", 1, 1, 3}), end));
+        openStatistics();
+        QVERIFY(findControl<QGroupBox>(dialog(), "grpMatches")->isVisible());
+        const std::pair<const char *, const char *> expected[] = {{"lblMatchesPlayed", "2"},
+                                                                  {"lblMatchesWon", "1 / 1"},
+                                                                  {"lblMatchesAbandoned", "1"},
+                                                                  {"lblMatchAverage", "60.00"},
+                                                                  {"lblMatchOpponentAverage", "50.00"}};
+        for (const auto &[name, text] : expected)
+            QCOMPARE(figure(name), QString::fromLatin1(text));
+        const QSize least = dialog()->minimumSizeHint().expandedTo(dialog()->minimumSize());
+        QVERIFY2(least.width() <= 800 && least.height() <= 568,
+                 qPrintable(QStringLiteral("%1 x %2").arg(least.width()).arg(least.height())));
     }
 };
 

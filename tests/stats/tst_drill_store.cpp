@@ -4,12 +4,11 @@
 
 #include "../support/data_table.h"
 #include "../support/lost_file.h"
-#include "../support/sql_rows.h"
+#include "../support/store_fixture.h"
 #include "core/stats/sqlite_schema.h"
 #include "core/stats/sqlite_store.h"
 
 #include <QDateTime>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tavrix;
@@ -22,11 +21,21 @@ QList<QVariantList> olderTables(const QString &path)
 {
     const OtherConnection db(path, QStringLiteral("older"));
     QList<QVariantList> rows = db.rows(QStringLiteral(
-        "SELECT type, name, sql FROM sqlite_master WHERE name NOT LIKE 'drill%' ORDER BY name"));
+        "SELECT type, name, sql FROM sqlite_master WHERE name NOT LIKE 'drill%' AND name NOT LIKE 'match%'"
+        " ORDER BY name"));
     for (const char *table : {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart",
                               "practicesums", "practicetargetsums"})
         rows += db.rows(QStringLiteral("SELECT '%1', * FROM %1 ORDER BY rowid").arg(QLatin1String(table)));
     return rows;
+}
+
+// A file of this version turned into one of the version before the drills
+// (and the matches after them).
+QStringList toVersionBeforeDrills()
+{
+    return {QStringLiteral("DROP TABLE matchlegs"), QStringLiteral("DROP TABLE matches"),
+            QStringLiteral("DROP TABLE drilldarts"), QStringLiteral("DROP TABLE drills"),
+            QStringLiteral("PRAGMA user_version = 2")};
 }
 
 QList<QVariantList> everything(const QString &path)
@@ -48,35 +57,12 @@ DrillDart drillDart(qint64 drill, qint64 player, int dartSeq, int targetScore, i
 
 } // namespace
 
-class TestDrillStore : public QObject {
+class TestDrillStore : public QObject, StoreFixture {
     Q_OBJECT
-
-    std::unique_ptr<QTemporaryDir> dir_;
-    QString path_;
-    SqliteStore store_;
 
     // A file as the version before the drills left it: a row in each table
     // of the darts, the practice sums kept.
-    QString previousVersionFile(const QString &name) const
-    {
-        const QString path = dir_->filePath(name);
-        {
-            SqliteStore maker(QStringLiteral("maker"));
-            if (!maker.open(path))
-                qWarning("%s", qPrintable(maker.lastError()));
-            const qint64 ann = maker.insertPlayer(QStringLiteral("Ann")).value_or(0);
-            const qint64 game =
-                maker.insertGame({ann, GameType::X01_501, SkillLevel::You, QStringLiteral("Computer")}).value_or(0);
-            maker.insertGameDart({game, ann, 1, 0, 1.5, 2.5, 3.5, 20, 3, 20, 3});
-            maker.finishGame(game, {QStringLiteral("W"), 9, 501, 180, 141});
-            const qint64 target = maker.insertStatTarget(ann, 19, 2).value_or(0);
-            maker.insertStatThrow({ann, target, 0, 1, 2, 3, 19, 2});
-            maker.keepPracticeSums(ann, {});
-        }
-        OtherConnection(path).exec({QStringLiteral("DROP TABLE drilldarts"), QStringLiteral("DROP TABLE drills"),
-                                    QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion() - 1)});
-        return path;
-    }
+    QString previousVersionFile(const QString &name) const { return fileWithRows(name, toVersionBeforeDrills()); }
 
     qint64 endedDrill(qint64 player, int kind, int target, DrillEnd end)
     {
@@ -87,12 +73,7 @@ class TestDrillStore : public QObject {
     }
 
 private slots:
-    void init()
-    {
-        dir_ = std::make_unique<QTemporaryDir>();
-        path_ = dir_->filePath(QStringLiteral("tavrix.db"));
-        QVERIFY2(store_.open(path_), qPrintable(store_.lastError()));
-    }
+    void init() { openNewStore(); }
     void cleanup() { store_.close(); }
 
     // A file of the version before gains the drills' tables on opening and
@@ -127,8 +108,7 @@ private slots:
     {
         addTable<QStringList, QString>(
             {"changes", "refusal"},
-            {{"previous version", {QStringLiteral("DROP TABLE drilldarts"), QStringLiteral("DROP TABLE drills"),
-                                   QStringLiteral("PRAGMA user_version = %1").arg(newestSchemaVersion() - 1)}, ""},
+            {{"previous version", toVersionBeforeDrills(), ""},
              {"this version", {}, ""},
              {"this version without drills", {QStringLiteral("DROP TABLE drilldarts")}, "it has no table drilldarts"}});
     }

@@ -3,7 +3,7 @@
 
 #include "../support/data_table.h"
 #include "../support/lost_file.h"
-#include "../support/sql_rows.h"
+#include "../support/store_fixture.h"
 #include "core/stats/game_record.h"
 #include "core/stats/sqlite_schema.h"
 #include "core/stats/sqlite_store.h"
@@ -14,19 +14,12 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QSqlError>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tavrix;
 
-class TestSqliteStore : public QObject {
+class TestSqliteStore : public QObject, StoreFixture {
     Q_OBJECT
-
-    std::unique_ptr<QTemporaryDir> dir_;
-    QString path_;
-    SqliteStore store_;
-
-    QList<QVariantList> read(const QString &sql) const { return OtherConnection(path_).rows(sql); }
 
     // A file as the first program version left it, with a row in each table
     // of the darts, in rollback journal mode and then changed by `changes`.
@@ -62,12 +55,7 @@ class TestSqliteStore : public QObject {
     void lose(Loss loss) const { loseFile(path_, loss); }
 
 private slots:
-    void init()
-    {
-        dir_ = std::make_unique<QTemporaryDir>();
-        path_ = dir_->filePath(QStringLiteral("tavrix.db"));
-        QVERIFY2(store_.open(path_), qPrintable(store_.lastError()));
-    }
+    void init() { openNewStore(); }
     void cleanup()
     {
         store_.close();

@@ -17,11 +17,6 @@ namespace {
 
 constexpr int bullValue = 25;
 
-bool inPeriod(const std::optional<qint64> &at, const std::optional<qint64> &since)
-{
-    return !since || (at && *at >= *since);
-}
-
 // A dart's points as the rules score it: a number 1 to 20 in rings 1 to 3,
 // or the bull in ring 1 or 2; anything else (a wire, a miss, a value no
 // board has) scores nothing.
@@ -437,6 +432,7 @@ PlayerStatistics playerStatistics(StatisticsRows rows, std::optional<qint64> sin
     countPractice(out, rows, since);
     countDrillDoubles(out, rows, since);
     out.drills = drillHistories(std::move(rows.drills), since);
+    out.matches = matchStatistics(rows.matches, since);
     return out;
 }
 
@@ -457,6 +453,12 @@ StatisticsTexts statisticsTexts(const PlayerStatistics &statistics)
     texts.bestLeg = x01.bestLeg ? QString::number(*x01.bestLeg) : QStringLiteral("N/A");
     texts.highOut = x01.highOut ? QString::number(*x01.highOut) : QStringLiteral("N/A");
     texts.marksPerRound = ratioText(cricket.marks, cricket.darts, 3, 2);
+    const MatchStatistics &matches = statistics.matches;
+    texts.matchesPlayed = QString::number(matches.played());
+    texts.matchesWonLost = QStringLiteral("%1 / %2").arg(matches.won).arg(matches.lost);
+    texts.matchesAbandoned = QString::number(matches.abandoned);
+    texts.matchAverage = ratioText(matches.playerPoints, matches.playerDarts, 3, 2);
+    texts.matchOpponentAverage = ratioText(matches.opponentPoints, matches.opponentDarts, 3, 2);
 
     // Which games had no kept darts, and which figures that leaves short.
     QStringList missing;

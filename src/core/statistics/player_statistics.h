@@ -11,6 +11,7 @@
 // Target Stats" was on; they count only the games whose kept darts add up
 // to the game's row.
 
+#include "core/statistics/match_statistics.h"
 #include "core/stats/statistics_rows.h"
 
 #include <QString>
@@ -98,6 +99,7 @@ struct PlayerStatistics {
     std::array<DoubleRate, doubleTargets> doubles{};
     std::vector<WeekRate> practiceWeeks;    // by week
     std::vector<DrillHistory> drills; // by kind, then target; only those with at least one drill in the period
+    MatchStatistics matches;
 };
 
 // Whether a remainder can be finished with one dart: a double (2 to 40,
@@ -110,7 +112,9 @@ bool oneDartFinish(int remaining);
 PlayerStatistics playerStatistics(StatisticsRows rows, std::optional<qint64> since);
 
 // The window's texts of the figures: "N/A" where nothing counts; `note` the
-// one line that says which games had no kept darts ("" when all had).
+// one line that says which games had no kept darts ("" when all had). The
+// matches' "Won / lost" reads "2 / 1", their averages are the player's and
+// the opponents' over the 301/501 matches played.
 struct StatisticsTexts {
     QString games;
     QString won;
@@ -124,6 +128,11 @@ struct StatisticsTexts {
     QString highOut;
     QString marksPerRound;
     QString note;
+    QString matchesPlayed;
+    QString matchesWonLost;
+    QString matchesAbandoned;
+    QString matchAverage;
+    QString matchOpponentAverage;
 };
 StatisticsTexts statisticsTexts(const PlayerStatistics &statistics);
 

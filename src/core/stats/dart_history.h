@@ -46,8 +46,8 @@ public:
     // What the statistics window counts: the player's games, kept game
     // darts, practice sets and their darts (of the player's own sets,
     // whoever threw them), each in the order stored; the player's ended
-    // drills, oldest end first, and drill darts aimed at a double. One read
-    // of the player's darts.
+    // drills, oldest end first, drill darts aimed at a double, and the
+    // ended matches. One read of the player's darts.
     virtual std::optional<StatisticsRows> statisticsRows(qint64 playerId) = 0;
     // The store's version now; nothing when it cannot be read.
     virtual std::optional<StoreVersion> storeVersion() = 0;

@@ -6,7 +6,7 @@
 
 namespace tavrix {
 
-GameJournal::GameJournal(GameLog &store, QObject *parent)
+GameJournal::GameJournal(PlayLog &store, QObject *parent)
     : QObject(parent)
     , store_(store)
     , retryTimer_(new QTimer(this))
@@ -20,32 +20,50 @@ std::optional<qint64> GameJournal::startGame(const NewGame &game, const QString 
 {
     const std::optional<qint64> id = store_.insertGame(game);
     if (id) {
-        games_.append({*id, game, playerName});
-        forgetWrittenGames();
+        games_.append({*id, game, playerName, openMatch_});
+        forgetWritten();
     }
     return id;
 }
 
-void GameJournal::forgetWrittenGames()
+std::optional<qint64> GameJournal::startMatch(const NewMatch &match)
 {
-    const auto kept = [this](const StartedGame &started) {
-        if (!games_.isEmpty() && started.id == games_.last().id)
-            return true;
-        return std::any_of(rows_.cbegin(), rows_.cend(), [&](const GameDart &row) { return row.gameId == started.id; })
-               || std::any_of(finished_.cbegin(), finished_.cend(),
-                              [&](const auto &finished) { return finished.first == started.id; });
+    const std::optional<qint64> id = store_.insertMatch(match);
+    if (id) {
+        matches_.append({*id, match});
+        openMatch_ = id;
+        forgetWritten();
+    }
+    return id;
+}
+
+void GameJournal::forgetWritten()
+{
+    const auto anyOf = [](const auto &list, const auto &test) { return std::any_of(list.cbegin(), list.cend(), test); };
+    const auto keptGame = [&](const StartedGame &started) {
+        const qint64 id = started.id;
+        return (!games_.isEmpty() && id == games_.last().id) || (started.inMatch && started.inMatch == openMatch_)
+               || anyOf(rows_, [&](const GameDart &row) { return row.gameId == id; })
+               || anyOf(finished_, [&](const auto &finished) { return finished.first == id; })
+               || anyOf(legs_, [&](const MatchLeg &leg) { return leg.gameId == id; });
     };
-    QList<StartedGame> still;
-    for (const StartedGame &started : std::as_const(games_))
-        if (kept(started))
-            still.append(started);
-    games_ = still;
+    const auto keptMatch = [&](const StartedMatch &started) {
+        const qint64 id = started.id;
+        return id == openMatch_ || anyOf(legs_, [&](const MatchLeg &leg) { return leg.matchId == id; })
+               || anyOf(matchEnds_, [&](const auto &end) { return end.first == id; });
+    };
+    games_.removeIf([&](const StartedGame &started) { return !keptGame(started); });
+    matches_.removeIf([&](const StartedMatch &started) { return !keptMatch(started); });
 }
 
 bool GameJournal::flushIntoNewFile()
 {
     for (const StartedGame &started : std::as_const(games_)) {
         if (!store_.restoreGame(started.id, started.game, started.playerName))
+            return false;
+    }
+    for (const StartedMatch &started : std::as_const(matches_)) {
+        if (!store_.restoreMatch(started.id, started.match))
             return false;
     }
     return write();
@@ -56,6 +74,25 @@ bool GameJournal::record(const QList<GameDart> &rows, std::optional<std::pair<qi
     rows_.append(rows);
     if (finished)
         finished_.append(*finished);
+    return writeOrKeep();
+}
+
+bool GameJournal::recordMatch(std::optional<MatchLeg> leg, std::optional<std::pair<qint64, MatchEnd>> end)
+{
+    if (leg)
+        legs_.append(*leg);
+    if (end) {
+        matchEnds_.append(*end);
+        // No leg comes after the end: the match's games need keeping only
+        // for the links kept.
+        if (openMatch_ == end->first)
+            openMatch_.reset();
+    }
+    return writeOrKeep();
+}
+
+bool GameJournal::writeOrKeep()
+{
     if (write())
         return true;
     retryTimer_->start();
@@ -87,19 +124,20 @@ bool GameJournal::write()
     StatsAccess::Batch batch(store_);
     if (!batch.isActive())
         return false;
-    for (const GameDart &row : std::as_const(rows_)) {
-        if (!store_.insertGameDart(row))
-            return false;
-    }
-    for (const auto &[gameId, result] : std::as_const(finished_)) {
-        if (!store_.finishGame(gameId, result))
-            return false;
-    }
-    if (!batch.commit())
+    // Each write in order, stopping at the first that fails.
+    const auto all = [](const auto &list, const auto &write) { return std::all_of(list.cbegin(), list.cend(), write); };
+    const bool written =
+        all(rows_, [this](const GameDart &row) { return store_.insertGameDart(row); })
+        && all(finished_, [this](const auto &finished) { return store_.finishGame(finished.first, finished.second); })
+        && all(legs_, [this](const MatchLeg &leg) { return store_.insertMatchLeg(leg); })
+        && all(matchEnds_, [this](const auto &end) { return store_.finishMatch(end.first, end.second); });
+    if (!written || !batch.commit())
         return false;
     rows_.clear();
     finished_.clear();
-    forgetWrittenGames();
+    legs_.clear();
+    matchEnds_.clear();
+    forgetWritten();
     retryTimer_->stop();
     failureAnnounced_ = false;
     return true;

@@ -32,16 +32,22 @@ bool SqliteStore::holdsDrillTables()
     return handle && holdsTable(handle, "drills") && holdsTable(handle, "drilldarts");
 }
 
-bool SqliteStore::drillsWritable(const QString &what)
+bool SqliteStore::newerTablesWritable(const QString &what, bool (SqliteStore::*holds)(), const QString &things)
 {
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
     if (!writable(what))
         return false;
-    if (!holdsDrillTables())
-        return fail(what, QStringLiteral("the statistics file has no place for drills yet, because another program "
-                                         "held it when Tavrix started; it gets one at the next start"));
+    if (!(this->*holds)())
+        return fail(what, QStringLiteral("the statistics file has no place for %1 yet, because another program "
+                                         "held it when Tavrix started; it gets one at the next start")
+                              .arg(things));
     return true;
+}
+
+bool SqliteStore::drillsWritable(const QString &what)
+{
+    return newerTablesWritable(what, &SqliteStore::holdsDrillTables, QStringLiteral("drills"));
 }
 
 std::optional<qint64> SqliteStore::insertDrill(const NewDrill &drill)
@@ -59,15 +65,7 @@ std::optional<qint64> SqliteStore::insertDrill(const NewDrill &drill)
     query->addBindValue(drill.kind);
     query->addBindValue(drill.targetNumber);
     query->addBindValue(storedDateTimeNow());
-    if (!exec(*query, what))
-        return std::nullopt;
-    bool ok = false;
-    const qint64 id = query->lastInsertId().toLongLong(&ok);
-    if (!ok) {
-        fail(what, QStringLiteral("the database gave the drill no id"));
-        return std::nullopt;
-    }
-    return id;
+    return execInsert(*query, what, QStringLiteral("drill"));
 }
 
 bool SqliteStore::insertDrillSet(const QList<DrillDart> &darts)
@@ -113,11 +111,7 @@ bool SqliteStore::finishDrill(qint64 drillId, const DrillEnd &end)
     for (const QVariant &value : {QVariant(storedDateTimeNow()), QVariant(end.score), QVariant(end.completed ? 1 : 0),
                                   QVariant(end.quit ? 1 : 0), QVariant(drillId)})
         query.addBindValue(value);
-    if (!exec(query, what))
-        return false;
-    if (query.numRowsAffected() == 0)
-        return fail(what, QStringLiteral("there is no drill %1 in the statistics").arg(drillId));
-    return true;
+    return execUpdate(query, what, QStringLiteral("drill"), drillId);
 }
 
 std::optional<std::vector<DrillRow>> SqliteStore::drillRows(qint64 playerId)

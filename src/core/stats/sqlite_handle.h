@@ -3,7 +3,8 @@
 // What the files of the SQLite store share among themselves: the SQLite
 // connection under a Qt one, for the reads of a player's every dart (SQLite's
 // own calls on it read a million rows in a fraction of what Qt's values
-// take), the stored form of times, and the drills' reads and deletes.
+// take), the stored form of times, and the drills' reads and deletes and the
+// matches' deletes.
 
 #include "core/stats/drill_log.h"
 
@@ -37,6 +38,12 @@ std::optional<qint64> storedSeconds(sqlite3_stmt *statement, int column);
 // id bound to each.
 inline constexpr const char *deleteDrillsStatements[] = {"DELETE FROM drilldarts WHERE players_id = ?",
                                                          "DELETE FROM drills WHERE players_id = ?"};
+
+// What deleting a player's statistics removes of the matches (the legs'
+// links before their matches), the player's id bound to each.
+inline constexpr const char *deleteMatchesStatements[] = {
+    "DELETE FROM matchlegs WHERE matches_id IN (SELECT id FROM matches WHERE players_id = ?)",
+    "DELETE FROM matches WHERE players_id = ?"};
 
 // Adds the player's ended drills to `rows`, oldest end first; none from a
 // file without the drills' tables. SQLITE_DONE when all were read.

@@ -75,7 +75,8 @@ bool SqliteStore::renamePlayer(qint64 playerId, const QString &name)
 
 bool SqliteStore::deletePlayer(qint64 playerId)
 {
-    // The player's games stay, as before; the drills go with the practice.
+    // The player's games (and matches) stay, as before; the drills go with
+    // the practice.
     std::vector<const char *> statements{"DELETE FROM statsthrows WHERE players_id = ?",
                                          "DELETE FROM statstargets WHERE players_id = ?"};
     if (holdsDrillTables())

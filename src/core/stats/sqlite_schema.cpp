@@ -171,6 +171,43 @@ constexpr const char *drillStatements[] = {
     "CREATE INDEX IF NOT EXISTS drilldarts_player_target ON drilldarts (players_id, targetring, targetscore)",
 };
 
+// The matches of legs: a row per match, ended (enddate set) with its result
+// and figures, and a row per leg naming the leg's game. The statistics read
+// a player's matches; a leg is found by its match or by its game.
+constexpr const char *matchStatements[] = {
+    "CREATE TABLE IF NOT EXISTS matches ("
+    " id INTEGER PRIMARY KEY AUTOINCREMENT,"
+    " players_id INTEGER,"
+    " gametype SMALLINT,"
+    " skill SMALLINT,"
+    " opponent TEXT,"
+    " kind SMALLINT,"
+    " sets SMALLINT,"
+    " legs SMALLINT,"
+    " startdate DATETIME,"
+    " enddate DATETIME,"
+    " result CHAR(1) DEFAULT '',"
+    " playerlegs INTEGER DEFAULT 0,"
+    " opponentlegs INTEGER DEFAULT 0,"
+    " playersets INTEGER DEFAULT 0,"
+    " opponentsets INTEGER DEFAULT 0,"
+    " playerpoints INTEGER DEFAULT 0,"
+    " playerdarts INTEGER DEFAULT 0,"
+    " opponentpoints INTEGER DEFAULT 0,"
+    " opponentdarts INTEGER DEFAULT 0)",
+
+    "CREATE TABLE IF NOT EXISTS matchlegs ("
+    " matches_id INTEGER,"
+    " games_id INTEGER,"
+    " setno SMALLINT,"
+    " legno SMALLINT,"
+    " firstthrower SMALLINT)",
+
+    "CREATE INDEX IF NOT EXISTS matches_player ON matches (players_id, enddate)",
+    "CREATE INDEX IF NOT EXISTS matchlegs_match ON matchlegs (matches_id, setno, legno)",
+    "CREATE INDEX IF NOT EXISTS matchlegs_game ON matchlegs (games_id)",
+};
+
 // Empty fields are stored as empty text, never as NULL.
 QString textOrEmpty(const QString &text)
 {
@@ -243,12 +280,18 @@ QString createDrills(QSqlDatabase &db)
     return runStatements(db, drillStatements);
 }
 
+// Step 4: the tables of the matches of legs.
+QString createMatches(QSqlDatabase &db)
+{
+    return runStatements(db, matchStatements);
+}
+
 using SchemaStep = QString (*)(QSqlDatabase &db);
 
 // In order: step i makes version i + 1. Every statement is written to be
 // harmless where its object exists already, because the first program
 // version kept no version number and a file of it holds some of them.
-constexpr std::array<SchemaStep, 3> schemaSteps = {createTables, createPracticeSums, createDrills};
+constexpr std::array<SchemaStep, 4> schemaSteps = {createTables, createPracticeSums, createDrills, createMatches};
 
 // The file's user_version; none (with the reason) when it cannot be read.
 std::optional<int> fileVersion(QSqlDatabase &db, QString &error)
@@ -337,6 +380,10 @@ const OwnTable ownTables[] = {
     {"drills", {"id", "players_id", "kind", "target", "startdate", "enddate", "score", "completed", "quit"}, 3},
     {"drilldarts", {"creationdate", "drills_id", "players_id", "setseq", "dartseq", "x", "y", "dist", "score", "ring",
                     "targetscore", "targetring", "aimx", "aimy"}, 3},
+    {"matches", {"id", "players_id", "gametype", "skill", "opponent", "kind", "sets", "legs", "startdate", "enddate",
+                 "result", "playerlegs", "opponentlegs", "playersets", "opponentsets", "playerpoints", "playerdarts",
+                 "opponentpoints", "opponentdarts"}, 4},
+    {"matchlegs", {"matches_id", "games_id", "setno", "legno", "firstthrower"}, 4},
 };
 
 } // namespace

@@ -35,6 +35,11 @@ constexpr const char *drillDoubleDartsStatement =
     "SELECT creationdate, score, ring, targetscore, targetring FROM drilldarts"
     " WHERE players_id = ?1 AND targetring = 2 AND targetscore > 0";
 
+// The player's ended matches.
+constexpr const char *endedMatchesStatement =
+    "SELECT id, gametype, enddate, result, playerpoints, playerdarts, opponentpoints, opponentdarts FROM matches"
+    " WHERE players_id = ?1 AND enddate IS NOT NULL";
+
 GameType gameTypeFrom(int stored)
 {
     switch (stored) {
@@ -52,6 +57,18 @@ GameEnd gameEndFrom(const unsigned char *result)
     if (result && result[0] == 'L' && result[1] == 0)
         return GameEnd::Lost;
     return GameEnd::Unfinished;
+}
+
+MatchResult matchResultFrom(const unsigned char *result)
+{
+    if (!result || result[0] == 0 || result[1] != 0)
+        return MatchResult::Other;
+    switch (result[0]) {
+    case 'W': return MatchResult::Won;
+    case 'L': return MatchResult::Lost;
+    case 'A': return MatchResult::Abandoned;
+    default: return MatchResult::Other;
+    }
 }
 
 // Runs one statement with the player's id, handing each row to `take`;
@@ -113,6 +130,16 @@ std::optional<StatisticsRows> SqliteStore::statisticsRows(qint64 playerId)
         code = readRows(handle, drillDoubleDartsStatement, playerId, [&](sqlite3_stmt *s) {
             rows.drillDoubleDarts.push_back({storedSeconds(s, 0), sqlite3_column_int(s, 1), sqlite3_column_int(s, 2),
                                              sqlite3_column_int(s, 3), sqlite3_column_int(s, 4)});
+        });
+    }
+    // A file another program held at start may lack the matches until a
+    // later start: it has none yet.
+    if (code == SQLITE_DONE && holdsTable(handle, "matches")) {
+        code = readRows(handle, endedMatchesStatement, playerId, [&](sqlite3_stmt *s) {
+            rows.matches.push_back({sqlite3_column_int64(s, 0), gameTypeFrom(sqlite3_column_int(s, 1)),
+                                    storedSeconds(s, 2), matchResultFrom(sqlite3_column_text(s, 3)),
+                                    sqlite3_column_int64(s, 4), sqlite3_column_int64(s, 5),
+                                    sqlite3_column_int64(s, 6), sqlite3_column_int64(s, 7)});
         });
     }
     if (code != SQLITE_DONE) {

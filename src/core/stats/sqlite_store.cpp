@@ -202,6 +202,25 @@ bool SqliteStore::exec(QSqlQuery &query, const QString &what)
     return fail(what, query);
 }
 
+std::optional<qint64> SqliteStore::execInsert(QSqlQuery &query, const QString &what, const QString &thing)
+{
+    if (!exec(query, what))
+        return std::nullopt;
+    const std::optional<qint64> id = idFrom(query);
+    if (!id)
+        fail(what, QStringLiteral("the database gave the %1 no id").arg(thing));
+    return id;
+}
+
+bool SqliteStore::execUpdate(QSqlQuery &query, const QString &what, const QString &thing, qint64 id)
+{
+    if (!exec(query, what))
+        return false;
+    if (query.numRowsAffected() == 0)
+        return fail(what, QStringLiteral("there is no %1 %2 in the statistics").arg(thing).arg(id));
+    return true;
+}
+
 QSqlQuery *SqliteStore::prepared(const QString &key, const QString &statement)
 {
     if (!isOpen()) {
@@ -393,6 +412,8 @@ bool SqliteStore::resetPlayerStats(qint64 playerId)
                                          "DELETE FROM games WHERE players_id = ?"};
     if (holdsDrillTables())
         statements.insert(statements.end(), std::begin(deleteDrillsStatements), std::end(deleteDrillsStatements));
+    if (holdsMatchTables())
+        statements.insert(statements.end(), std::begin(deleteMatchesStatements), std::end(deleteMatchesStatements));
     return runForPlayer(statements, playerId, QStringLiteral("Cannot delete the statistics"));
 }
 

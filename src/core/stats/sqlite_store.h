@@ -128,6 +128,11 @@ public:
     bool keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target) override;
     bool readPracticeDarts(qint64 playerId, const PracticeDartTaker &take) override;
 
+    std::optional<qint64> insertMatch(const NewMatch &match) override;
+    bool insertMatchLeg(const MatchLeg &leg) override;
+    bool finishMatch(qint64 matchId, const MatchEnd &end) override;
+    bool restoreMatch(qint64 matchId, const NewMatch &match) override;
+
     std::optional<qint64> insertDrill(const NewDrill &drill) override;
     bool insertDrillSet(const QList<DrillDart> &darts) override;
     bool finishDrill(qint64 drillId, const DrillEnd &end) override;
@@ -169,13 +174,25 @@ private:
     bool fail(const QString &what, const QSqlQuery &query);
     bool fail(const QString &what, const QString &detail);
     bool exec(QSqlQuery &query, const QString &what);
+    // Runs an INSERT of a `thing` ("drill"); the new row's id, or nothing
+    // (with lastError()) when it fails or the database gives no id.
+    std::optional<qint64> execInsert(QSqlQuery &query, const QString &what, const QString &thing);
+    // Runs an UPDATE of the `thing` with this id; false (with lastError())
+    // when it fails or there is no such row.
+    bool execUpdate(QSqlQuery &query, const QString &what, const QString &thing, qint64 id);
     // Runs each statement with the player's id bound, all in one transaction.
     bool runForPlayer(const std::vector<const char *> &statements, qint64 playerId, const QString &what);
-    // Whether the file holds the drills' tables: a file of the version before
-    // them that another program held at start lacks them until a later start.
+    // Whether the file holds the drills' (the matches') tables: a file of a
+    // version before them that another program held at start lacks them
+    // until a later start.
     bool holdsDrillTables();
-    // False, with lastError(), when a drill cannot be written now.
+    bool holdsMatchTables();
+    // False, with lastError(), when a drill (a match) cannot be written now.
     bool drillsWritable(const QString &what);
+    bool matchesWritable(const QString &what);
+    // False, with lastError(), when the file is not open, cannot be written
+    // or lacks the tables of `things` ("drills") that `holds` looks for.
+    bool newerTablesWritable(const QString &what, bool (SqliteStore::*holds)(), const QString &things);
     // The statement prepared once per connection and reused; null (with
     // lastError() set) when it cannot be prepared.
     QSqlQuery *prepared(const QString &key, const QString &statement);

@@ -2,8 +2,8 @@
 
 // What the statistics window reads of a player, as plain rows: the games with
 // what their rows say, every kept game dart, the practice sets and their
-// darts, the ended drills and the drill darts aimed at a double. Times are
-// the stored texts turned into seconds (localSeconds).
+// darts, the ended drills, the drill darts aimed at a double and the ended
+// matches. Times are the stored texts turned into seconds (localSeconds).
 
 #include "core/stats/drill_log.h"
 #include "core/stats/game_codes.h"
@@ -23,6 +23,12 @@ namespace tavrix {
 std::optional<qint64> localSeconds(std::string_view text);
 // The day (days since 1970-01-01) of a time in local seconds.
 qint64 localDay(qint64 seconds);
+// Whether a time is in the period that starts at `since` (none: all time);
+// a row with no readable time counts in all time only.
+inline bool inPeriod(const std::optional<qint64> &at, const std::optional<qint64> &since)
+{
+    return !since || (at && *at >= *since);
+}
 
 enum class GameEnd { Unfinished, Won, Lost };
 
@@ -76,6 +82,21 @@ struct StatsDrillDart {
     int targetRing = 0;
 };
 
+enum class MatchResult { Won, Lost, Abandoned, Other };
+
+// An ended `matches` row: its game type, when it ended and how, and the
+// points and darts of the player and of the opponent over its legs.
+struct StatsMatch {
+    qint64 id = 0;
+    GameType type = GameType::None;
+    std::optional<qint64> endedAt;
+    MatchResult result = MatchResult::Other;
+    qint64 playerPoints = 0;
+    qint64 playerDarts = 0;
+    qint64 opponentPoints = 0;
+    qint64 opponentDarts = 0;
+};
+
 struct StatisticsRows {
     std::vector<StatsGame> games;
     std::vector<StatsGameDart> gameDarts;
@@ -83,6 +104,7 @@ struct StatisticsRows {
     std::vector<StatsPracticeDart> practiceDarts;
     std::vector<DrillRow> drills; // ended, finished or quit
     std::vector<StatsDrillDart> drillDoubleDarts;
+    std::vector<StatsMatch> matches; // ended, played or abandoned
 };
 
 } // namespace tavrix

@@ -55,6 +55,17 @@ StatisticsDialog::StatisticsDialog(SqliteStore &store, QWidget *parent)
     bestLeg_ = addFigure(grid, "statBestLeg", QStringLiteral("Best leg (darts)"));
     highOut_ = addFigure(grid, "statHighOut", QStringLiteral("Highest out"));
     marksPerRound_ = addFigure(grid, "statMarksPerRound", QStringLiteral("Cricket marks per round"));
+    // Hidden until the player has ended a match.
+    matches_ = new QGroupBox(QStringLiteral("Matches"));
+    matches_->setObjectName(QStringLiteral("grpMatches"));
+    matches_->hide();
+    auto *matchGrid = new QGridLayout(matches_);
+    matchGrid->setVerticalSpacing(4);
+    matchesPlayed_ = addFigure(matchGrid, "lblMatchesPlayed", QStringLiteral("Played"));
+    matchesWonLost_ = addFigure(matchGrid, "lblMatchesWon", QStringLiteral("Won / lost"));
+    matchesAbandoned_ = addFigure(matchGrid, "lblMatchesAbandoned", QStringLiteral("Abandoned"));
+    matchAverage_ = addFigure(matchGrid, "lblMatchAverage", QStringLiteral("301/501 average"));
+    matchOpponentAverage_ = addFigure(matchGrid, "lblMatchOpponentAverage", QStringLiteral("Opponents' average"));
     note_ = new QLabel;
     note_->setObjectName(QStringLiteral("lblStatisticsNote"));
     note_->setWordWrap(true);
@@ -71,6 +82,7 @@ StatisticsDialog::StatisticsDialog(SqliteStore &store, QWidget *parent)
     left->addWidget(period_);
     left->addWidget(busy_);
     left->addWidget(figures);
+    left->addWidget(matches_);
     left->addWidget(note_);
     left->addStretch(1);
 
@@ -146,9 +158,13 @@ void StatisticsDialog::showStatistics(const PlayerStatistics &statistics)
         {games_, &texts.games},       {won_, &texts.won},         {average_, &texts.average},
         {firstNine_, &texts.firstNine}, {checkout_, &texts.checkout}, {tons_, &texts.tons},
         {tons140_, &texts.tons140},   {tons180_, &texts.tons180}, {bestLeg_, &texts.bestLeg},
-        {highOut_, &texts.highOut},   {marksPerRound_, &texts.marksPerRound}};
+        {highOut_, &texts.highOut},   {marksPerRound_, &texts.marksPerRound},
+        {matchesPlayed_, &texts.matchesPlayed}, {matchesWonLost_, &texts.matchesWonLost},
+        {matchesAbandoned_, &texts.matchesAbandoned}, {matchAverage_, &texts.matchAverage},
+        {matchOpponentAverage_, &texts.matchOpponentAverage}};
     for (const auto &[label, text] : figures)
         label->setText(*text);
+    matches_->setVisible(statistics.matches.anyEver);
     note_->setText(texts.note);
     note_->setVisible(!texts.note.isEmpty());
     charts_->showStatistics(statistics);

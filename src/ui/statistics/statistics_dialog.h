@@ -1,7 +1,8 @@
 #pragma once
 
 // "Statistics": the figures of the player's games in the chosen period on
-// the left, the charts in tabs on the right. Everything is worked out by a
+// the left (and below them those of the matches, once the player has
+// played one), the charts in tabs on the right. Everything is worked out by a
 // StatisticsService; while it works a busy bar shows and the window goes on.
 // While shown, it follows what is written meanwhile (a game finished, a
 // practice set, another copy's darts): the store is looked at every two
@@ -14,6 +15,7 @@
 
 class QComboBox;
 class QGridLayout;
+class QGroupBox;
 class QLabel;
 class QProgressBar;
 
@@ -59,6 +61,12 @@ private:
     QLabel *bestLeg_ = nullptr;
     QLabel *highOut_ = nullptr;
     QLabel *marksPerRound_ = nullptr;
+    QGroupBox *matches_ = nullptr;
+    QLabel *matchesPlayed_ = nullptr;
+    QLabel *matchesWonLost_ = nullptr;
+    QLabel *matchesAbandoned_ = nullptr;
+    QLabel *matchAverage_ = nullptr;
+    QLabel *matchOpponentAverage_ = nullptr;
     qint64 playerId_ = 0;
     // The store's version when the figures shown were asked for.
     std::optional<StoreVersion> counted_;
