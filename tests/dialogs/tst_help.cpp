@@ -139,6 +139,9 @@ private slots:
         collectCaptions(captions);
         // Shown once a game is won; the games' own tests play one to its end.
         captions << tavrix::mainButtonCaption(tavrix::GamePhase::GameOver, false);
+        // The main button between the legs of a match; until the play
+        // frame offers it, the matches page is held to this caption.
+        captions << QStringLiteral("Next Leg");
         action("mnuModePractice")->trigger();
         for (int sequence : {1, 2, 0}) { // count down, count up, a single set
             control<QComboBox>("ScoreDrop")->setCurrentIndex(sequence);

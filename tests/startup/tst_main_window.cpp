@@ -2,6 +2,8 @@
 
 #include "../support/data_table.h"
 #include "../support/program_test.h"
+#include "ui/play/game_frame.h"
+#include "ui/play/game_setup_form.h"
 #include "ui/review/review_controller.h"
 #include "core/startup/settings.h"
 
@@ -9,6 +11,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QRegularExpression>
+#include <QSpinBox>
 
 #include <unistd.h>
 
@@ -36,6 +39,14 @@ class TestMainWindow : public ProgramTest {
     std::unique_ptr<OtherConnection> holder_;
 
     bool checked(const char *name) const { return control<QAbstractButton>(name)->isChecked(); }
+    // The program started again in the same home, its window as it opens:
+    // the match's set-up is read, not the window's fit on a small screen.
+    void reopenProgram()
+    {
+        program_.reset();
+        program_ = std::make_unique<Program>(messages_, home_->dbPath, &sounds_);
+        QVERIFY(program_->Main());
+    }
 
 private slots:
     void init()
@@ -308,6 +319,61 @@ private slots:
             saveSetting(QString::fromLatin1(key), QString::fromLatin1(value));
         restartProgram();
         QVERIFY(checked("opGame_1") && checked("chkDoubleIn") && checked("opSkill_0"));
+    }
+
+    // The match set-up the user chose is stored at once and chosen again at
+    // the next start; a format the program writes on the frame (a network
+    // server's) is not.
+    void matchSetUpSurvivesARestart()
+    {
+        startProgram();
+        auto *format = control<QComboBox>("cboMatchFormat");
+        auto *legs = control<QSpinBox>("spnLegs");
+        auto *sets = control<QSpinBox>("spnSets");
+        QVERIFY(format->currentIndex() == 0 && legs->value() == 3 && sets->value() == 2);
+        QTest::keyClick(format, Qt::Key_Down);
+        QTest::keyClick(format, Qt::Key_Down);
+        for (QSpinBox *spin : {legs, sets}) {
+            QTest::keyClick(spin, Qt::Key_Up);
+            // Enter ends the editing; sent to the box itself, past the
+            // window's own Enter.
+            QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+            QApplication::sendEvent(spin, &enter);
+        }
+        QCOMPARE(format->currentText(), QStringLiteral("Sets"));
+        GameSetupForm(*window()->findChild<GameFrame *>()).showMatchFormat(MatchFormat::firstToLegs(11));
+        QCOMPARE(legs->value(), 11);
+
+        reopenProgram();
+        format = control<QComboBox>("cboMatchFormat");
+        QCOMPARE(format->currentIndex(), 2);
+        QCOMPARE(control<QSpinBox>("spnLegs")->value(), 4);
+        QCOMPARE(control<QSpinBox>("spnSets")->value(), 3);
+    }
+
+    // A stored value no format allows keeps the default; legs beyond a set's
+    // bound are cut to it, as when the user chooses sets.
+    void storedMatchValuesAreChecked_data()
+    {
+        addTable<QString, QString, QString, int, int, int>({"format", "legs", "sets", "index", "legsShown", "setsShown"},
+            {{"missing", "", "", "", 0, 3, 2}, {"garbled", "sets", "three", "2.5", 0, 3, 2},
+             {"beyond", "4", "12", "8", 0, 3, 2}, {"below", "0", "1", "1", 0, 3, 2},
+             {"padded", "2 ", " 7", "04", 0, 3, 2}, {"first to 11", "2", "11", "x", 1, 11, 2},
+             {"9 legs a set", "3", "9", "7", 2, 5, 7}});
+    }
+    void storedMatchValuesAreChecked()
+    {
+        startProgram();
+        QFETCH(QString, format);
+        QFETCH(QString, legs);
+        QFETCH(QString, sets);
+        saveSetting(QString::fromLatin1(matchFormatSetting), format);
+        saveSetting(QString::fromLatin1(matchLegsSetting), legs);
+        saveSetting(QString::fromLatin1(matchSetsSetting), sets);
+        reopenProgram();
+        QTEST(control<QComboBox>("cboMatchFormat")->currentIndex(), "index");
+        QTEST(control<QSpinBox>("spnLegs")->value(), "legsShown");
+        QTEST(control<QSpinBox>("spnSets")->value(), "setsShown");
     }
 
     // Reset Stats asks, then removes this player's games, game darts,

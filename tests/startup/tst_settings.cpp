@@ -52,6 +52,16 @@ private slots:
         QTEST(switchFromSetting(stored), "switch");
     }
 
+    // A stored number counts only as the exact text of one within its bounds.
+    void storedNumbersKeepTheirBounds()
+    {
+        QCOMPARE(numberFromSetting(QStringLiteral("2"), 2, 11), 2);
+        QCOMPARE(numberFromSetting(QStringLiteral("11"), 2, 11), 11);
+        for (const char *stored : {"1", "12", "011", "+5", "5 ", "", "-3"})
+            QVERIFY2(!numberFromSetting(QString::fromLatin1(stored), 2, 11), stored);
+        QCOMPARE(numberFromSetting(QStringLiteral("-3"), -5, -1), -3);
+    }
+
 private:
     std::unique_ptr<QTemporaryDir> dir_;
 };

@@ -4,6 +4,7 @@
 // feeding them to a decoder with its invariants checked. Shared by the codec's
 // unit test (a short run) and its fuzz driver (long runs on demand).
 
+#include "core/games/match_play.h"
 #include "core/net/message_codec.h"
 
 #include <QRandomGenerator>
@@ -42,7 +43,7 @@ inline float randomCoordinate(QRandomGenerator &rng)
 inline NetMessage randomMessage(QRandomGenerator &rng)
 {
     auto pos = [&rng] { return PicturePos{randomCoordinate(rng), randomCoordinate(rng)}; };
-    switch (rng.bounded(8)) {
+    switch (rng.bounded(10)) {
     case 0: {
         QString name = randomText(rng);
         return HelloMessage{name.isEmpty() ? QStringLiteral("P") : name};
@@ -63,6 +64,13 @@ inline NetMessage randomMessage(QRandomGenerator &rng)
     case 4: return BullOkMessage{};
     case 5: return PlayAgainMessage{};
     case 6: return QuitMessage{};
+    case 7: {
+        // Any format within its bounds, the single game among them.
+        const MatchFormat format = formatOfChoice(int(rng.bounded(3)), rng.bounded(2, 12), rng.bounded(2, 8));
+        const auto [sets, legs] = wireFormat(format);
+        return MatchMessage{sets, legs};
+    }
+    case 8: return MatchOkMessage{};
     default: return RemarkMessage{randomText(rng)};
     }
 }
@@ -136,7 +144,7 @@ inline QByteArray mutated(QByteArray bytes, const QByteArray &other, QRandomGene
 }
 
 // A message anyone downstream may use as it is: coordinates finite and in
-// range, at most three darts.
+// range, at most three darts, a match that has a format.
 inline bool isSane(const NetMessage &message)
 {
     auto ok = [](const PicturePos &p) {
@@ -147,6 +155,8 @@ inline bool isSane(const NetMessage &message)
         return ok(bull->dart);
     if (const auto *set = std::get_if<SetMessage>(&message))
         return set->darts.size() <= 3 && std::all_of(set->darts.cbegin(), set->darts.cend(), ok);
+    if (const auto *match = std::get_if<MatchMessage>(&message))
+        return formatFromWire(match->sets, match->legs).has_value();
     return true;
 }
 

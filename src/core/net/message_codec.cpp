@@ -1,5 +1,6 @@
 #include "core/net/message_codec.h"
 
+#include "core/games/match_play.h"
 #include "core/players/player_names.h"
 
 #include <QStringList>
@@ -73,6 +74,13 @@ struct Encoder {
         // "REM|" even for an empty line, which the peer then ignores.
         return "REM|" + withoutTerminator(m.text) + messageEnd;
     }
+    QByteArray operator()(const MatchMessage &m) const
+    {
+        if (!formatFromWire(m.sets, m.legs))
+            return {};
+        return frame("MAT", '|', {QByteArray::number(m.sets), QByteArray::number(m.legs)});
+    }
+    QByteArray operator()(const MatchOkMessage &) const { return frame("MOK", '|', {}); }
     QByteArray operator()(const IgnoredMessage &) const { return {}; }
 };
 
@@ -134,12 +142,21 @@ public:
         return std::nullopt;
     }
 
-    std::optional<IgnoreReason> checkBox(qsizetype i, bool &out) const
+    // A whole number.
+    std::optional<IgnoreReason> number(qsizetype i, int &out) const
     {
         bool ok = false;
-        const int v = fields_[i].toInt(&ok);
+        out = fields_[i].toInt(&ok);
         if (!ok)
             return IgnoreReason::NotANumber;
+        return std::nullopt;
+    }
+
+    std::optional<IgnoreReason> checkBox(qsizetype i, bool &out) const
+    {
+        int v = 0;
+        if (auto bad = number(i, v))
+            return bad;
         if (v != 0 && v != 1)
             return IgnoreReason::OutOfRange;
         out = v == 1;
@@ -189,6 +206,21 @@ NetMessage decodeSet(const FieldReader &read, const QStringList &fields)
             return read.ignored(*bad);
         m.darts << dart;
     }
+    return m;
+}
+
+// Fields beyond the two are not read, as other commands ignore theirs.
+NetMessage decodeMatch(const FieldReader &read, const QStringList &fields)
+{
+    if (fields.size() < 2)
+        return read.ignored(IgnoreReason::MissingField);
+    MatchMessage m;
+    if (auto bad = read.number(0, m.sets))
+        return read.ignored(*bad);
+    if (auto bad = read.number(1, m.legs))
+        return read.ignored(*bad);
+    if (!formatFromWire(m.sets, m.legs))
+        return read.ignored(IgnoreReason::OutOfRange);
     return m;
 }
 
@@ -282,6 +314,10 @@ NetMessage decodeFrame(const QByteArray &frameBytes)
             return read.ignored(IgnoreReason::MissingField);
         return RemarkMessage{peerRemark(fields[0])};
     }
+    if (command == u"MAT")
+        return decodeMatch(read, fields);
+    if (command == u"MOK")
+        return MatchOkMessage{};
     return read.ignored(command == u"BYE" ? IgnoreReason::Bye : IgnoreReason::UnknownCommand);
 }
 

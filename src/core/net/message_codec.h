@@ -83,12 +83,29 @@ struct RemarkMessage {
     bool operator==(const RemarkMessage &) const = default;
 };
 
+// MAT: the match the server proposes, sent right after GAM: sets to win (1
+// outside a set match) and legs to win the match or each set (1 in a single
+// game), as wireFormat (core/games/match_play.h) gives them. Only pairs that
+// formatFromWire knows are sent or decoded. A copy that does not know MAT
+// ignores it, and never answers.
+struct MatchMessage {
+    int sets = 1;
+    int legs = 1;
+    bool operator==(const MatchMessage &) const = default;
+};
+
+// MOK: the client plays the match proposed. No fields.
+struct MatchOkMessage {
+    bool operator==(const MatchOkMessage &) const = default;
+};
+
 enum class IgnoreReason {
     Bye,            // BYE: accepted and ignored
     UnknownCommand,
     MissingField,   // too few fields for the command (an odd count for SET)
     NotANumber,
-    OutOfRange,     // a coordinate beyond the limit, or a check box not 0 or 1
+    OutOfRange,     // a coordinate beyond the limit, a check box not 0 or 1, or
+                    // sets and legs that make no match
     TooManyFields,  // SET with more than three pairs
     Oversized,      // a frame longer than the decoder's pending limit
 };
@@ -111,12 +128,14 @@ template <class... Ts>
 Overloaded(Ts...) -> Overloaded<Ts...>;
 
 using NetMessage = std::variant<HelloMessage, GameMessage, BullMessage, BullOkMessage, SetMessage,
-                                PlayAgainMessage, QuitMessage, RemarkMessage, IgnoredMessage>;
+                                PlayAgainMessage, QuitMessage, RemarkMessage, MatchMessage, MatchOkMessage,
+                                IgnoredMessage>;
 
 // The bytes of one message, terminator included. Names and chat text lose any
 // character of code 3, which would end the message early; nothing else is
-// escaped. Empty for what is never sent: an IgnoredMessage and a GameMessage
-// of NetGame::Other. A SetMessage sends its first three darts.
+// escaped. Empty for what is never sent: an IgnoredMessage, a GameMessage
+// of NetGame::Other and a MatchMessage that names no match. A SetMessage
+// sends its first three darts.
 QByteArray encodeMessage(const NetMessage &message);
 
 // One message from the bytes of one frame, without its terminator.

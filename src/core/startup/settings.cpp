@@ -61,9 +61,15 @@ bool soundIsOn(const QString &sound)
 
 std::optional<int> optionFromSetting(const QString &stored, int count)
 {
-    for (int option = 1; option <= count; ++option) {
-        if (stored == QString::number(option))
-            return option;
+    return numberFromSetting(stored, 1, count);
+}
+
+std::optional<int> numberFromSetting(const QString &stored, int lowest, int highest)
+{
+    // Compared as text, so " 2", "02" and "+2" are not 2.
+    for (int number = lowest; number <= highest; ++number) {
+        if (stored == QString::number(number))
+            return number;
     }
     return std::nullopt;
 }

@@ -22,6 +22,11 @@ inline constexpr const char *opponentSetting = "Opponent";
 inline constexpr const char *skillSetting = "Skill";
 inline constexpr const char *cricketOptionsSetting = "CricketOptions";
 inline constexpr const char *keepStatsSetting = "KeepTargetStats";
+// The match set-up as last chosen: the 1-based position in the format list
+// ("Single game", "Legs", "Sets"), the legs and the sets, as numbers.
+inline constexpr const char *matchFormatSetting = "MatchFormat";
+inline constexpr const char *matchLegsSetting = "MatchLegs";
+inline constexpr const char *matchSetsSetting = "MatchSets";
 // "on" shows the map of where to aim in review.
 inline constexpr const char *aimMapSetting = "AimMap";
 
@@ -40,6 +45,8 @@ bool unitsAreCentimetres(const QString &units);
 bool soundIsOn(const QString &sound);
 // A stored option position: exactly one of "1" to `count`, or nothing.
 std::optional<int> optionFromSetting(const QString &stored, int count);
+// A stored number: exactly the text of one of `lowest` to `highest`, or nothing.
+std::optional<int> numberFromSetting(const QString &stored, int lowest, int highest);
 // A stored switch: exactly "on" or "off", or nothing.
 std::optional<bool> switchFromSetting(const QString &stored);
 

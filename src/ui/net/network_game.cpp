@@ -165,6 +165,14 @@ void NetworkGame::handle(const NetMessage &message)
                        emit greeted(m.name);
                    },
                    [this](const GameMessage &m) { emit gameChosen(m); },
+                   [this](const MatchMessage &m) {
+                       if (established_)
+                           emit matchProposed(m.sets, m.legs);
+                   },
+                   [this](const MatchOkMessage &) {
+                       if (established_)
+                           emit matchAccepted();
+                   },
                    [this](const RemarkMessage &m) { chat_->displayMessage(peerName_, m.text); },
                    [](const IgnoredMessage &) {},
                    [this, &message](const auto &) {

@@ -3,8 +3,8 @@
 // A game against another copy of the program, as far as the connection goes:
 // the one link and its progress box, the chat window, the greeting that
 // completes a connection, the indicators of a live connection, and the
-// messages that arrive, handed on one at a time and in order: the greeting
-// and the game's options as signals to the play controller, chat lines to
+// messages that arrive, handed on one at a time and in order: the greeting,
+// the game's options and the match as signals to the play controller, chat lines to
 // the chat window, and the messages of the game itself to the peer.
 
 #include "core/games/game_session.h"
@@ -90,6 +90,13 @@ signals:
     // answered with its own greeting).
     void greeted(const QString &name);
     void gameChosen(const GameMessage &message);
+    // The server proposes a match (MAT), in its wire numbers: sets to win (1
+    // outside a set match) and legs to win the match or each set (1 in a
+    // single game); and the client's answer that it plays it (MOK). Only
+    // once the connection is established: before the greeting they are
+    // dropped.
+    void matchProposed(int sets, int legs);
+    void matchAccepted();
     // The other side closed an established connection, or it was ended.
     void peerGone();
     // The progress box closed or gave up without a connection.

@@ -235,6 +235,10 @@ QGroupBox *GameFrame::buildMatchOptions()
     row->addStretch(1);
     connect(cboMatchFormat, &QComboBox::currentIndexChanged, this, &GameFrame::showMatchBounds);
     showMatchBounds();
+    // What a match is until the player says otherwise: first to 3 legs, or
+    // to 2 sets of them.
+    spnLegs->setValue(3);
+    spnSets->setValue(2);
     return fraMatch;
 }
 
