@@ -200,39 +200,46 @@ void GameFrame::buildOptions(QVBoxLayout *layout)
     chkKeep01stats->setChecked(true);
     chkKeepCricketStats->setChecked(true);
 
-    // Game and opponent side by side; the rest full width, so that the
-    // longest captions keep their room beside the board on a small screen.
+    // Game and opponent side by side, then the skill and the match, which
+    // is no taller than the skill and so costs the small screen no height;
+    // the rest full width, so that the longest captions keep their room
+    // beside the board on a small screen.
     choices->addWidget(fraGame, 0, 0);
     choices->addWidget(fraOpponent, 0, 1);
-    choices->addWidget(fraSkill, 1, 0, 1, 2);
+    choices->addWidget(fraSkill, 1, 0);
+    choices->addWidget(buildMatchOptions(), 1, 1, Qt::AlignTop);
     choices->addWidget(fraMoodFactor, 2, 0, 1, 2);
     choices->addWidget(fraCricketOptions, 3, 0, 1, 2);
     choices->addWidget(fra01Options, 3, 0, 1, 2);
-    choices->addWidget(buildMatchOptions(), 4, 0, 1, 2);
     layout->addLayout(choices);
 }
 
 QGroupBox *GameFrame::buildMatchOptions()
 {
     fraMatch = frame("fraMatch", QStringLiteral("Match"), this);
-    auto *row = compact(new QHBoxLayout(fraMatch));
+    // "Sets" over "[2] sets of" over "[3] legs": narrow enough for half the
+    // frame beside the board.
+    auto *grid = compact(new QGridLayout(fraMatch));
+    grid->setHorizontalSpacing(4);
     cboMatchFormat = new QComboBox(fraMatch);
     cboMatchFormat->setObjectName(QStringLiteral("cboMatchFormat"));
     cboMatchFormat->addItems({QStringLiteral("Single game"), QStringLiteral("Legs"), QStringLiteral("Sets")});
+    cboMatchFormat->setToolTip(QStringLiteral("One game, or a match: the first to win the legs given, or the "
+                                              "first to win the sets given, each of the legs given"));
     spnSets = new QSpinBox(fraMatch);
     spnSets->setObjectName(QStringLiteral("spnSets"));
+    spnSets->setToolTip(QStringLiteral("Sets to win the match"));
     spnLegs = new QSpinBox(fraMatch);
     spnLegs->setObjectName(QStringLiteral("spnLegs"));
-    lblMatchFirstTo = label(QStringLiteral("lblMatchFirstTo"), fraMatch, QStringLiteral("first to"));
+    spnLegs->setToolTip(QStringLiteral("Legs to win the match, or each set"));
     lblMatchSetsOf = label(QStringLiteral("lblMatchSetsOf"), fraMatch, QStringLiteral("sets of"));
     lblMatchLegs = label(QStringLiteral("lblMatchLegs"), fraMatch, QStringLiteral("legs"));
-    row->addWidget(cboMatchFormat);
-    row->addWidget(lblMatchFirstTo);
-    row->addWidget(spnSets);
-    row->addWidget(lblMatchSetsOf);
-    row->addWidget(spnLegs);
-    row->addWidget(lblMatchLegs);
-    row->addStretch(1);
+    grid->addWidget(cboMatchFormat, 0, 0, 1, 2);
+    grid->addWidget(spnSets, 1, 0);
+    grid->addWidget(lblMatchSetsOf, 1, 1);
+    grid->addWidget(spnLegs, 2, 0);
+    grid->addWidget(lblMatchLegs, 2, 1);
+    grid->setColumnStretch(1, 1);
     connect(cboMatchFormat, &QComboBox::currentIndexChanged, this, &GameFrame::showMatchBounds);
     showMatchBounds();
     // What a match is until the player says otherwise: first to 3 legs, or
@@ -250,7 +257,7 @@ void GameFrame::showMatchBounds()
     // Legs win a set (2 to 5) in a set match, the match (2 to 11) otherwise.
     spnLegs->setRange(MatchFormat::MinLegs, sets ? MatchFormat::MaxSetLegs : MatchFormat::MaxLegs);
     spnSets->setRange(MatchFormat::MinSets, MatchFormat::MaxSets);
-    for (QWidget *part : std::initializer_list<QWidget *>{lblMatchFirstTo, spnLegs, lblMatchLegs})
+    for (QWidget *part : std::initializer_list<QWidget *>{spnLegs, lblMatchLegs})
         part->setVisible(match);
     for (QWidget *part : std::initializer_list<QWidget *>{spnSets, lblMatchSetsOf})
         part->setVisible(sets);

@@ -48,13 +48,12 @@ public:
     QCheckBox *chkDoubleIn = nullptr;
     QCheckBox *chkDoubleOut = nullptr;
     QCheckBox *chkKeep01stats = nullptr;
-    // A single game, or a match of legs or of sets: "First to [legs] legs",
-    // "First to [sets] sets of [legs] legs".
+    // A single game, or a match of legs or of sets: first to [legs] legs, or
+    // first to [sets] sets of [legs] legs.
     QGroupBox *fraMatch = nullptr;
     QComboBox *cboMatchFormat = nullptr;
     QSpinBox *spnLegs = nullptr;
     QSpinBox *spnSets = nullptr;
-    QLabel *lblMatchFirstTo = nullptr;
     QLabel *lblMatchSetsOf = nullptr;
     QLabel *lblMatchLegs = nullptr;
 

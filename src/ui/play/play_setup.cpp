@@ -165,7 +165,7 @@ void PlayController::continueStartGame(int firstCorkThrower)
     if (!buildSkillProfile(c_.skill, options.skill, moodFactor, c_.store, c_.session.currentPlayerId))
         databaseFailed();
     for (QWidget *frame : std::initializer_list<QWidget *>{f.fraGame, f.fraCricketOptions, f.fra01Options,
-                                                            f.fraOpponent, f.fraSkill}) {
+                                                            f.fraOpponent, f.fraSkill, f.fraMatch}) {
         frame->hide();
         frame->setEnabled(false);
     }
@@ -239,7 +239,7 @@ void PlayController::resetGame()
         score->hide();
         score->setEnabled(false);
     }
-    for (QWidget *frame : std::initializer_list<QWidget *>{f.fraGame, f.fraOpponent, f.fraSkill}) {
+    for (QWidget *frame : std::initializer_list<QWidget *>{f.fraGame, f.fraOpponent, f.fraSkill, f.fraMatch}) {
         frame->show();
         frame->setEnabled(true);
     }
