@@ -106,6 +106,8 @@ bool PlayController::matchLegWon(int winner)
         return false;
     const LegOutcome outcome = match_->recordLeg(matchPlayerOf(winner), game_.legFigures());
     const std::array<QString, 2> names = namesOf(game_.options());
+    // The new score shows behind the alert.
+    showMatchGlance();
     // Not when the other side has already asked to go on.
     const bool alert = !(game_.overNetwork() && peer_->playAgainAsked());
     if (outcome == LegOutcome::MatchWon) {

@@ -116,11 +116,12 @@ ScoreGlance::ScoreGlance(QWidget *parent)
 
 void ScoreGlance::buildMatchLine(QVBoxLayout *column)
 {
-    // One line under the panels, so that a match costs the board little
-    // height: the score in bold on the left, who threw first on the right.
+    // Under the panels: the score in large bold type, and who threw first
+    // below it.
     matchLine_ = new QWidget(this);
-    auto *line = new QHBoxLayout(matchLine_);
+    auto *line = new QVBoxLayout(matchLine_);
     line->setContentsMargins(4, 0, 4, 0);
+    line->setSpacing(0);
     matchScore_ = new FittingLabel(matchLine_);
     matchScore_->setObjectName(QStringLiteral("lblMatchScore"));
     matchScore_->setToolTip(QStringLiteral("The score of the match, the left player's first"));
@@ -130,11 +131,11 @@ void ScoreGlance::buildMatchLine(QVBoxLayout *column)
     matchScore_->setFont(large);
     legStarter_ = new FittingLabel(matchLine_);
     legStarter_->setObjectName(QStringLiteral("lblLegStarter"));
-    legStarter_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    for (FittingLabel *label : {matchScore_, legStarter_})
+    for (FittingLabel *label : {matchScore_, legStarter_}) {
         label->setTextFormat(Qt::PlainText);
-    line->addWidget(matchScore_, 1);
-    line->addWidget(legStarter_, 1);
+        label->setAlignment(Qt::AlignCenter);
+        line->addWidget(label);
+    }
     matchLine_->hide();
     column->addWidget(matchLine_);
 }

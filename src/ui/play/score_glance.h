@@ -31,7 +31,7 @@ public:
     void markThrower(int player);
     // The checkout for the thrower from his own darts ("" hides the line).
     void showYourOut(const QString &text);
-    // A match's score and who threw first in the leg; both "" hide the line.
+    // A match's score and who threw first in the leg; both "" hide them.
     void showMatch(const QString &score, const QString &starter);
     int markedThrower() const { return thrower_; }
     QLabel *figure(int player) const { return figures_[player - 1]; }
