@@ -36,16 +36,6 @@ QByteArray repeated(const QByteArray &frame, int times)
     return all;
 }
 
-QByteArray setOf(const QStringList &codes)
-{
-    QByteArray set = "SET";
-    for (const QString &code : codes) {
-        const PicturePos pos = markerPosOf(at(code));
-        set += "|" + coordinateText(pos.left) + "|" + coordinateText(pos.top);
-    }
-    return set + "\x03";
-}
-
 // Ann's copy waiting as the server, and Mallory's scripted peer.
 struct Target : NetworkCopy {
     ScriptedPeer peer;

@@ -19,12 +19,6 @@ using namespace tavrix;
 
 namespace {
 
-IgnoreReason reasonOf(const NetMessage &m)
-{
-    const auto *ignored = std::get_if<IgnoredMessage>(&m);
-    return ignored ? ignored->reason : IgnoreReason(-1);
-}
-
 } // namespace
 
 class TestMatchMessages : public QObject {
@@ -90,30 +84,6 @@ private slots:
     // Each bad frame is ignored for its own reason, and the frame after it
     // still counts. A command this copy does not know stays ignored, as an
     // older copy ignores MAT and MOK.
-    void badMatchFramesAreIgnored_data()
-    {
-        using R = IgnoreReason;
-        addTable<QByteArray, IgnoreReason>({"frame", "reason"},
-            {{"no fields", "MAT", R::MissingField}, {"bar only", "MAT|", R::MissingField},
-             {"sets only", "MAT|2", R::MissingField}, {"sets not a number", "MAT|x|3", R::NotANumber},
-             {"legs empty", "MAT|1|", R::NotANumber}, {"legs with a point", "MAT|1|3.0", R::NotANumber},
-             {"legs beyond an int", "MAT|1|99999999999", R::NotANumber},
-             {"12 legs", "MAT|1|12", R::OutOfRange}, {"no legs", "MAT|1|0", R::OutOfRange},
-             {"negative legs", "MAT|1|-3", R::OutOfRange}, {"8 sets", "MAT|8|3", R::OutOfRange},
-             {"sets of one leg", "MAT|2|1", R::OutOfRange}, {"sets of 6 legs", "MAT|2|6", R::OutOfRange},
-             {"no sets", "MAT|0|3", R::OutOfRange},
-             {"lower case", "mat|1|3", R::UnknownCommand}, {"a later command", "MAX|1|3", R::UnknownCommand}});
-    }
-    void badMatchFramesAreIgnored()
-    {
-        QFETCH(QByteArray, frame);
-        MessageDecoder decoder;
-        const QList<NetMessage> got = decoder.feed(frame + '\x03' + "MOK\x03");
-        QCOMPARE(got.size(), 2);
-        QTEST(reasonOf(got[0]), "reason");
-        QCOMPARE(got[1], NetMessage(MatchOkMessage{}));
-    }
-
     // The game, the match and the answer cut into two feeds at every byte.
     void matchCutBetweenFeedsDecodesWhole()
     {

@@ -130,7 +130,17 @@ private slots:
              {"set far off", "SET|1|2|3|4|5|-4000.5", R::OutOfRange},
              {"set of three million fields", QByteArray(3 << 20, '|').replace(0, 3, "SET"), R::TooManyFields},
              {"empty remark", "REM|", R::MissingField}, {"nothing", "", R::UnknownCommand},
-             {"not UTF-8", "\xff\xfe\xc3|1|2", R::UnknownCommand}});
+             {"not UTF-8", "\xff\xfe\xc3|1|2", R::UnknownCommand},
+             // The match message and its numbers.
+             {"no fields", "MAT", R::MissingField}, {"bar only", "MAT|", R::MissingField},
+             {"sets only", "MAT|2", R::MissingField}, {"sets not a number", "MAT|x|3", R::NotANumber},
+             {"legs empty", "MAT|1|", R::NotANumber}, {"legs with a point", "MAT|1|3.0", R::NotANumber},
+             {"legs beyond an int", "MAT|1|99999999999", R::NotANumber},
+             {"12 legs", "MAT|1|12", R::OutOfRange}, {"no legs", "MAT|1|0", R::OutOfRange},
+             {"negative legs", "MAT|1|-3", R::OutOfRange}, {"8 sets", "MAT|8|3", R::OutOfRange},
+             {"sets of one leg", "MAT|2|1", R::OutOfRange}, {"sets of 6 legs", "MAT|2|6", R::OutOfRange},
+             {"no sets", "MAT|0|3", R::OutOfRange},
+             {"lower case", "mat|1|3", R::UnknownCommand}, {"a later command", "MAX|1|3", R::UnknownCommand}});
     }
     void malformedFramesAreIgnored()
     {

@@ -16,16 +16,6 @@ using namespace tavrix;
 
 namespace {
 
-QByteArray setOf(const QStringList &codes)
-{
-    QByteArray set = "SET";
-    for (const QString &code : codes) {
-        const PicturePos pos = markerPosOf(at(code));
-        set += "|" + coordinateText(pos.left) + "|" + coordinateText(pos.top);
-    }
-    return set + "\x03";
-}
-
 const QStringList nine[] = {{"T20", "T20", "T20"}, {"T20", "T20", "T20"}, {"T20", "T19", "D12"}};
 
 void chooseMatch(NetworkCopy &copy, int choice, int legs)

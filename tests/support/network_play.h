@@ -10,6 +10,7 @@
 #include "sound_log.h"
 #include "sql_rows.h"
 #include "test_home.h"
+#include "core/net/net_game_rules.h"
 #include "ui/board/board_picture.h"
 #include "ui/net/network_game.h"
 #include "ui/play/play_controller.h"
@@ -28,6 +29,18 @@
 #include <functional>
 #include <memory>
 #include <utility>
+
+// The SET message of darts at the areas of `codes` ("T20", "M"...), as the
+// other copy sends a confirmed set.
+inline QByteArray setOf(const QStringList &codes)
+{
+    QByteArray set = "SET";
+    for (const QString &code : codes) {
+        const tavrix::PicturePos pos = tavrix::markerPosOf(at(code));
+        set += "|" + tavrix::coordinateText(pos.left) + "|" + tavrix::coordinateText(pos.top);
+    }
+    return set + "\x03";
+}
 
 // Answers the dialog that the next click on "Human" opens: play over the
 // network as the server on `port`, or as the client of 127.0.0.1:`port`.
