@@ -132,6 +132,9 @@ private slots:
         // full; Bob's misses count as darts.
         QCOMPARE(game_->glance(2).detail, QStringLiteral("Avg 125.25"));
         QCOMPARE(game_->glance(1).detail, QStringLiteral("Avg 6.00"));
+        // What a match counts of the leg: the bust scores nothing.
+        QCOMPARE(game_->legFigures().points, (std::array<int, 2>{18, 501}));
+        QCOMPARE(game_->legFigures().darts, (std::array<int, 2>{9, 12}));
 
         // Ann's sets are numbered 1 to 4; Bob's turns are not hers to record.
         QList<int> sets;
@@ -140,6 +143,12 @@ private slots:
         QCOMPARE(sets, (QList<int>{1, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4}));
         // Aimed at the double's centre, it stands on the nearest whole pixel.
         QVERIFY(rows.last().dist < 0.71);
+
+        // A match's next leg starts without a cork, its figures anew.
+        game_->startLeg(options(GameType::X01_501, true), 8, 1);
+        QCOMPARE(game_->phase(), GamePhase::CorkResult);
+        QCOMPARE(game_->currentThrower(), 1);
+        QCOMPARE(game_->legFigures().darts, (std::array<int, 2>{0, 0}));
 
         // The tallies stay for the same options and go with other ones.
         start(options(GameType::X01_501, true));
@@ -171,6 +180,8 @@ private slots:
             }
         }
         QCOMPARE(game_->glance(2).figure + ' ' + game_->glance(2).detail, QStringLiteral("50 7/7 closed"));
+        // A match counts Cricket's marks: 9, 9, then 2 + 2 + 1.
+        QCOMPARE(game_->legFigures().points[1], 23);
         QVERIFY(game_->gameOverText().startsWith(QStringLiteral("\nAnn won that ")));
     }
 
