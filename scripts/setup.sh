@@ -3,6 +3,7 @@
 # builds it in ./build. Safe to run again: it installs only what is missing.
 # Options: --with-display also installs a virtual display (Xvfb);
 # --with-packaging the tools that build and check the Debian package;
+# --with-test-server a PostgreSQL server for the tests' throw-away cluster;
 # --no-build stops after installing.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -11,7 +12,7 @@ cd "$(dirname "$0")/.."
 # keeps in libqt6opengl6-dev and qt6-charts-dev does not pull in.
 packages=(
   cmake ninja-build g++ pkg-config
-  qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite qt6-multimedia-dev qt6-charts-dev libqt6opengl6-dev
+  qt6-base-dev qt6-base-dev-tools libqt6sql6-sqlite libqt6sql6-psql qt6-multimedia-dev qt6-charts-dev libqt6opengl6-dev
   libgl1-mesa-dev sqlite3 libsqlite3-dev libfftw3-dev
 )
 build=yes
@@ -22,6 +23,7 @@ for option in "$@"; do
     # dpkg-shlibdeps (dpkg-dev) and file find the package's dependencies; the
     # rest check the package and the installed program.
     --with-packaging) packages+=(dpkg-dev file lintian desktop-file-utils appstream) ;;
+    --with-test-server) packages+=(postgresql) ;;
     --no-build) build=no ;;
     *) echo "setup.sh: unknown option $option" >&2; exit 2 ;;
   esac

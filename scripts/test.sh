@@ -3,5 +3,5 @@
 # Qt's offscreen platform, so no display is needed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh
+bash scripts/setup.sh --with-test-server
 ctest --test-dir build --output-on-failure --parallel "$(nproc)"

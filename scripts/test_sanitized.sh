@@ -5,7 +5,7 @@
 # fails. Widget tests use Qt's offscreen platform, so no display is needed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/setup.sh --no-build
+bash scripts/setup.sh --no-build --with-test-server
 
 sanitize="-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer"
 cmake -S . -B build-asan -G Ninja \

@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# A throw-away PostgreSQL server for the tests: a new cluster in a temporary
+# folder, run by an unprivileged user on a free local port, with one
+# database, reached without a password from this computer only.
+#   bash scripts/pg_test_cluster.sh start   prints shell lines that export
+#       TAVRIX_TEST_PG (the server's URI) and TAVRIX_TEST_PG_DIR;
+#   bash scripts/pg_test_cluster.sh stop DIR   stops it and removes DIR.
+set -euo pipefail
+
+bin=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -n 1)
+[ -x "$bin/initdb" ] || { echo "pg_test_cluster.sh: PostgreSQL's server is not installed" >&2; exit 1; }
+
+# The server refuses to run as root: it runs as nobody then.
+as_owner=()
+[ "$(id -u)" -eq 0 ] && as_owner=(runuser -u nobody --)
+
+case "${1:-}" in
+start)
+  dir=$(mktemp -d /tmp/tavrix-pg.XXXXXX)
+  chmod 755 "$dir"
+  [ "${#as_owner[@]}" -gt 0 ] && chown nobody:nogroup "$dir"
+  # A port nothing answers on.
+  port=
+  for candidate in $(shuf -i 20000-60000 -n 50); do
+    if ! (exec 3<>"/dev/tcp/127.0.0.1/$candidate") 2>/dev/null; then port=$candidate; break; fi
+  done
+  [ -n "$port" ] || { echo "pg_test_cluster.sh: no free port found" >&2; exit 1; }
+  "${as_owner[@]}" "$bin/initdb" -D "$dir/data" -U tavrix --auth=trust -E UTF8 --no-instructions >"$dir/initdb.log" 2>&1 \
+    || { cat "$dir/initdb.log" >&2; exit 1; }
+  "${as_owner[@]}" "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w \
+    -o "-p $port -k $dir -c listen_addresses=127.0.0.1 -c fsync=off" start >/dev/null \
+    || { cat "$dir/server.log" >&2; exit 1; }
+  "${as_owner[@]}" "$bin/createdb" -h 127.0.0.1 -p "$port" -U tavrix tavrix_test
+  echo "export TAVRIX_TEST_PG='postgresql://tavrix@127.0.0.1:$port/tavrix_test?sslmode=disable'"
+  echo "export TAVRIX_TEST_PG_DIR='$dir'"
+  ;;
+stop)
+  dir=${2:?pg_test_cluster.sh stop needs the folder}
+  [ -d "$dir/data" ] && "${as_owner[@]}" "$bin/pg_ctl" -D "$dir/data" -m fast -w stop >/dev/null || true
+  rm -rf "$dir"
+  ;;
+*)
+  echo "usage: pg_test_cluster.sh start | stop DIR" >&2
+  exit 2
+  ;;
+esac
