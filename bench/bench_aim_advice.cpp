@@ -138,7 +138,7 @@ int main(int argc, char *argv[])
     SpreadFit fit;
     for (int run = 0; run < 3; ++run) {
         const double read = bench::fullReadMs(path, player);
-        SqliteStore scan(QStringLiteral("fit"));
+        StatsStore scan(QStringLiteral("fit"));
         if (read < 0 || !scan.open(path))
             return 1;
         timer.restart();

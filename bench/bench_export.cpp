@@ -53,7 +53,7 @@ int main(int argc, char *argv[])
     if (!file)
         return 1;
     const QString csv = dir.filePath(QStringLiteral("darts.csv"));
-    SqliteStore store(QStringLiteral("export"));
+    StatsStore store(QStringLiteral("export"));
     if (!store.open(file->path))
         return bench::failed(store) ? 0 : 1;
     auto exportOnce = [&](qint64 *rows) {

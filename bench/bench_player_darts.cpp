@@ -16,7 +16,7 @@
 #include "core/review/review_rules.h"
 #include "ui/startup/darts_window.h"
 #include "ui/startup/program.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -59,12 +59,12 @@ int main(int argc, char *argv[])
     std::printf("player's darts: %lld\n", values);
     line("full read of the distances", scanMs, scanMs);
     line("\"You\" profile, read afresh", bestOf(runs, [&] {
-             SqliteStore store(QStringLiteral("profile"));
+             StatsStore store(QStringLiteral("profile"));
              SkillProfileState state;
              return store.open(path) && buildSkillProfile(state, SkillLevel::You, 0, store, player);
          }), scanMs);
     line("review counts, read afresh", bestOf(runs, [&] {
-             SqliteStore store(QStringLiteral("counts"));
+             StatsStore store(QStringLiteral("counts"));
              return store.open(path) && store.targetCounts(player).has_value();
          }), scanMs);
 

@@ -28,7 +28,7 @@ namespace {
 // Every filled game finished: lost, its darts as its throws, no points.
 bool finishGames(const QString &path)
 {
-    SqliteStore store(QStringLiteral("finish"));
+    StatsStore store(QStringLiteral("finish"));
     if (!store.open(path))
         return bench::failed(store);
     QList<std::pair<qint64, int>> games;
@@ -38,7 +38,7 @@ bool finishGames(const QString &path)
     while (query.next())
         games.append({query.value(0).toLongLong(), query.value(1).toInt()});
     query.finish();
-    SqliteStore::Batch batch(store);
+    StatsStore::Batch batch(store);
     for (const auto &[id, darts] : games) {
         if (!store.finishGame(id, {QStringLiteral("L"), darts, 0, 0, 0}))
             return bench::failed(store);
@@ -86,7 +86,7 @@ int main(int argc, char *argv[])
     PlayerStatistics statistics;
     for (int run = 0; run < 3; ++run) {
         const double scanned = bench::fullReadMs(path, player);
-        SqliteStore scan(QStringLiteral("statistics"));
+        StatsStore scan(QStringLiteral("statistics"));
         if (scanned < 0 || !scan.open(path))
             return 1;
         timer.restart();

@@ -8,7 +8,7 @@
 
 #include "core/games/checkout_chart.h"
 #include "fill_darts.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -38,12 +38,12 @@ void report(const char *what, int darts, double seconds, const std::vector<doubl
 
 // The record beside the board is read at the start of every turn: time the
 // read over a player with many finished games of every type and skill.
-bool benchGameRecord(SqliteStore &store, qint64 player, QRandomGenerator &random)
+bool benchGameRecord(StatsStore &store, qint64 player, QRandomGenerator &random)
 {
     constexpr int games = 100000;
     constexpr int reads = 2000;
     {
-        SqliteStore::Batch batch(store);
+        StatsStore::Batch batch(store);
         for (int i = 0; i < games; ++i) {
             const auto id = store.insertGame({player, GameType(1 + i % 3), SkillLevel(1 + (i / 3) % 4), QStringLiteral("Computer")});
             if (!id
@@ -84,7 +84,7 @@ int main(int argc, char *argv[])
     QElapsedTimer timer;
     qint64 player = 0;
     {
-        SqliteStore store;
+        StatsStore store;
         timer.start();
         if (!store.open(path))
             return failed(store) ? 0 : 1;
@@ -119,7 +119,7 @@ int main(int argc, char *argv[])
     }
     std::printf("database file     %8.1f MB\n", QFileInfo(path).size() / 1e6);
 
-    SqliteStore store;
+    StatsStore store;
     timer.start();
     if (!store.open(path))
         return failed(store) ? 0 : 1;

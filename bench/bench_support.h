@@ -46,7 +46,7 @@ inline double bestOf(int runs, const std::function<bool()> &run)
 // or -1 with the error printed.
 inline double fullReadMs(const QString &path, qint64 player, qint64 *darts = nullptr)
 {
-    SqliteStore store(QStringLiteral("full-read"));
+    StatsStore store(QStringLiteral("full-read"));
     if (!store.open(path)) {
         failed(store);
         return -1;
@@ -89,7 +89,7 @@ struct BenchFile {
 inline std::optional<BenchFile> openOrFill(const QString &given, const QString &fresh, int darts, quint32 seed)
 {
     if (!given.isEmpty() && QFileInfo::exists(given)) {
-        SqliteStore store(QStringLiteral("look"));
+        StatsStore store(QStringLiteral("look"));
         const auto players = store.open(given) ? store.players() : std::nullopt;
         if (!players || players->size() != 1) {
             std::fprintf(stderr, "%s must hold exactly one player\n", qPrintable(given));

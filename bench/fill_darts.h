@@ -5,7 +5,7 @@
 // spread over every target, one transaction per confirmed set.
 
 #include "core/board/board_geometry.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -46,13 +46,13 @@ inline double percentile(std::vector<double> values, double p)
     return values[index];
 }
 
-inline bool failed(const SqliteStore &store)
+inline bool failed(const StatsStore &store)
 {
     std::fprintf(stderr, "failed: %s\n", qPrintable(store.lastError()));
     return false;
 }
 
-inline bool writeGameDarts(SqliteStore &store, qint64 player, int sets, QRandomGenerator &random,
+inline bool writeGameDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
                     std::vector<double> &setMicros)
 {
     QElapsedTimer timer;
@@ -67,7 +67,7 @@ inline bool writeGameDarts(SqliteStore &store, qint64 player, int sets, QRandomG
         const int number = set % 3 == 0 ? 19 : 20;
         const BoardPoint aim = aimPoint(3, number);
         timer.start();
-        SqliteStore::Batch batch(store);
+        StatsStore::Batch batch(store);
         for (int seq = 0; seq < dartsPerSet; ++seq) {
             const Dart d = throwAt(random, aim);
             if (!store.insertGameDart({game, player, set % setsPerGame + 1, seq, d.x, d.y, d.dist,
@@ -81,7 +81,7 @@ inline bool writeGameDarts(SqliteStore &store, qint64 player, int sets, QRandomG
     return true;
 }
 
-inline bool writePracticeDarts(SqliteStore &store, qint64 player, int sets, QRandomGenerator &random,
+inline bool writePracticeDarts(StatsStore &store, qint64 player, int sets, QRandomGenerator &random,
                         std::vector<double> &setMicros)
 {
     QElapsedTimer timer;
@@ -95,7 +95,7 @@ inline bool writePracticeDarts(SqliteStore &store, qint64 player, int sets, QRan
         const auto target = store.insertStatTarget(player, value, ring);
         if (!target)
             return failed(store);
-        SqliteStore::Batch batch(store);
+        StatsStore::Batch batch(store);
         for (int seq = 0; seq < dartsPerSet; ++seq) {
             const Dart d = throwAt(random, aim);
             if (!store.insertStatThrow({player, *target, seq, d.x, d.y, d.dist, d.score.number,
@@ -111,7 +111,7 @@ inline bool writePracticeDarts(SqliteStore &store, qint64 player, int sets, QRan
 
 // Both halves for `darts` darts in all; false (with the store's error
 // printed) when a write fails.
-inline bool fillDarts(SqliteStore &store, qint64 player, int darts, QRandomGenerator &random)
+inline bool fillDarts(StatsStore &store, qint64 player, int darts, QRandomGenerator &random)
 {
     std::vector<double> setMicros;
     const int sets = darts / dartsPerSet;
@@ -123,7 +123,7 @@ inline bool fillDarts(SqliteStore &store, qint64 player, int darts, QRandomGener
 // from `seed`: the player's id, or nothing (with the error printed).
 inline std::optional<qint64> fillNewFile(const QString &path, int darts, quint32 seed)
 {
-    SqliteStore store(QStringLiteral("fill"));
+    StatsStore store(QStringLiteral("fill"));
     QRandomGenerator random(seed);
     std::printf("filling %s with %d darts...\n", qPrintable(path), darts);
     if (!store.open(path)) {

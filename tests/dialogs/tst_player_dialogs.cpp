@@ -7,7 +7,7 @@
 #include "ui/players/new_user_dialog.h"
 #include "ui/players/user_edit_dialog.h"
 #include "core/session/session.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -37,7 +37,7 @@ class TestPlayerDialogs : public QObject {
     Q_OBJECT
 
     QTemporaryDir dir_;
-    SqliteStore store_;
+    StatsStore store_;
     Session session_;
     FakeMessages messages_;
 

@@ -3,7 +3,7 @@
 // network message is refused.
 
 #include "core/players/player_names.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "../support/data_table.h"
 
@@ -25,7 +25,7 @@ class TestPlayerNames : public QObject {
     Q_OBJECT
 
     QTemporaryDir dir_;
-    SqliteStore store_;
+    StatsStore store_;
 
 private slots:
     // Ann is stored as typed, Cy with blanks around.

@@ -7,7 +7,7 @@
 #include "csv_reader.h"
 #include "core/advice/aim_spread.h"
 #include "core/export/darts_csv.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -134,7 +134,7 @@ private slots:
         if (!std::setlocale(LC_NUMERIC, "de_DE.UTF-8"))
             qInfo("de_DE.UTF-8 is not installed; the C library keeps its own numbers");
 
-        SqliteStore store(QStringLiteral("fill"));
+        StatsStore store(QStringLiteral("fill"));
         QVERIFY(store.open(dbPath_));
         ann_ = store.insertPlayer(QStringLiteral("Ann")).value();
         jim_ = store.insertPlayer(oddName_).value();
@@ -155,7 +155,7 @@ private slots:
         gameDart(jim_, oddName_, jimGame, 1, 0, 19, 1, -100, -100, 16, 1);
         // Enough darts that the export hands them on in several parts.
         {
-            SqliteStore::Batch batch(store);
+            StatsStore::Batch batch(store);
             for (int i = 0; i < 1200; ++i)
                 gameDart(jim_, oddName_, jimGame, 2 + i / 3, i % 3, 19, 1, i % 50, -(i % 70), 16, 1);
             QVERIFY(batch.commit());
@@ -196,7 +196,7 @@ private slots:
     // order recorded, with every field as recorded.
     void everyRowMatchesTheDartsRecorded()
     {
-        SqliteStore store(QStringLiteral("export"));
+        StatsStore store(QStringLiteral("export"));
         QVERIFY(store.open(dbPath_));
         for (const std::optional<qint64> player : {std::optional<qint64>(), std::optional<qint64>(ann_),
                                                    std::optional<qint64>(jim_)}) {
@@ -227,7 +227,7 @@ private slots:
     // cancel, not when the file cannot be written, not for a lost player.
     void aCancelledOrFailedExportLeavesNoFile()
     {
-        SqliteStore store(QStringLiteral("export"));
+        StatsStore store(QStringLiteral("export"));
         QVERIFY(store.open(dbPath_));
         const QString path = dir_.filePath(QStringLiteral("cancelled.csv"));
         int reports = 0;

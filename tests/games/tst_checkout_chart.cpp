@@ -5,7 +5,7 @@
 
 #include "../support/data_table.h"
 #include "../support/sql_rows.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -24,7 +24,7 @@ class TestCheckoutChart : public QObject {
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> dir_;
-    SqliteStore store_;
+    StatsStore store_;
 
     // A new database whose chart another program has damaged.
     void openDamaged(const QStringList &statements)

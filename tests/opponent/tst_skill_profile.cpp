@@ -3,7 +3,7 @@
 // times the average are checked through the review frame (tst_main_window).
 
 #include "core/opponent/skill_profile.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -14,7 +14,7 @@ class TestSkillProfile : public QObject {
     Q_OBJECT
 
     std::unique_ptr<QTemporaryDir> dir_;
-    std::unique_ptr<SqliteStore> store_;
+    std::unique_ptr<StatsStore> store_;
     qint64 player_ = 0;
     qint64 game_ = 0;
     qint64 target_ = 0;
@@ -33,7 +33,7 @@ private slots:
     void init()
     {
         dir_ = std::make_unique<QTemporaryDir>();
-        store_ = std::make_unique<SqliteStore>();
+        store_ = std::make_unique<StatsStore>();
         QVERIFY(store_->open(dir_->filePath(QStringLiteral("t.db"))));
         player_ = *store_->insertPlayer(QStringLiteral("Ann"));
         game_ = *store_->insertGame({player_, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
@@ -82,7 +82,7 @@ private slots:
         for (int d = 1; d <= 250; ++d)
             practiceDart(d);
         QVERIFY(store_->distanceQuarters(player_, youMinSamples) && store_->targetCounts(player_));
-        SqliteStore other(QStringLiteral("other"));
+        StatsStore other(QStringLiteral("other"));
         QVERIFY(other.open(dir_->filePath(QStringLiteral("t.db"))));
         QVERIFY(other.insertStatThrow({player_, target_, 0, 0, 0, 950, 0, 0}));
         QCOMPARE(store_->distanceQuarters(player_, youMinSamples)->widestMax, 950.0);

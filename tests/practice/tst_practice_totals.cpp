@@ -6,7 +6,7 @@
 #include "../support/sql_rows.h"
 #include "core/practice/practice_rules.h"
 #include "core/practice/practice_totals.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -56,7 +56,7 @@ class TestPracticeTotals : public QObject {
 
     std::unique_ptr<QTemporaryDir> dir_;
     QString path_;
-    SqliteStore store_;
+    StatsStore store_;
     qint64 ann_ = 0;
     qint64 bob_ = 0;
 

@@ -20,7 +20,7 @@ class TestAimAdvice : public ProgramTest {
 
     AimAdviceService *aims() const { return window()->aimAdvice(); }
     // Practice darts aimed at the treble 20, scattered round it.
-    static void throwPractice(SqliteStore &store, int darts)
+    static void throwPractice(StatsStore &store, int darts)
     {
         QRandomGenerator random(11);
         const BoardPoint aim = aimPoint(3, 20);

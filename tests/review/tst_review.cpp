@@ -4,7 +4,7 @@
 
 #include "core/review/dart_spread.h"
 #include "core/review/review_rules.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "../support/data_table.h"
 
@@ -133,7 +133,7 @@ private slots:
     void storeReadsTheDartsOfAnArea()
     {
         QTemporaryDir dir;
-        SqliteStore store;
+        StatsStore store;
         QVERIFY(store.open(dir.filePath(QStringLiteral("tavrix.db"))));
         const qint64 ann = *store.insertPlayer(QStringLiteral("Ann"));
         const qint64 bob = *store.insertPlayer(QStringLiteral("Bob"));

@@ -50,7 +50,7 @@ private slots:
     void clickingAnAreaPlotsItsDarts()
     {
         action("mnuModeReview")->trigger();
-        SqliteStore &store = program_->store();
+        StatsStore &store = program_->store();
         const qint64 t20 = *store.insertStatTarget(1, 20, 3);
         const qint64 any20 = *store.insertStatTarget(1, 20, 1);
         for (const PracticeDart &d : {PracticeDart{1, t20, 0, 0, 118, 0, 20, 3}, PracticeDart{1, any20, 0, 5, 150, 5, 20, 1},

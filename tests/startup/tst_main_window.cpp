@@ -202,7 +202,7 @@ private slots:
         QFETCH(QString, typed);
         QFETCH(int, chosen);
         if (!ids.isEmpty()) {
-            SqliteStore seed(QStringLiteral("seed"));
+            StatsStore seed(QStringLiteral("seed"));
             QVERIFY(seed.open(home_->dbPath));
             for (qint64 id : ids)
                 QVERIFY(QSqlQuery(seed.connection()).exec(QStringLiteral("INSERT INTO players (id, name) VALUES (%1, 'P%1')").arg(id)));
@@ -384,7 +384,7 @@ private slots:
         const QString me = QStringLiteral("It's me; DROP TABLE games");
         home_->addPlayers({QStringLiteral("Other"), me});
         {
-            SqliteStore seed(QStringLiteral("seed"));
+            StatsStore seed(QStringLiteral("seed"));
             QVERIFY(seed.open(home_->dbPath));
             for (const qint64 player : {1, 2}) {
                 const qint64 game = *seed.insertGame({player, GameType::X01_501, SkillLevel::BPlayer, QStringLiteral("Computer")});
@@ -426,7 +426,7 @@ private slots:
     void modesShowTheYouProfile()
     {
         startProgram();
-        SqliteStore &store = program_->store();
+        StatsStore &store = program_->store();
         const qint64 target = *store.insertStatTarget(1, 20, 3);
         for (int d = 1; d <= 199; ++d)
             QVERIFY(store.insertStatThrow({1, target, 0, 0, 0, double(d), 0, 0}));

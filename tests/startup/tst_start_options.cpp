@@ -2,7 +2,7 @@
 // for the way it was started, and what the printing options say.
 
 #include "core/startup/start_options.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "../support/data_table.h"
 
@@ -96,11 +96,11 @@ private slots:
     void onlyTheDataFolderIsMade()
     {
         QTemporaryDir home;
-        const ScopedVariable unset(SqliteStore::pathVariable, QString());
+        const ScopedVariable unset(StatsStore::pathVariable, QString());
         {
             QVERIFY(QFile(home.filePath("plain-file")).open(QIODevice::WriteOnly));
             const ScopedVariable data("XDG_DATA_HOME", home.filePath("plain-file"));
-            SqliteStore store(QStringLiteral("blocked-store"));
+            StatsStore store(QStringLiteral("blocked-store"));
             QVERIFY(!store.open(startDatabasePath(true, true)));
             QVERIFY2(store.lastError().contains("does not exist")
                          && store.lastError().contains(home.filePath("plain-file/tavrix")),
@@ -108,7 +108,7 @@ private slots:
         }
         {
             const ScopedVariable data("XDG_DATA_HOME", home.filePath("data2"));
-            const ScopedVariable set(SqliteStore::pathVariable, home.filePath("missing/mine.db"));
+            const ScopedVariable set(StatsStore::pathVariable, home.filePath("missing/mine.db"));
             QCOMPARE(startDatabasePath(true, true), home.filePath("missing/mine.db"));
             QVERIFY(!QFileInfo::exists(home.filePath("missing")) && !QFileInfo::exists(home.filePath("data2")));
         }
@@ -127,7 +127,7 @@ private slots:
         QVERIFY(refused.text.startsWith("tavrix: unknown option --bogus\n"));
 
         QTemporaryDir root;
-        const ScopedVariable set(SqliteStore::pathVariable, root.filePath("stats.db"));
+        const ScopedVariable set(StatsStore::pathVariable, root.filePath("stats.db"));
         QVERIFY(QDir(root.path()).mkpath("build/resources"));
 
         const OptionOutput build = printedOption(parseStartOptions({"--paths"}), root.filePath("build"));

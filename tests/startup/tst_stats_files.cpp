@@ -17,7 +17,7 @@ class TestStatsFiles : public ProgramTest {
     // Ann's two game darts and three practice darts, and Bob's one dart.
     void recordDarts()
     {
-        SqliteStore &store = program_->store();
+        StatsStore &store = program_->store();
         ann_ = store.playerIdByName(QStringLiteral("Ann")).value();
         const qint64 bob = store.insertPlayer(QStringLiteral("Bob")).value();
         const qint64 game = store.insertGame({ann_, GameType::X01_301, SkillLevel::You, QStringLiteral("Al")}).value();
@@ -110,7 +110,7 @@ private slots:
         action("mnuBackupStats")->trigger();
         QCOMPARE(messages_.texts(QStringLiteral("error")), QStringList());
         {
-            SqliteStore copy(QStringLiteral("copy"));
+            StatsStore copy(QStringLiteral("copy"));
             QVERIFY2(copy.open(path), qPrintable(copy.lastError()));
             QCOMPARE(everyRow(copy.connection()), everyRow(program_->store().connection()));
         }
@@ -131,7 +131,7 @@ private slots:
                            QStringLiteral("CREATE TABLE notes (text TEXT)")}));
         const QString lacking = file("lacking.db");
         {
-            SqliteStore maker(QStringLiteral("maker"));
+            StatsStore maker(QStringLiteral("maker"));
             QVERIFY(maker.open(lacking));
         }
         QVERIFY(OtherConnection(lacking, QStringLiteral("lacking"))
@@ -144,7 +144,7 @@ private slots:
         notes.close();
         const QString good = file("good.db");
         {
-            SqliteStore maker(QStringLiteral("maker"));
+            StatsStore maker(QStringLiteral("maker"));
             QVERIFY(maker.open(good));
             QVERIFY(maker.insertPlayer(QStringLiteral("Cy")));
         }
@@ -179,7 +179,7 @@ private slots:
         const QList<QVariantList> before = everyRow(program_->store().connection());
         const QString withAnn = file("with-ann.db");
         {
-            SqliteStore maker(QStringLiteral("maker"));
+            StatsStore maker(QStringLiteral("maker"));
             QVERIFY(maker.open(withAnn));
             QVERIFY(maker.insertPlayer(QStringLiteral("Zoe")));
             const qint64 ann = maker.insertPlayer(QStringLiteral("Ann")).value();
@@ -206,7 +206,7 @@ private slots:
 
         const QString withBob = file("with-bob.db");
         {
-            SqliteStore maker(QStringLiteral("maker"));
+            StatsStore maker(QStringLiteral("maker"));
             QVERIFY(maker.open(withBob));
             QVERIFY(maker.insertPlayer(QStringLiteral("Bob")));
         }

@@ -128,7 +128,7 @@ private slots:
     void matchFiguresShowOnceThereAreMatches()
     {
         startProgram();
-        SqliteStore &store = program_->store();
+        StatsStore &store = program_->store();
         const qint64 ann = *store.playerIdByName(QStringLiteral("Ann"));
         const std::pair<GameType, MatchEnd> ended[] = {
             {GameType::X01_501, {"W", 3, 1, 0, 0, 600, 30, 450, 27}},

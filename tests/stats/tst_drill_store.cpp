@@ -6,7 +6,7 @@
 #include "../support/lost_file.h"
 #include "../support/store_fixture.h"
 #include "core/stats/sqlite_schema.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QDateTime>
 #include <QTest>
@@ -84,7 +84,7 @@ private slots:
         const QList<QVariantList> before = olderTables(path);
         QVERIFY(before.size() > 180 + 5);
         {
-            SqliteStore store(QStringLiteral("upgrade"));
+            StatsStore store(QStringLiteral("upgrade"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
             const qint64 drill = *store.insertDrill({1, 4, 0});
             QVERIFY2(store.insertDrillSet({drillDart(drill, 1, 0, 1, 2)}), qPrintable(store.lastError()));
@@ -96,7 +96,7 @@ private slots:
                  (QList<QVariantList>{{"drilldarts"}, {"drilldarts_player_target"}, {"drills"}, {"drills_player"}}));
         const QList<QVariantList> upgraded = everything(path);
         {
-            SqliteStore store(QStringLiteral("again"));
+            StatsStore store(QStringLiteral("again"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
         }
         QCOMPARE(everything(path), upgraded);
@@ -118,7 +118,7 @@ private slots:
         QFETCH(QString, refusal);
         const QString backup = dir_->filePath(QStringLiteral("backup.db"));
         {
-            SqliteStore maker(QStringLiteral("maker"));
+            StatsStore maker(QStringLiteral("maker"));
             QVERIFY(maker.open(backup));
             QVERIFY(maker.insertPlayer(QStringLiteral("Ann")));
         }
@@ -212,7 +212,7 @@ private slots:
             QCOMPARE(OtherConnection(path_).value(QStringLiteral("SELECT count(*) FROM drilldarts")).toInt(), 2);
         // In the caller's transaction the set goes with it.
         if (!lost) {
-            SqliteStore::Batch batch(store_);
+            StatsStore::Batch batch(store_);
             QVERIFY(store_.insertDrillSet({drillDart(drill, 1, 0, 3, 1)}));
             QVERIFY(batch.commit());
             QCOMPARE(OtherConnection(path_).value(QStringLiteral("SELECT count(*) FROM drilldarts")).toInt(), 3);
@@ -327,7 +327,7 @@ private slots:
         {
             OtherConnection holder(path, QStringLiteral("holder"));
             QVERIFY(holder.exec({QStringLiteral("BEGIN EXCLUSIVE")}));
-            SqliteStore store(QStringLiteral("held"));
+            StatsStore store(QStringLiteral("held"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
             int aimed = 0;
             QVERIFY2(store.readAimedDarts(1, [&](int, int, double, double) { ++aimed; }),
@@ -343,7 +343,7 @@ private slots:
             QVERIFY2(store.lastError().startsWith(QStringLiteral("Cannot record the new drill: ")),
                      qPrintable(store.lastError()));
         }
-        SqliteStore later(QStringLiteral("later"));
+        StatsStore later(QStringLiteral("later"));
         QVERIFY(later.open(path));
         QVERIFY2(later.insertDrill({1, 4, 0}), qPrintable(later.lastError()));
     }

@@ -7,7 +7,7 @@
 #include "../support/store_fixture.h"
 #include "core/stats/game_journal.h"
 #include "core/stats/sqlite_schema.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -54,7 +54,7 @@ private slots:
         const QList<QVariantList> before = olderTables(path);
         QVERIFY(before.size() > 180 + 8);
         {
-            SqliteStore store(QStringLiteral("upgrade"));
+            StatsStore store(QStringLiteral("upgrade"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
             const qint64 match = *store.insertMatch(bestOfFive);
             QVERIFY2(store.insertMatchLeg({match, 1, 1, 1, 2}), qPrintable(store.lastError()));
@@ -67,7 +67,7 @@ private slots:
                                       {"matchlegs_match"}}));
         const QList<QVariantList> upgraded = db.rows(QStringLiteral("SELECT * FROM sqlite_master ORDER BY name"));
         {
-            SqliteStore store(QStringLiteral("again"));
+            StatsStore store(QStringLiteral("again"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
         }
         QCOMPARE(db.rows(QStringLiteral("SELECT * FROM sqlite_master ORDER BY name")), upgraded);
@@ -196,7 +196,7 @@ private slots:
         {
             OtherConnection holder(path, QStringLiteral("holder"));
             QVERIFY(holder.exec({QStringLiteral("BEGIN EXCLUSIVE")}));
-            SqliteStore store(QStringLiteral("held"));
+            StatsStore store(QStringLiteral("held"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
             const std::optional<StatisticsRows> rows = store.statisticsRows(1);
             QVERIFY2(rows, qPrintable(store.lastError()));
@@ -207,7 +207,7 @@ private slots:
                                                        "place for matches yet, because another program held it "
                                                        "when Tavrix started; it gets one at the next start"));
         }
-        SqliteStore later(QStringLiteral("later"));
+        StatsStore later(QStringLiteral("later"));
         QVERIFY(later.open(path));
         QVERIFY2(later.insertMatch(bestOfFive), qPrintable(later.lastError()));
     }
@@ -248,7 +248,7 @@ private slots:
         loseFile(path_, Loss::WrittenOver);
         QVERIFY(!journal.recordMatch(MatchLeg{second, secondLeg, 1, 1, 1}));
         const QString newPath = dir_->filePath(QStringLiteral("new.db"));
-        QCOMPARE(store_.moveTo(newPath), std::optional(SqliteStore::Moved::NewFile));
+        QCOMPARE(store_.moveTo(newPath), std::optional(StatsStore::Moved::NewFile));
         QVERIFY2(journal.flushIntoNewFile(), qPrintable(store_.lastError()));
         QVERIFY(journal.recordMatch(MatchLeg{second, thirdLeg, 1, 2, 2}, std::pair{second, MatchEnd{"A"}}));
         const OtherConnection db(newPath);

@@ -6,7 +6,7 @@
 #include "../support/store_fixture.h"
 #include "core/stats/game_record.h"
 #include "core/stats/sqlite_schema.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -18,7 +18,7 @@
 
 using namespace tavrix;
 
-class TestSqliteStore : public QObject, StoreFixture {
+class TestStatsStore : public QObject, StoreFixture {
     Q_OBJECT
 
     // A file as the first program version left it, with a row in each table
@@ -27,7 +27,7 @@ class TestSqliteStore : public QObject, StoreFixture {
     {
         const QString path = dir_->filePath(QStringLiteral("first.db"));
         {
-            SqliteStore maker(QStringLiteral("maker"));
+            StatsStore maker(QStringLiteral("maker"));
             if (!maker.open(path))
                 qWarning("%s", qPrintable(maker.lastError()));
             const qint64 ann = maker.insertPlayer(QStringLiteral("Ann")).value_or(0);
@@ -83,7 +83,7 @@ private slots:
         const QList<QVariantList> before = everyRow(path);
         QCOMPARE(before.size(), 180 + 5);
         {
-            SqliteStore store(QStringLiteral("upgrade"));
+            StatsStore store(QStringLiteral("upgrade"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
         }
         QCOMPARE(everyRow(path), before);
@@ -100,19 +100,19 @@ private slots:
         {
             OtherConnection holder(path, QStringLiteral("holder"));
             QVERIFY(holder.exec({QStringLiteral("BEGIN EXCLUSIVE")}));
-            SqliteStore store(QStringLiteral("held"));
+            StatsStore store(QStringLiteral("held"));
             QVERIFY2(store.open(path), qPrintable(store.lastError()));
             QVERIFY(store.writeProblem());
         }
         QCOMPARE(OtherConnection(path).value(QStringLiteral("PRAGMA user_version")).toInt(), 0);
         {
-            SqliteStore store(QStringLiteral("later"));
+            StatsStore store(QStringLiteral("later"));
             QVERIFY(store.open(path));
         }
         QCOMPARE(OtherConnection(path).value(QStringLiteral("PRAGMA user_version")).toInt(), newestSchemaVersion());
         OtherConnection(path).exec({QStringLiteral("DELETE FROM outchart")});
         {
-            SqliteStore store(QStringLiteral("refill"));
+            StatsStore store(QStringLiteral("refill"));
             QVERIFY(store.open(path));
         }
         QCOMPARE(OtherConnection(path).value(QStringLiteral("SELECT count(*) FROM outchart")).toInt(), 180);
@@ -141,7 +141,7 @@ private slots:
         const QByteArray before = file.readAll();
         file.close();
         {
-            SqliteStore store(QStringLiteral("upgrade"));
+            StatsStore store(QStringLiteral("upgrade"));
             QVERIFY(!store.open(path));
             QVERIFY2(store.lastError().startsWith(QStringLiteral("Cannot open the statistics database ")
                                                   + QDir::toNativeSeparators(path) + reason),
@@ -209,7 +209,7 @@ private slots:
     // a game are played through the window.)
     void aFileThatIsNoDatabaseIsLeftAlone()
     {
-        SqliteStore other(QStringLiteral("other"));
+        StatsStore other(QStringLiteral("other"));
         QFile notes(dir_->filePath(QStringLiteral("notes.db")));
         const QByteArray content = "These are my notes, not a database.\n";
         QVERIFY(notes.open(QIODevice::WriteOnly) && notes.write(content) == content.size());
@@ -258,7 +258,7 @@ private slots:
         QVERIFY(!store_.insertPlayer(QStringLiteral("Bob")));
         QVERIFY(!store_.insertStatTarget(ann, 20, 1));
         {
-            SqliteStore::Batch batch(store_);
+            StatsStore::Batch batch(store_);
             QVERIFY(!batch.isActive());
             QVERIFY2(store_.lastError().contains(named), qPrintable(store_.lastError()));
         }
@@ -287,21 +287,21 @@ private slots:
     // place is kept when its copy fails.
     void savingIntoAnotherFile_data()
     {
-        addTable<Loss, SqliteStore::Moved>({"loss", "moved"},
-                                           {{"deleted", Loss::Deleted, SqliteStore::Moved::Copied},
-                                            {"replaced", Loss::Replaced, SqliteStore::Moved::Copied},
-                                            {"written over", Loss::WrittenOver, SqliteStore::Moved::NewFile}});
+        addTable<Loss, StatsStore::Moved>({"loss", "moved"},
+                                           {{"deleted", Loss::Deleted, StatsStore::Moved::Copied},
+                                            {"replaced", Loss::Replaced, StatsStore::Moved::Copied},
+                                            {"written over", Loss::WrittenOver, StatsStore::Moved::NewFile}});
     }
     void savingIntoAnotherFile()
     {
         QFETCH(Loss, loss);
-        QFETCH(SqliteStore::Moved, moved);
+        QFETCH(StatsStore::Moved, moved);
         QVERIFY(!store_.moveTo(path_));
         QVERIFY2(store_.lastError().contains(QStringLiteral("in use now")), qPrintable(store_.lastError()));
         // A copy that cannot be made (here: none is made inside a
         // transaction) is no reason to give up a file still in place.
         {
-            SqliteStore::Batch batch(store_);
+            StatsStore::Batch batch(store_);
             QVERIFY(!store_.moveTo(dir_->filePath(QStringLiteral("blocked.db"))));
         }
         QCOMPARE(store_.databasePath(), path_);
@@ -317,7 +317,7 @@ private slots:
         QVERIFY(junk.open(QIODevice::WriteOnly) && junk.write("not a database") > 0);
         junk.close();
 
-        const std::optional<SqliteStore::Moved> result = store_.moveTo(saved);
+        const std::optional<StatsStore::Moved> result = store_.moveTo(saved);
         QVERIFY2(result, qPrintable(store_.lastError()));
         QCOMPARE(*result, moved);
         QCOMPARE(store_.databasePath(), saved);
@@ -330,7 +330,7 @@ private slots:
                  (QList<QVariantList>{{game, ann, 1, 3, "Bob"}}));
         const QList<QVariantList> sets{{1}, {2}};
         QCOMPARE(copy.rows(QStringLiteral("SELECT setseq FROM gamesdarts ORDER BY rowid")),
-                 moved == SqliteStore::Moved::Copied ? sets : sets.mid(1));
+                 moved == StatsStore::Moved::Copied ? sets : sets.mid(1));
         QVERIFY(copy.value(QStringLiteral("SELECT count(*) FROM outchart")).toInt() > 0);
         QVERIFY(!QFile::exists(saved + QStringLiteral(".saving")));
     }
@@ -391,11 +391,11 @@ private slots:
     {
         const qint64 player = *store_.insertPlayer(QStringLiteral("Ann"));
         {
-            SqliteStore::Batch batch(store_);
+            StatsStore::Batch batch(store_);
             QVERIFY(store_.insertStatTarget(player, 20, 1));
         }
         {
-            SqliteStore::Batch batch(store_);
+            StatsStore::Batch batch(store_);
             QVERIFY(store_.insertStatTarget(player, 19, 1));
             QVERIFY(batch.commit());
         }
@@ -443,5 +443,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(TestSqliteStore)
+QTEST_GUILESS_MAIN(TestStatsStore)
 #include "tst_stats_store.moc"

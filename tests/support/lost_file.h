@@ -3,7 +3,7 @@
 // What can become of an open statistics file while the program runs: it is
 // deleted, moved away, replaced by another statistics file, or written over.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,7 +26,7 @@ inline void loseFile(const QString &path, Loss loss)
     case Loss::Replaced: {
         const QString other = QFileInfo(path).absoluteDir().filePath(QStringLiteral("other.db"));
         {
-            tavrix::SqliteStore maker(QStringLiteral("maker"));
+            tavrix::StatsStore maker(QStringLiteral("maker"));
             QVERIFY(maker.open(other));
         }
         QVERIFY(std::rename(QFile::encodeName(other).constData(), QFile::encodeName(path).constData()) == 0);

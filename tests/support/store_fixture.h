@@ -6,7 +6,7 @@
 
 #include "sql_rows.h"
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -17,7 +17,7 @@ class StoreFixture {
 protected:
     std::unique_ptr<QTemporaryDir> dir_;
     QString path_;
-    tavrix::SqliteStore store_;
+    tavrix::StatsStore store_;
 
     // For init(): the new folder, and the store's file opened there.
     void openNewStore()
@@ -35,7 +35,7 @@ protected:
     {
         const QString path = dir_->filePath(name);
         {
-            tavrix::SqliteStore maker(QStringLiteral("maker"));
+            tavrix::StatsStore maker(QStringLiteral("maker"));
             if (!maker.open(path))
                 qWarning("%s", qPrintable(maker.lastError()));
             const qint64 ann = maker.insertPlayer(QStringLiteral("Ann")).value_or(0);

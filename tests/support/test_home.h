@@ -3,7 +3,7 @@
 // A private home for one test: the settings go to a temporary folder and the
 // statistics database lies beside them, with the given players in it.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QSettings>
 #include <QStringList>
@@ -29,7 +29,7 @@ struct TestHome {
     {
         if (names.isEmpty())
             return;
-        tavrix::SqliteStore seed(QStringLiteral("seed"));
+        tavrix::StatsStore seed(QStringLiteral("seed"));
         QVERIFY(seed.open(dbPath));
         for (const QString &name : names)
             QVERIFY(seed.insertPlayer(name));

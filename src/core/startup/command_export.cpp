@@ -1,7 +1,7 @@
 #include "core/startup/command_export.h"
 
 #include "core/export/darts_csv.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,7 +22,7 @@ OptionOutput runCommandExport(const StartOptions &options, const QString &databa
     const QString database = QDir::toNativeSeparators(QFileInfo(databasePath).absoluteFilePath());
     if (!QFileInfo(databasePath).isFile())
         return failed(QStringLiteral("there is no statistics file at %1").arg(database));
-    SqliteStore store(QStringLiteral("commandExport"));
+    StatsStore store(QStringLiteral("commandExport"));
     if (!store.open(databasePath))
         return failed(store.lastError());
     std::optional<qint64> playerId;

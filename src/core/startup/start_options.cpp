@@ -2,7 +2,7 @@
 
 #include "core/session/program_files.h"
 #include "core/session/version.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -156,7 +156,7 @@ QString chooseDatabasePath(bool fromMenu, const QString &fromEnvironment, const 
 {
     if (!fromEnvironment.isEmpty())
         return fromEnvironment;
-    const QString fileName = QString::fromLatin1(SqliteStore::defaultFileName);
+    const QString fileName = QString::fromLatin1(StatsStore::defaultFileName);
     if (fromMenu)
         return QDir(userDataFolder).filePath(QStringLiteral("tavrix/") + fileName);
     return QDir(workingFolder).filePath(fileName);
@@ -164,7 +164,7 @@ QString chooseDatabasePath(bool fromMenu, const QString &fromEnvironment, const 
 
 QString startDatabasePath(bool fromMenu, bool makeFolder)
 {
-    const QString fromEnvironment = qEnvironmentVariable(SqliteStore::pathVariable);
+    const QString fromEnvironment = qEnvironmentVariable(StatsStore::pathVariable);
     const QString path =
         chooseDatabasePath(fromMenu, fromEnvironment,
                            QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation), QDir::currentPath());

@@ -1,7 +1,7 @@
 // The file under the statistics store: what its errors mean, whether it is
 // still the file that was opened, and saving its statistics into another one.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_schema.h"
 
@@ -134,7 +134,7 @@ void removeWithCompanions(const QString &path)
 // when it does, else why not.
 QString checkCopy(const QString &path, const QString &connectionName)
 {
-    SqliteStore probe(connectionName);
+    StatsStore probe(connectionName);
     if (!probe.open(path))
         return probe.lastError();
     QSqlQuery query(probe.connection());
@@ -146,7 +146,7 @@ QString checkCopy(const QString &path, const QString &connectionName)
 
 } // namespace
 
-std::optional<SqliteStore::FileIdentity> SqliteStore::identityOf(const QString &path)
+std::optional<StatsStore::FileIdentity> StatsStore::identityOf(const QString &path)
 {
     struct stat info {};
     if (::stat(QFile::encodeName(path).constData(), &info) != 0)
@@ -154,7 +154,7 @@ std::optional<SqliteStore::FileIdentity> SqliteStore::identityOf(const QString &
     return FileIdentity{static_cast<quint64>(info.st_dev), static_cast<quint64>(info.st_ino)};
 }
 
-std::optional<QString> SqliteStore::fileProblem() const
+std::optional<QString> StatsStore::fileProblem() const
 {
     if (!identity_)
         return std::nullopt;
@@ -173,7 +173,7 @@ std::optional<QString> SqliteStore::fileProblem() const
     return std::nullopt;
 }
 
-bool SqliteStore::writable(const QString &what)
+bool StatsStore::writable(const QString &what)
 {
     if (inTransaction_)
         return true;
@@ -182,7 +182,7 @@ bool SqliteStore::writable(const QString &what)
     return true;
 }
 
-QString SqliteStore::copyInto(const QString &path)
+QString StatsStore::copyInto(const QString &path)
 {
     QSqlQuery query(connection());
     // The file name is a bound value, so any character in it is safe.
@@ -194,7 +194,7 @@ QString SqliteStore::copyInto(const QString &path)
     return {};
 }
 
-std::optional<SqliteStore::Moved> SqliteStore::moveTo(const QString &path)
+std::optional<StatsStore::Moved> StatsStore::moveTo(const QString &path)
 {
     const QString target = QFileInfo(path).absoluteFilePath();
     const QString what = QStringLiteral("Cannot save the statistics into %1").arg(nativePath(target));
@@ -225,7 +225,7 @@ std::optional<SqliteStore::Moved> SqliteStore::moveTo(const QString &path)
     if (!error.isEmpty()) {
         removeWithCompanions(part);
         moved = Moved::NewFile;
-        SqliteStore fresh(connectionName_ + QStringLiteral("-new"));
+        StatsStore fresh(connectionName_ + QStringLiteral("-new"));
         if (!fresh.open(part)) {
             const QString why = fresh.lastError();
             fresh.close();
@@ -306,7 +306,7 @@ QString copyRestorable(const QString &path, const QString &copyPath, const QStri
 
 } // namespace
 
-bool SqliteStore::backUpTo(const QString &path)
+bool StatsStore::backUpTo(const QString &path)
 {
     const QString target = QFileInfo(path).absoluteFilePath();
     const QString what = QStringLiteral("Cannot back up the statistics into %1").arg(nativePath(target));
@@ -334,7 +334,7 @@ bool SqliteStore::backUpTo(const QString &path)
     return fail(what, error);
 }
 
-bool SqliteStore::restoreFrom(const QString &source)
+bool StatsStore::restoreFrom(const QString &source)
 {
     const QString what = QStringLiteral("Cannot restore the statistics from %1").arg(nativePath(source));
     if (!isOpen())

@@ -1,6 +1,6 @@
 #include "ui/advice/aim_advice_service.h"
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QFileInfo>
 #include <QMutex>
@@ -10,7 +10,7 @@
 
 namespace tavrix {
 
-AimAdviceService::AimAdviceService(SqliteStore &store, const CheckoutChart &chart, QObject *parent)
+AimAdviceService::AimAdviceService(StatsStore &store, const CheckoutChart &chart, QObject *parent)
     : QObject(parent)
     , store_(store)
     , chart_(chart)
@@ -72,7 +72,7 @@ AimAdviceService::Result AimAdviceService::work(QString path, qint64 playerId, S
     // A file that has gone is not made again here; the window tells of it.
     if (!QFileInfo::exists(path))
         return result;
-    SqliteStore store(QStringLiteral("aimAdvice%1").arg(++serial));
+    StatsStore store(QStringLiteral("aimAdvice%1").arg(++serial));
     if (!store.open(path))
         return result;
     const std::optional<SpreadFit> fit = readSpreadFit(store, playerId);

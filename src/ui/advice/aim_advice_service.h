@@ -18,13 +18,13 @@
 namespace tavrix {
 
 class CheckoutChart;
-class SqliteStore;
+class StatsStore;
 
 class AimAdviceService : public QObject {
     Q_OBJECT
 
 public:
-    AimAdviceService(SqliteStore &store, const CheckoutChart &chart, QObject *parent = nullptr);
+    AimAdviceService(StatsStore &store, const CheckoutChart &chart, QObject *parent = nullptr);
     ~AimAdviceService() override;
 
     // The player's advice as last worked out; null while there is none yet.
@@ -55,7 +55,7 @@ private:
                        std::shared_ptr<std::atomic<bool>> stop);
     void finished();
 
-    SqliteStore &store_;
+    StatsStore &store_;
     const CheckoutChart &chart_;
     std::optional<Result> kept_;
     // The player and version of the work in hand, or last done.

@@ -2,7 +2,7 @@
 
 #include "core/export/darts_csv.h"
 #include "core/session/session.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 #include "ui/dialogs/messages.h"
 
 #include <QCoreApplication>
@@ -31,7 +31,7 @@ QString fileNamePart(const QString &name)
 
 } // namespace
 
-StatsFiles::StatsFiles(SqliteStore &store, Messages &messages, const Session &session)
+StatsFiles::StatsFiles(StatsStore &store, Messages &messages, const Session &session)
     : store_(store)
     , messages_(messages)
     , session_(session)

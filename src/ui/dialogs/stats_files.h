@@ -9,12 +9,12 @@ class QWidget;
 namespace tavrix {
 
 class Messages;
-class SqliteStore;
+class StatsStore;
 struct Session;
 
 class StatsFiles {
 public:
-    StatsFiles(SqliteStore &store, Messages &messages, const Session &session);
+    StatsFiles(StatsStore &store, Messages &messages, const Session &session);
 
     // Asks whose darts (the current player's or everybody's) and the file,
     // and writes them there; the outcome is said.
@@ -23,7 +23,7 @@ public:
     void backUp(QWidget *parent);
 
 private:
-    SqliteStore &store_;
+    StatsStore &store_;
     Messages &messages_;
     const Session &session_;
 };

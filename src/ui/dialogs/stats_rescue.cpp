@@ -2,7 +2,7 @@
 
 #include "core/session/session.h"
 #include "core/stats/game_journal.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 #include "ui/dialogs/messages.h"
 
 #include <QDir>
@@ -10,7 +10,7 @@
 
 namespace tavrix {
 
-StatsRescue::StatsRescue(SqliteStore &store, Messages &messages, Session &session)
+StatsRescue::StatsRescue(StatsStore &store, Messages &messages, Session &session)
     : store_(store)
     , messages_(messages)
     , session_(session)
@@ -57,7 +57,7 @@ bool StatsRescue::saveIntoAnotherFile(QWidget *parent)
         QStringLiteral("Statistics files (*.db);;All files (*)"));
     if (path.isEmpty())
         return false;
-    const std::optional<SqliteStore::Moved> moved = store_.moveTo(path);
+    const std::optional<StatsStore::Moved> moved = store_.moveTo(path);
     if (!moved) {
         messages_.error(parent, title, store_.lastError() + QLatin1Char('.'));
         return false;
@@ -75,7 +75,7 @@ bool StatsRescue::saveIntoAnotherFile(QWidget *parent)
         return false;
     }
     told_ = false;
-    QString text = *moved == SqliteStore::Moved::Copied
+    QString text = *moved == StatsStore::Moved::Copied
                        ? QStringLiteral("Your statistics and the darts not saved before are now saved in %1.").arg(file)
                        : QStringLiteral("The old statistics could no longer be read, so %1 is a new statistics "
                                         "file: it holds your player and the darts not saved before.")

@@ -16,12 +16,12 @@ namespace tavrix {
 
 class GameJournal;
 class Messages;
-class SqliteStore;
+class StatsStore;
 struct Session;
 
 class StatsRescue {
 public:
-    StatsRescue(SqliteStore &store, Messages &messages, Session &session);
+    StatsRescue(StatsStore &store, Messages &messages, Session &session);
 
     // The darts of games not saved yet; they go into another file with the
     // statistics.
@@ -44,7 +44,7 @@ public:
     bool saveIntoAnotherFile(QWidget *parent);
 
 private:
-    SqliteStore &store_;
+    StatsStore &store_;
     Messages &messages_;
     Session &session_;
     GameJournal *journal_ = nullptr;

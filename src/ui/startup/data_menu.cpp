@@ -4,7 +4,7 @@
 #include "ui/startup/darts_window.h"
 
 #include "core/session/session.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 #include "ui/advice/aim_advice_service.h"
 #include "ui/dialogs/messages.h"
 #include "ui/dialogs/stats_files.h"
@@ -29,7 +29,7 @@ void Darts::restoreStats()
 {
     const QString title = QStringLiteral("Restore Statistics");
     Messages &messages = program_.messages();
-    SqliteStore &store = program_.store();
+    StatsStore &store = program_.store();
     // The game's darts would go into the file that is replaced.
     if (!mayLeaveGame())
         return;
@@ -39,7 +39,7 @@ void Darts::restoreStats()
                                   QStringLiteral("Statistics files (*.db);;All files (*)"));
     if (path.isEmpty())
         return;
-    const QString kept = database + QLatin1String(SqliteStore::beforeRestoreSuffix);
+    const QString kept = database + QLatin1String(StatsStore::beforeRestoreSuffix);
     if (!messages.askYesNo(this, title,
                            QStringLiteral("Replace the statistics in %1 with those in %2?\r\n\r\n"
                                           "The statistics in use now are kept in %3 (in place of any kept "

@@ -40,7 +40,7 @@ int programsMade = 0;
 // copies may run side by side in one test).
 QString storeConnectionName()
 {
-    const QString name = QString::fromLatin1(SqliteStore::defaultConnectionName);
+    const QString name = QString::fromLatin1(StatsStore::defaultConnectionName);
     ++programsMade;
     return programsAlive == 0 ? name : name + QStringLiteral("-%1").arg(programsMade);
 }

@@ -7,7 +7,7 @@
 #include "core/advice/chart_advisor.h"
 #include "core/games/checkout_chart.h"
 #include "core/session/session.h"
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QSize>
 #include <QString>
@@ -66,7 +66,7 @@ public:
 
     Session &session() { return session_; }
     bool isShutDown() const { return shutDownDone_; }
-    SqliteStore &store() { return store_; }
+    StatsStore &store() { return store_; }
     const CheckoutChart &checkoutChart() const { return chart_; }
     // Where the games advise the players and the computer to aim.
     const Advisor &advisor() const { return advisor_; }
@@ -87,7 +87,7 @@ private:
     std::unique_ptr<Sounds> sounds_;
     Session session_;
     bool shutDownDone_ = false;
-    SqliteStore store_;
+    StatsStore store_;
     CheckoutChart chart_;
     ChartAdvisor advisor_{chart_};
     std::unique_ptr<Darts> window_;

@@ -3,7 +3,7 @@
 #include "ui/statistics/statistics_charts.h"
 #include "ui/statistics/statistics_service.h"
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -28,7 +28,7 @@ constexpr int changeLookMs = 2000;
 
 } // namespace
 
-StatisticsDialog::StatisticsDialog(SqliteStore &store, QWidget *parent)
+StatisticsDialog::StatisticsDialog(StatsStore &store, QWidget *parent)
     : QDialog(parent)
     , store_(store)
     , service_(new StatisticsService(store, this))

@@ -21,7 +21,7 @@ class QProgressBar;
 
 namespace tavrix {
 
-class SqliteStore;
+class StatsStore;
 class StatisticsCharts;
 class StatisticsService;
 
@@ -29,7 +29,7 @@ class StatisticsDialog : public QDialog {
     Q_OBJECT
 
 public:
-    StatisticsDialog(SqliteStore &store, QWidget *parent = nullptr);
+    StatisticsDialog(StatsStore &store, QWidget *parent = nullptr);
 
     // Shows the dialog for the player and works out the figures afresh.
     void showFor(qint64 playerId, const QString &playerName);
@@ -44,7 +44,7 @@ private:
     void showFailure(const QString &error);
     QLabel *addFigure(QGridLayout *grid, const char *name, const QString &caption);
 
-    SqliteStore &store_;
+    StatsStore &store_;
     StatisticsService *service_ = nullptr;
     StatisticsCharts *charts_ = nullptr;
     QComboBox *period_ = nullptr;

@@ -1,6 +1,6 @@
 #include "ui/statistics/statistics_service.h"
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -10,7 +10,7 @@
 
 namespace tavrix {
 
-StatisticsService::StatisticsService(const SqliteStore &store, QObject *parent)
+StatisticsService::StatisticsService(const StatsStore &store, QObject *parent)
     : QObject(parent)
     , store_(store)
 {
@@ -60,7 +60,7 @@ StatisticsService::Result StatisticsService::work(QString path, qint64 playerId,
         result.error = QStringLiteral("The statistics file %1 is gone.").arg(path);
         return result;
     }
-    SqliteStore store(QStringLiteral("statistics%1").arg(++serial));
+    StatsStore store(QStringLiteral("statistics%1").arg(++serial));
     if (!store.open(path)) {
         result.error = store.lastError();
         return result;

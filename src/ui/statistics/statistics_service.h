@@ -15,13 +15,13 @@
 
 namespace tavrix {
 
-class SqliteStore;
+class StatsStore;
 
 class StatisticsService : public QObject {
     Q_OBJECT
 
 public:
-    explicit StatisticsService(const SqliteStore &store, QObject *parent = nullptr);
+    explicit StatisticsService(const StatsStore &store, QObject *parent = nullptr);
     ~StatisticsService() override;
 
     // Starts working out the player's statistics for the period ending now.
@@ -49,7 +49,7 @@ private:
     void start(const Request &request);
     void finished();
 
-    const SqliteStore &store_;
+    const StatsStore &store_;
     QFutureWatcher<Result> watcher_;
     bool working_ = false;
     std::optional<Request> waiting_;

@@ -1,7 +1,7 @@
 // The practice darts as the running totals read them, and the sums kept of
 // them.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QSqlQuery>
 #include <QVariant>
@@ -31,7 +31,7 @@ int wholeNumber(const QVariant &value)
 
 } // namespace
 
-std::optional<PracticeSums> SqliteStore::keptPracticeSums(qint64 playerId)
+std::optional<PracticeSums> StatsStore::keptPracticeSums(qint64 playerId)
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral(
@@ -58,7 +58,7 @@ std::optional<PracticeSums> SqliteStore::keptPracticeSums(qint64 playerId)
     return sums;
 }
 
-bool SqliteStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums)
+bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums)
 {
     if (!writable(QStringLiteral("Cannot keep the practice totals")))
         return false;
@@ -78,7 +78,7 @@ bool SqliteStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums)
     return true;
 }
 
-bool SqliteStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target)
+bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, std::pair<int, int> target)
 {
     const QString what = QStringLiteral("Cannot keep the practice totals");
     QSqlQuery *query = prepared(QStringLiteral("practicesums"),
@@ -123,7 +123,7 @@ bool SqliteStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, st
     return exec(*query, what);
 }
 
-bool SqliteStore::readPracticeDarts(qint64 playerId,
+bool StatsStore::readPracticeDarts(qint64 playerId,
                                    const PracticeDartTaker &take)
 {
     QSqlQuery query(connection());

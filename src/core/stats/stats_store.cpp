@@ -1,4 +1,4 @@
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
 #include "core/stats/sqlite_schema.h"
@@ -53,11 +53,11 @@ QString storedDateTimeNow()
     return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
-struct SqliteStore::PreparedStatements {
+struct StatsStore::PreparedStatements {
     QHash<QString, QSqlQuery> byKey;
 };
 
-QString SqliteStore::defaultDatabasePath()
+QString StatsStore::defaultDatabasePath()
 {
     const QString fromEnvironment = qEnvironmentVariable(pathVariable);
     if (!fromEnvironment.isEmpty())
@@ -65,28 +65,28 @@ QString SqliteStore::defaultDatabasePath()
     return QDir::current().filePath(QString::fromLatin1(defaultFileName));
 }
 
-SqliteStore::SqliteStore(QString connectionName)
+StatsStore::StatsStore(QString connectionName)
     : connectionName_(std::move(connectionName))
     , statements_(std::make_unique<PreparedStatements>())
 {
 }
 
-SqliteStore::~SqliteStore()
+StatsStore::~StatsStore()
 {
     close();
 }
 
-QSqlDatabase SqliteStore::connection() const
+QSqlDatabase StatsStore::connection() const
 {
     return QSqlDatabase::database(connectionName_, false);
 }
 
-bool SqliteStore::isOpen() const
+bool StatsStore::isOpen() const
 {
     return QSqlDatabase::contains(connectionName_) && connection().isOpen();
 }
 
-bool SqliteStore::open(const QString &path)
+bool StatsStore::open(const QString &path)
 {
     close();
     path_ = path;
@@ -130,7 +130,7 @@ bool SqliteStore::open(const QString &path)
     return true;
 }
 
-std::optional<QString> SqliteStore::writeProblem()
+std::optional<QString> StatsStore::writeProblem()
 {
     QSqlQuery query(connection());
     // Takes the write lock and gives it back at once, changing nothing.
@@ -143,7 +143,7 @@ std::optional<QString> SqliteStore::writeProblem()
         .arg(QDir::toNativeSeparators(path_), describeDatabaseError(query.lastError(), path_));
 }
 
-void SqliteStore::close()
+void StatsStore::close()
 {
     statements_->byKey.clear();
     // SQLite does not move the log of a file deleted, moved away or replaced
@@ -174,19 +174,19 @@ void SqliteStore::close()
     }
 }
 
-bool SqliteStore::fail(const QString &what, const QString &detail)
+bool StatsStore::fail(const QString &what, const QString &detail)
 {
     lastError_ = detail.trimmed().isEmpty() ? what + QLatin1Char('.')
                                             : what + QStringLiteral(": ") + detail.trimmed();
     return false;
 }
 
-bool SqliteStore::fail(const QString &what, const QSqlQuery &query)
+bool StatsStore::fail(const QString &what, const QSqlQuery &query)
 {
     return fail(what, describeDatabaseError(query.lastError(), path_));
 }
 
-bool SqliteStore::exec(QSqlQuery &query, const QString &what)
+bool StatsStore::exec(QSqlQuery &query, const QString &what)
 {
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
@@ -202,7 +202,7 @@ bool SqliteStore::exec(QSqlQuery &query, const QString &what)
     return fail(what, query);
 }
 
-std::optional<qint64> SqliteStore::execInsert(QSqlQuery &query, const QString &what, const QString &thing)
+std::optional<qint64> StatsStore::execInsert(QSqlQuery &query, const QString &what, const QString &thing)
 {
     if (!exec(query, what))
         return std::nullopt;
@@ -212,7 +212,7 @@ std::optional<qint64> SqliteStore::execInsert(QSqlQuery &query, const QString &w
     return id;
 }
 
-bool SqliteStore::execUpdate(QSqlQuery &query, const QString &what, const QString &thing, qint64 id)
+bool StatsStore::execUpdate(QSqlQuery &query, const QString &what, const QString &thing, qint64 id)
 {
     if (!exec(query, what))
         return false;
@@ -221,7 +221,7 @@ bool SqliteStore::execUpdate(QSqlQuery &query, const QString &what, const QStrin
     return true;
 }
 
-QSqlQuery *SqliteStore::prepared(const QString &key, const QString &statement)
+QSqlQuery *StatsStore::prepared(const QString &key, const QString &statement)
 {
     if (!isOpen()) {
         fail(QStringLiteral("Cannot use the statistics"),
@@ -240,7 +240,7 @@ QSqlQuery *SqliteStore::prepared(const QString &key, const QString &statement)
     return &*found;
 }
 
-bool SqliteStore::insertGameDart(const GameDart &dart)
+bool StatsStore::insertGameDart(const GameDart &dart)
 {
     if (!writable(QStringLiteral("Cannot record the game dart")))
         return false;
@@ -266,7 +266,7 @@ bool SqliteStore::insertGameDart(const GameDart &dart)
     return exec(*query, QStringLiteral("Cannot record the game dart"));
 }
 
-std::optional<qint64> SqliteStore::insertStatTarget(qint64 playerId, int targetValue,
+std::optional<qint64> StatsStore::insertStatTarget(qint64 playerId, int targetValue,
                                                    int targetRing)
 {
     if (!writable(QStringLiteral("Cannot record the practice target")))
@@ -287,7 +287,7 @@ std::optional<qint64> SqliteStore::insertStatTarget(qint64 playerId, int targetV
     return idFrom(*query);
 }
 
-bool SqliteStore::restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing)
+bool StatsStore::restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing)
 {
     const QString what = QStringLiteral("Cannot record the practice target");
     if (!writable(what))
@@ -301,7 +301,7 @@ bool SqliteStore::restoreStatTarget(qint64 targetId, qint64 playerId, int target
     return exec(query, what);
 }
 
-bool SqliteStore::insertStatThrow(const PracticeDart &dart)
+bool StatsStore::insertStatThrow(const PracticeDart &dart)
 {
     if (!writable(QStringLiteral("Cannot record the practice dart")))
         return false;
@@ -322,7 +322,7 @@ bool SqliteStore::insertStatThrow(const PracticeDart &dart)
     return exec(*query, QStringLiteral("Cannot record the practice dart"));
 }
 
-std::optional<qint64> SqliteStore::insertGame(const NewGame &game)
+std::optional<qint64> StatsStore::insertGame(const NewGame &game)
 {
     if (!writable(QStringLiteral("Cannot record the new game")))
         return std::nullopt;
@@ -343,7 +343,7 @@ std::optional<qint64> SqliteStore::insertGame(const NewGame &game)
     return idFrom(*query);
 }
 
-bool SqliteStore::restorePlayer(qint64 playerId, const QString &name)
+bool StatsStore::restorePlayer(qint64 playerId, const QString &name)
 {
     const QString what = QStringLiteral("Cannot record the player");
     if (!writable(what))
@@ -356,7 +356,7 @@ bool SqliteStore::restorePlayer(qint64 playerId, const QString &name)
     return exec(query, what);
 }
 
-bool SqliteStore::restoreGame(qint64 gameId, const NewGame &game, const QString &playerName)
+bool StatsStore::restoreGame(qint64 gameId, const NewGame &game, const QString &playerName)
 {
     const QString what = QStringLiteral("Cannot record the game");
     if (!restorePlayer(game.playerId, playerName) || !writable(what))
@@ -372,7 +372,7 @@ bool SqliteStore::restoreGame(qint64 gameId, const NewGame &game, const QString 
     return exec(query, what);
 }
 
-bool SqliteStore::finishGame(qint64 gameId, const GameResult &result)
+bool StatsStore::finishGame(qint64 gameId, const GameResult &result)
 {
     if (!writable(QStringLiteral("Cannot record the end of the game")))
         return false;
@@ -386,7 +386,7 @@ bool SqliteStore::finishGame(qint64 gameId, const GameResult &result)
     return exec(query, QStringLiteral("Cannot record the end of the game"));
 }
 
-std::optional<qint64> SqliteStore::insertPlayer(const QString &name)
+std::optional<qint64> StatsStore::insertPlayer(const QString &name)
 {
     if (!writable(QStringLiteral("Cannot record the new player")))
         return std::nullopt;
@@ -402,7 +402,7 @@ std::optional<qint64> SqliteStore::insertPlayer(const QString &name)
     return idFrom(*query);
 }
 
-bool SqliteStore::resetPlayerStats(qint64 playerId)
+bool StatsStore::resetPlayerStats(qint64 playerId)
 {
     // Game darts are found through their games, so they go before the games.
     std::vector<const char *> statements{"DELETE FROM statstargets WHERE players_id = ?",
@@ -417,7 +417,7 @@ bool SqliteStore::resetPlayerStats(qint64 playerId)
     return runForPlayer(statements, playerId, QStringLiteral("Cannot delete the statistics"));
 }
 
-bool SqliteStore::runForPlayer(const std::vector<const char *> &statements, qint64 playerId, const QString &what)
+bool StatsStore::runForPlayer(const std::vector<const char *> &statements, qint64 playerId, const QString &what)
 {
     Batch batch(*this);
     if (!batch.isActive())
@@ -432,7 +432,7 @@ bool SqliteStore::runForPlayer(const std::vector<const char *> &statements, qint
     return batch.commit();
 }
 
-std::optional<QList<ChartRow>> SqliteStore::outchartRows()
+std::optional<QList<ChartRow>> StatsStore::outchartRows()
 {
     const std::optional<QList<StoredChartRow>> stored = storedOutchartRows();
     if (!stored)
@@ -444,7 +444,7 @@ std::optional<QList<ChartRow>> SqliteStore::outchartRows()
     return rows;
 }
 
-std::optional<QList<StoredChartRow>> SqliteStore::storedOutchartRows()
+std::optional<QList<StoredChartRow>> StatsStore::storedOutchartRows()
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral(
@@ -466,7 +466,7 @@ std::optional<QList<StoredChartRow>> SqliteStore::storedOutchartRows()
     return rows;
 }
 
-bool SqliteStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows)
+bool StatsStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows)
 {
     const QString what = QStringLiteral("Cannot repair the checkout chart");
     Batch batch(*this);
@@ -486,7 +486,7 @@ bool SqliteStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<C
     return batch.commit();
 }
 
-bool SqliteStore::beginTransaction()
+bool StatsStore::beginTransaction()
 {
     if (!isOpen())
         return fail(QStringLiteral("Cannot write statistics"), QStringLiteral("the statistics database is not open"));
@@ -499,7 +499,7 @@ bool SqliteStore::beginTransaction()
     return true;
 }
 
-bool SqliteStore::commitTransaction()
+bool StatsStore::commitTransaction()
 {
     inTransaction_ = false;
     QSqlDatabase db = connection();
@@ -510,7 +510,7 @@ bool SqliteStore::commitTransaction()
     return false;
 }
 
-void SqliteStore::rollbackTransaction()
+void StatsStore::rollbackTransaction()
 {
     inTransaction_ = false;
     connection().rollback();

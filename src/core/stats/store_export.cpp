@@ -2,7 +2,7 @@
 // SQLite's own calls on the store's connection, as readAimedDarts does, so a
 // million rows cost about one plain read and no more memory than one row.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
 #include "core/stats/sqlite_schema.h"
@@ -147,7 +147,7 @@ private:
 
 } // namespace
 
-std::optional<qint64> SqliteStore::exportDartCount(std::optional<qint64> playerId)
+std::optional<qint64> StatsStore::exportDartCount(std::optional<qint64> playerId)
 {
     QSqlQuery query(connection());
     query.prepare(playerId ? QStringLiteral("SELECT (SELECT count(*) FROM statsthrows WHERE players_id = ?)"
@@ -163,7 +163,7 @@ std::optional<qint64> SqliteStore::exportDartCount(std::optional<qint64> playerI
     return query.value(0).toLongLong();
 }
 
-bool SqliteStore::readExportDarts(std::optional<qint64> playerId, const ExportDartTaker &take)
+bool StatsStore::readExportDarts(std::optional<qint64> playerId, const ExportDartTaker &take)
 {
     const QString what = QStringLiteral("Cannot read the darts");
     // The names are few; each row takes its own from here.

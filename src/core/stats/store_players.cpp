@@ -1,6 +1,6 @@
 // The players table: listing, looking up, renaming and deleting players.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
 
@@ -9,7 +9,7 @@
 
 namespace tavrix {
 
-std::optional<int> SqliteStore::playerCount()
+std::optional<int> StatsStore::playerCount()
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("SELECT count(*) FROM players"));
@@ -18,7 +18,7 @@ std::optional<int> SqliteStore::playerCount()
     return query.value(0).toInt();
 }
 
-std::optional<QList<PlayerRow>> SqliteStore::players()
+std::optional<QList<PlayerRow>> StatsStore::players()
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("SELECT id, name FROM players ORDER BY id"));
@@ -30,7 +30,7 @@ std::optional<QList<PlayerRow>> SqliteStore::players()
     return rows;
 }
 
-std::optional<qint64> SqliteStore::playerIdByName(const QString &name)
+std::optional<qint64> StatsStore::playerIdByName(const QString &name)
 {
     QSqlQuery *const query =
         prepared(QStringLiteral("playerid"), QStringLiteral("SELECT id FROM players WHERE name = ?"));
@@ -46,7 +46,7 @@ std::optional<qint64> SqliteStore::playerIdByName(const QString &name)
     return id;
 }
 
-std::optional<QString> SqliteStore::playerName(qint64 playerId)
+std::optional<QString> StatsStore::playerName(qint64 playerId)
 {
     QSqlQuery *const query = prepared(QStringLiteral("playername"),
                                       QStringLiteral("SELECT name FROM players WHERE id = ?"));
@@ -62,7 +62,7 @@ std::optional<QString> SqliteStore::playerName(qint64 playerId)
     return name;
 }
 
-bool SqliteStore::renamePlayer(qint64 playerId, const QString &name)
+bool StatsStore::renamePlayer(qint64 playerId, const QString &name)
 {
     if (!writable(QStringLiteral("Cannot rename the player")))
         return false;
@@ -73,7 +73,7 @@ bool SqliteStore::renamePlayer(qint64 playerId, const QString &name)
     return exec(query, QStringLiteral("Cannot rename the player"));
 }
 
-bool SqliteStore::deletePlayer(qint64 playerId)
+bool StatsStore::deletePlayer(qint64 playerId)
 {
     // The player's games (and matches) stay, as before; the drills go with
     // the practice.

@@ -1,7 +1,7 @@
 // The darts review mode plots for one scoring area: the practice darts of
 // every practice set aimed at it and the game darts aimed at it.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QSqlQuery>
 #include <QVariant>
@@ -22,7 +22,7 @@ void readDarts(QSqlQuery &query, std::vector<AreaDart> &darts)
 
 } // namespace
 
-std::optional<AreaDarts> SqliteStore::areaDarts(qint64 playerId, int targetValue,
+std::optional<AreaDarts> StatsStore::areaDarts(qint64 playerId, int targetValue,
                                                            int targetRing)
 {
     // One join rather than a query per practice set; the player's targets

@@ -3,7 +3,7 @@
 // read every dart of the player, so each result is kept until the database
 // changes.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/distance_quarters.h"
 #include "core/stats/sqlite_handle.h"
@@ -65,7 +65,7 @@ sqlite3 *sqliteHandle(const QSqlDatabase &connection)
     return *static_cast<sqlite3 *const *>(handle.constData());
 }
 
-bool SqliteStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
+bool StatsStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
 {
     ++playerReads_;
     // A million rows through Qt's values cost two and a half times the
@@ -97,7 +97,7 @@ bool SqliteStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
     return read(aimedDartsStatement) && (!holdsTable(handle, "drilldarts") || read(aimedDrillDartsStatement));
 }
 
-std::optional<SqliteStore::ChangeStamp> SqliteStore::changeStamp()
+std::optional<StatsStore::ChangeStamp> StatsStore::changeStamp()
 {
     QSqlQuery query(connection());
     query.prepare(QStringLiteral("SELECT data_version, total_changes() FROM pragma_data_version"));
@@ -106,7 +106,7 @@ std::optional<SqliteStore::ChangeStamp> SqliteStore::changeStamp()
     return ChangeStamp{query.value(0).toLongLong(), query.value(1).toLongLong()};
 }
 
-std::optional<DistanceQuarters> SqliteStore::distanceQuarters(qint64 playerId, qint64 minSamples)
+std::optional<DistanceQuarters> StatsStore::distanceQuarters(qint64 playerId, qint64 minSamples)
 {
     const std::optional<ChangeStamp> stamp = changeStamp();
     if (!stamp)
@@ -127,7 +127,7 @@ std::optional<DistanceQuarters> SqliteStore::distanceQuarters(qint64 playerId, q
     return quarters;
 }
 
-std::optional<TargetCounts> SqliteStore::targetCounts(qint64 playerId)
+std::optional<TargetCounts> StatsStore::targetCounts(qint64 playerId)
 {
     const std::optional<ChangeStamp> stamp = changeStamp();
     if (!stamp)
@@ -165,7 +165,7 @@ std::optional<TargetCounts> SqliteStore::targetCounts(qint64 playerId)
     return counts;
 }
 
-std::optional<PlayerDistances> SqliteStore::playerDistances(qint64 playerId)
+std::optional<PlayerDistances> StatsStore::playerDistances(qint64 playerId)
 {
     QSqlQuery query(connection());
     std::optional<PlayerDistances> distances = readDistances(query, playerId);

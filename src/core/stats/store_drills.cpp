@@ -1,7 +1,7 @@
 // The training drills: a row per drill, its darts set by set, and the
 // drills read back for the history and the best score.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
 
@@ -26,13 +26,13 @@ bool holdsTable(sqlite3 *handle, const char *table)
     return found;
 }
 
-bool SqliteStore::holdsDrillTables()
+bool StatsStore::holdsDrillTables()
 {
     sqlite3 *const handle = isOpen() ? sqliteHandle(connection()) : nullptr;
     return handle && holdsTable(handle, "drills") && holdsTable(handle, "drilldarts");
 }
 
-bool SqliteStore::newerTablesWritable(const QString &what, bool (SqliteStore::*holds)(), const QString &things)
+bool StatsStore::newerTablesWritable(const QString &what, bool (StatsStore::*holds)(), const QString &things)
 {
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
@@ -45,12 +45,12 @@ bool SqliteStore::newerTablesWritable(const QString &what, bool (SqliteStore::*h
     return true;
 }
 
-bool SqliteStore::drillsWritable(const QString &what)
+bool StatsStore::drillsWritable(const QString &what)
 {
-    return newerTablesWritable(what, &SqliteStore::holdsDrillTables, QStringLiteral("drills"));
+    return newerTablesWritable(what, &StatsStore::holdsDrillTables, QStringLiteral("drills"));
 }
 
-std::optional<qint64> SqliteStore::insertDrill(const NewDrill &drill)
+std::optional<qint64> StatsStore::insertDrill(const NewDrill &drill)
 {
     const QString what = QStringLiteral("Cannot record the new drill");
     if (!drillsWritable(what))
@@ -68,7 +68,7 @@ std::optional<qint64> SqliteStore::insertDrill(const NewDrill &drill)
     return execInsert(*query, what, QStringLiteral("drill"));
 }
 
-bool SqliteStore::insertDrillSet(const QList<DrillDart> &darts)
+bool StatsStore::insertDrillSet(const QList<DrillDart> &darts)
 {
     const QString what = QStringLiteral("Cannot record the set of the drill");
     if (!drillsWritable(what))
@@ -101,7 +101,7 @@ bool SqliteStore::insertDrillSet(const QList<DrillDart> &darts)
     return !batch || batch->commit();
 }
 
-bool SqliteStore::finishDrill(qint64 drillId, const DrillEnd &end)
+bool StatsStore::finishDrill(qint64 drillId, const DrillEnd &end)
 {
     const QString what = QStringLiteral("Cannot record the end of the drill");
     if (!drillsWritable(what))
@@ -114,7 +114,7 @@ bool SqliteStore::finishDrill(qint64 drillId, const DrillEnd &end)
     return execUpdate(query, what, QStringLiteral("drill"), drillId);
 }
 
-std::optional<std::vector<DrillRow>> SqliteStore::drillRows(qint64 playerId)
+std::optional<std::vector<DrillRow>> StatsStore::drillRows(qint64 playerId)
 {
     const QString what = QStringLiteral("Cannot read the player's drills");
     if (!isOpen()) {
@@ -134,7 +134,7 @@ std::optional<std::vector<DrillRow>> SqliteStore::drillRows(qint64 playerId)
     return rows;
 }
 
-std::optional<std::optional<int>> SqliteStore::bestDrillScore(qint64 playerId, int kind, int targetNumber,
+std::optional<std::optional<int>> StatsStore::bestDrillScore(qint64 playerId, int kind, int targetNumber,
                                                               bool lowerIsBetter)
 {
     const QString what = QStringLiteral("Cannot read the best score of the drill");

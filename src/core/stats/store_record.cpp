@@ -1,13 +1,13 @@
 // The player's record against one kind of opponent, read from `games`.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include <QSqlQuery>
 #include <QVariant>
 
 namespace tavrix {
 
-std::optional<GameRecordFigures> SqliteStore::gameRecord(qint64 playerId, GameType gameType, SkillLevel skill)
+std::optional<GameRecordFigures> StatsStore::gameRecord(qint64 playerId, GameType gameType, SkillLevel skill)
 {
     // One pass over the player's games of this type and skill, read from the
     // games_record index alone: counts, fewest darts in a win, best finish.

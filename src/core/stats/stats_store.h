@@ -24,7 +24,7 @@ class QSqlQuery;
 
 namespace tavrix {
 
-class SqliteStore final : public PlayerStore,
+class StatsStore final : public PlayerStore,
                           public GameStore,
                           public PracticeLog,
                           public ChartStore,
@@ -39,10 +39,10 @@ public:
     // working folder.
     static QString defaultDatabasePath();
 
-    explicit SqliteStore(QString connectionName = QString::fromLatin1(defaultConnectionName));
-    ~SqliteStore();
-    SqliteStore(const SqliteStore &) = delete;
-    SqliteStore &operator=(const SqliteStore &) = delete;
+    explicit StatsStore(QString connectionName = QString::fromLatin1(defaultConnectionName));
+    ~StatsStore();
+    StatsStore(const StatsStore &) = delete;
+    StatsStore &operator=(const StatsStore &) = delete;
 
     // Opens the database, creating a missing file, and brings an older file's
     // tables up to this version (sqlite_schema.h). On failure lastError()
@@ -192,7 +192,7 @@ private:
     bool matchesWritable(const QString &what);
     // False, with lastError(), when the file is not open, cannot be written
     // or lacks the tables of `things` ("drills") that `holds` looks for.
-    bool newerTablesWritable(const QString &what, bool (SqliteStore::*holds)(), const QString &things);
+    bool newerTablesWritable(const QString &what, bool (StatsStore::*holds)(), const QString &things);
     // The statement prepared once per connection and reused; null (with
     // lastError() set) when it cannot be prepared.
     QSqlQuery *prepared(const QString &key, const QString &statement);

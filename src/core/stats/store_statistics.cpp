@@ -2,7 +2,7 @@
 // the store's connection: a statement per kind of row, each row taken as it
 // comes.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
 
@@ -90,7 +90,7 @@ int readRows(sqlite3 *handle, const char *text, qint64 playerId, Take take)
 
 } // namespace
 
-std::optional<StatisticsRows> SqliteStore::statisticsRows(qint64 playerId)
+std::optional<StatisticsRows> StatsStore::statisticsRows(qint64 playerId)
 {
     ++playerReads_;
     const QString what = QStringLiteral("Cannot read the player's statistics");

@@ -1,7 +1,7 @@
 // The matches of legs: a row per match, a link row per leg naming its game,
 // and the match's end with its score and figures.
 
-#include "core/stats/sqlite_store.h"
+#include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
 
@@ -26,18 +26,18 @@ QVariantList startValues(const NewMatch &match)
 
 } // namespace
 
-bool SqliteStore::holdsMatchTables()
+bool StatsStore::holdsMatchTables()
 {
     sqlite3 *const handle = isOpen() ? sqliteHandle(connection()) : nullptr;
     return handle && holdsTable(handle, "matches") && holdsTable(handle, "matchlegs");
 }
 
-bool SqliteStore::matchesWritable(const QString &what)
+bool StatsStore::matchesWritable(const QString &what)
 {
-    return newerTablesWritable(what, &SqliteStore::holdsMatchTables, QStringLiteral("matches"));
+    return newerTablesWritable(what, &StatsStore::holdsMatchTables, QStringLiteral("matches"));
 }
 
-std::optional<qint64> SqliteStore::insertMatch(const NewMatch &match)
+std::optional<qint64> StatsStore::insertMatch(const NewMatch &match)
 {
     const QString what = QStringLiteral("Cannot record the new match");
     if (!matchesWritable(what))
@@ -53,7 +53,7 @@ std::optional<qint64> SqliteStore::insertMatch(const NewMatch &match)
     return execInsert(*query, what, QStringLiteral("match"));
 }
 
-bool SqliteStore::insertMatchLeg(const MatchLeg &leg)
+bool StatsStore::insertMatchLeg(const MatchLeg &leg)
 {
     const QString what = QStringLiteral("Cannot record the leg of the match");
     if (!matchesWritable(what))
@@ -70,7 +70,7 @@ bool SqliteStore::insertMatchLeg(const MatchLeg &leg)
     return exec(*query, what);
 }
 
-bool SqliteStore::finishMatch(qint64 matchId, const MatchEnd &end)
+bool StatsStore::finishMatch(qint64 matchId, const MatchEnd &end)
 {
     const QString what = QStringLiteral("Cannot record the end of the match");
     if (!matchesWritable(what))
@@ -91,7 +91,7 @@ bool SqliteStore::finishMatch(qint64 matchId, const MatchEnd &end)
     return execUpdate(query, what, QStringLiteral("match"), matchId);
 }
 
-bool SqliteStore::restoreMatch(qint64 matchId, const NewMatch &match)
+bool StatsStore::restoreMatch(qint64 matchId, const NewMatch &match)
 {
     const QString what = QStringLiteral("Cannot record the match");
     if (!matchesWritable(what))
