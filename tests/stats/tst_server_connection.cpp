@@ -4,6 +4,7 @@
 // read back as a bound parameter, and what the driver says when TLS is
 // refused, nothing answers, the host is unknown or the role is not there.
 
+#include "core/stats/server_connection.h"
 #include "core/stats/store_address.h"
 
 #include <QProcess>
@@ -15,25 +16,6 @@
 
 using namespace tavrix;
 
-namespace {
-
-// The error of opening a connection to `server`; "" when it opened.
-QString openError(const ServerAddress &server, const QString &name, QSqlDatabase *keep = nullptr)
-{
-    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
-    db.setHostName(server.host);
-    db.setPort(server.port);
-    db.setUserName(server.user);
-    db.setDatabaseName(server.databaseName());
-    db.setConnectOptions(connectOptions(server));
-    const bool opened = db.open();
-    const QString error = opened ? QString() : db.lastError().databaseText();
-    if (keep)
-        *keep = db;
-    return error;
-}
-
-} // namespace
 
 class TestServerConnection : public QObject {
     Q_OBJECT
@@ -73,8 +55,9 @@ private slots:
 
     void connectsAndKeepsAQuoteAsData()
     {
-        QSqlDatabase db;
-        QCOMPARE(openError(server_, QStringLiteral("good"), &db), QString());
+        QCOMPARE(testServerConnection(server_).has_value(), false);
+        QVERIFY(!openServerConnection(QStringLiteral("good"), server_));
+        QSqlDatabase db = QSqlDatabase::database(QStringLiteral("good"), false);
         {
             QSqlQuery query(db);
             QVERIFY(query.exec(QStringLiteral("CREATE TEMPORARY TABLE names (name TEXT)")));
@@ -86,10 +69,13 @@ private slots:
             QCOMPARE(query.value(1).toString(), QStringLiteral("tavrix_test"));
         }
         db.close();
+        db = QSqlDatabase();
+        QSqlDatabase::removeDatabase(QStringLiteral("good"));
     }
 
     // The test server offers no TLS: asked for, it is refused. Each failure
-    // names its cause in words.
+    // names the server and its cause in words, and only a refused or
+    // missing password asks for one.
     void failuresNameTheirCause()
     {
         ServerAddress tls = server_;
@@ -100,13 +86,30 @@ private slots:
         unknown.host = QStringLiteral("no-such-host.invalid");
         ServerAddress stranger = server_;
         stranger.user = QStringLiteral("nobody_here");
-        const std::pair<ServerAddress, const char *> cases[] = {
-            {tls, "SSL"}, {closed, "refused"}, {unknown, "no-such-host.invalid"}, {stranger, "nobody_here"}};
-        int i = 0;
+        ServerAddress noDatabase = server_;
+        noDatabase.database = QStringLiteral("no_such_db");
+        const std::pair<ServerAddress, QString> cases[] = {
+            {tls, QStringLiteral("the encrypted (TLS) connection could not be made")},
+            {closed, QStringLiteral("127.0.0.1, port 1: nothing answers there.")},
+            {unknown, QStringLiteral("no-such-host.invalid, port %1: the name no-such-host.invalid is not known")
+                          .arg(server_.port)},
+            {stranger, QStringLiteral(": the server has no user nobody_here.")},
+            {noDatabase, QStringLiteral(": the server has no database no_such_db.")}};
         for (const auto &[server, cause] : cases) {
-            const QString error = openError(server, QStringLiteral("bad%1").arg(i++));
-            QVERIFY2(error.contains(QLatin1String(cause)), qPrintable(error));
+            const std::optional<ServerFailure> failure = testServerConnection(server);
+            QVERIFY(failure);
+            QVERIFY2(failure->message.startsWith(QLatin1String("Cannot reach the club database at ")),
+                     qPrintable(failure->message));
+            QVERIFY2(failure->message.contains(cause), qPrintable(failure->message));
+            QVERIFY(!failure->needsPassword);
         }
+        QVERIFY(QSqlDatabase::connectionNames().isEmpty());
+        const ServerFailure asked = describeServerFailure(server_, QStringLiteral("fe_sendauth: no password supplied"));
+        QVERIFY(asked.needsPassword);
+        QVERIFY2(asked.message.endsWith(QLatin1String("the server asks for the password of tavrix.")),
+                 qPrintable(asked.message));
+        QVERIFY(describeServerFailure(server_, QStringLiteral("FATAL: password authentication failed for user"))
+                    .needsPassword);
     }
 };
 
