@@ -2,6 +2,7 @@
 
 #include "core/stats/sqlite_handle.h"
 #include "core/stats/sqlite_schema.h"
+#include "core/stats/store_dialect.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -28,24 +29,6 @@ std::optional<qint64> idFrom(const QSqlQuery &query)
     return ok ? std::optional<qint64>(id) : std::nullopt;
 }
 
-// Makes an open file ready: nothing is changed in a file that is not ours, or
-// no database, or of a newer version; the journal mode is switched only once
-// the tables are up to date, so that a failed upgrade leaves the file as it
-// was. An empty text on success, the reason otherwise.
-QString prepareFile(QSqlDatabase &db)
-{
-    if (QString error = checkOwnDatabase(db); !error.isEmpty())
-        return error;
-    if (QString error = upgradeSchema(db); !error.isEmpty())
-        return error;
-    QSqlQuery pragma(db);
-    if (!pragma.exec(QStringLiteral("PRAGMA journal_mode=WAL")))
-        return describeDatabaseError(pragma.lastError());
-    if (!pragma.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
-        return pragma.lastError().text();
-    return {};
-}
-
 } // namespace
 
 QString storedDateTimeNow()
@@ -67,6 +50,7 @@ QString StatsStore::defaultDatabasePath()
 
 StatsStore::StatsStore(QString connectionName)
     : connectionName_(std::move(connectionName))
+    , dialect_(&sqliteDialect())
     , statements_(std::make_unique<PreparedStatements>())
 {
 }
@@ -115,7 +99,7 @@ bool StatsStore::open(const QString &path)
         // Another program may hold a write lock for a moment; longer than
         // that, a write fails and what it held is kept for later.
         db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=300"));
-        error = db.open() ? prepareFile(db) : db.lastError().text();
+        error = db.open() ? dialect_->prepare(db) : db.lastError().text();
     }
     if (!error.isEmpty()) {
         close();

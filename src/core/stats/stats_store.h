@@ -24,6 +24,8 @@ class QSqlQuery;
 
 namespace tavrix {
 
+class StoreDialect;
+
 class StatsStore final : public PlayerStore,
                           public GameStore,
                           public PracticeLog,
@@ -145,6 +147,8 @@ public:
     bool replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows) override;
 
     QSqlDatabase connection() const;
+    // What differs between the database kinds, for the one open now.
+    const StoreDialect &dialect() const { return *dialect_; }
 
     bool readAimedDarts(qint64 playerId, const AimedDartTaker &take) override;
     std::optional<StatisticsRows> statisticsRows(qint64 playerId) override;
@@ -198,6 +202,7 @@ private:
     QSqlQuery *prepared(const QString &key, const QString &statement);
 
     QString connectionName_;
+    const StoreDialect *dialect_;
     QString path_;
     QString lastError_;
     std::optional<FileIdentity> identity_;

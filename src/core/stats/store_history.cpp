@@ -8,6 +8,7 @@
 #include "core/stats/distance_quarters.h"
 #include "core/stats/sqlite_handle.h"
 #include "core/stats/sqlite_schema.h"
+#include "core/stats/store_dialect.h"
 
 #include <QSqlDriver>
 #include <QSqlQuery>
@@ -99,11 +100,16 @@ bool StatsStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
 
 std::optional<StatsStore::ChangeStamp> StatsStore::changeStamp()
 {
-    QSqlQuery query(connection());
-    query.prepare(QStringLiteral("SELECT data_version, total_changes() FROM pragma_data_version"));
-    if (!exec(query, QStringLiteral("Cannot read the statistics")) || !query.next())
+    if (!isOpen()) {
+        fail(QStringLiteral("Cannot read the statistics"), QStringLiteral("the statistics database is not open"));
         return std::nullopt;
-    return ChangeStamp{query.value(0).toLongLong(), query.value(1).toLongLong()};
+    }
+    QSqlDatabase db = connection();
+    QString error;
+    const std::optional<ChangeStamp> stamp = dialect_->changeStamp(db, error);
+    if (!stamp)
+        fail(QStringLiteral("Cannot read the statistics"), error);
+    return stamp;
 }
 
 std::optional<DistanceQuarters> StatsStore::distanceQuarters(qint64 playerId, qint64 minSamples)
