@@ -37,4 +37,7 @@ add_lines() {
     printf '%s\n' "$line"
   done
 }
+# The store's tests on PostgreSQL share one throw-away server for the run.
+eval "$(bash scripts/pg_test_cluster.sh start)"
+trap 'bash scripts/pg_test_cluster.sh stop "$TAVRIX_TEST_PG_DIR"' EXIT
 ctest --test-dir build-asan --output-on-failure --parallel "$(nproc)" 2>&1 | add_lines

@@ -7,8 +7,8 @@
 #include "core/stats/server_connection.h"
 #include "core/stats/store_address.h"
 
-#include <QProcess>
-#include <QRegularExpression>
+#include "../support/test_server.h"
+
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -21,36 +21,15 @@ class TestServerConnection : public QObject {
     Q_OBJECT
 
     ServerAddress server_;
-    QString startedDir_;
 
 private slots:
     void initTestCase()
     {
         QVERIFY2(QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")), "Qt's PostgreSQL driver is not installed");
-        QString uri = qEnvironmentVariable("TAVRIX_TEST_PG");
-        if (uri.isEmpty()) {
-            QProcess start;
-            start.start(QStringLiteral("bash"), {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"),
-                                                 QStringLiteral("start")});
-            QVERIFY(start.waitForFinished(60000));
-            const QString out = QString::fromUtf8(start.readAllStandardOutput());
-            QVERIFY2(start.exitCode() == 0, qPrintable(QString::fromUtf8(start.readAllStandardError())));
-            uri = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG='([^']*)'")).match(out).captured(1);
-            startedDir_ = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG_DIR='([^']*)'")).match(out).captured(1);
-        }
-        const auto read = readStoreAddress(uri);
-        QVERIFY2(std::holds_alternative<StoreAddress>(read), qPrintable(uri));
-        const auto *server = std::get_if<ServerAddress>(&std::get<StoreAddress>(read));
-        QVERIFY2(server, qPrintable(uri));
+        QString error;
+        const std::optional<ServerAddress> server = TestServer::address(error);
+        QVERIFY2(server, qPrintable(error));
         server_ = *server;
-    }
-    void cleanupTestCase()
-    {
-        for (const QString &name : QSqlDatabase::connectionNames())
-            QSqlDatabase::removeDatabase(name);
-        if (!startedDir_.isEmpty())
-            QProcess::execute(QStringLiteral("bash"), {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"),
-                                                       QStringLiteral("stop"), startedDir_});
     }
 
     void connectsAndKeepsAQuoteAsData()

@@ -1,0 +1,109 @@
+#pragma once
+
+// The PostgreSQL server of the tests: the one TAVRIX_TEST_PG names (the test
+// script starts one for the whole run), else a throw-away cluster started
+// here on first use and stopped when the test program ends. Each test gets
+// a database of its own on it, made empty, named after the test program's
+// process so that tests running side by side never share one.
+
+#include "core/stats/store_address.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+
+#include <optional>
+
+#ifndef TAVRIX_SOURCE_DIR
+#error "tests using the test server need TAVRIX_SOURCE_DIR"
+#endif
+
+class TestServer {
+public:
+    // The server's address; nothing (with `error`) when none can be had.
+    static std::optional<tavrix::ServerAddress> address(QString &error)
+    {
+        TestServer &server = instance();
+        if (!server.address_)
+            error = server.error_;
+        return server.address_;
+    }
+
+    // An empty database `name` (made unique to this process) on the server,
+    // dropped first when it is there; its address, or nothing (with
+    // `error`).
+    static std::optional<tavrix::ServerAddress> freshDatabase(const QString &name, QString &error)
+    {
+        std::optional<tavrix::ServerAddress> server = address(error);
+        if (!server)
+            return std::nullopt;
+        const QString database = QStringLiteral("t%1_%2").arg(QCoreApplication::applicationPid()).arg(name).toLower();
+        const QString connection = QStringLiteral("testServerAdmin");
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connection);
+            db.setHostName(server->host);
+            db.setPort(server->port);
+            db.setUserName(server->user);
+            db.setDatabaseName(server->databaseName());
+            db.setConnectOptions(tavrix::connectOptions(*server));
+            if (!db.open()) {
+                error = db.lastError().text();
+            } else {
+                QSqlQuery query(db);
+                // The name is made here of letters, digits and _ only.
+                if (!query.exec(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(database))
+                    || !query.exec(QStringLiteral("CREATE DATABASE %1").arg(database)))
+                    error = query.lastError().text();
+            }
+        }
+        QSqlDatabase::removeDatabase(connection);
+        if (!error.isEmpty())
+            return std::nullopt;
+        server->database = database;
+        return server;
+    }
+
+private:
+    TestServer()
+    {
+        QString uri = qEnvironmentVariable("TAVRIX_TEST_PG");
+        if (uri.isEmpty()) {
+            QProcess start;
+            start.start(QStringLiteral("bash"),
+                        {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"), QStringLiteral("start")});
+            if (!start.waitForFinished(120000) || start.exitCode() != 0) {
+                error_ = QStringLiteral("the test server did not start: ")
+                         + QString::fromUtf8(start.readAllStandardError());
+                return;
+            }
+            const QString out = QString::fromUtf8(start.readAllStandardOutput());
+            uri = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG='([^']*)'")).match(out).captured(1);
+            startedDir_ = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG_DIR='([^']*)'")).match(out).captured(1);
+        }
+        const auto read = tavrix::readStoreAddress(uri);
+        const auto *store = std::get_if<tavrix::StoreAddress>(&read);
+        const auto *server = store ? std::get_if<tavrix::ServerAddress>(store) : nullptr;
+        if (server)
+            address_ = *server;
+        else
+            error_ = QStringLiteral("TAVRIX_TEST_PG is no server URI: ") + uri;
+    }
+    ~TestServer()
+    {
+        if (!startedDir_.isEmpty())
+            QProcess::execute(QStringLiteral("bash"), {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"),
+                                                       QStringLiteral("stop"), startedDir_});
+    }
+    static TestServer &instance()
+    {
+        static TestServer server;
+        return server;
+    }
+
+    std::optional<tavrix::ServerAddress> address_;
+    QString error_;
+    QString startedDir_;
+};
