@@ -1,6 +1,7 @@
 #include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
+#include "core/stats/server_connection.h"
 #include "core/stats/sqlite_schema.h"
 #include "core/stats/store_dialect.h"
 
@@ -73,6 +74,7 @@ bool StatsStore::isOpen() const
 bool StatsStore::open(const QString &path)
 {
     close();
+    dialect_ = &sqliteDialect();
     path_ = path;
     lastError_.clear();
 
@@ -114,6 +116,33 @@ bool StatsStore::open(const QString &path)
     return true;
 }
 
+bool StatsStore::open(const StoreAddress &address, const QString &password)
+{
+    if (const QString *path = std::get_if<QString>(&address))
+        return open(*path);
+    const ServerAddress &server = std::get<ServerAddress>(address);
+    close();
+    lastError_.clear();
+    if (const std::optional<ServerFailure> failure = openServerConnection(connectionName_, server, password)) {
+        needsPassword_ = failure->needsPassword;
+        lastError_ = failure->message;
+        return false;
+    }
+    dialect_ = &postgresDialect();
+    server_ = server;
+    path_ = describeServer(server);
+    QString error;
+    {
+        QSqlDatabase db = connection();
+        error = dialect_->prepare(db);
+    }
+    if (!error.isEmpty()) {
+        close();
+        return fail(QStringLiteral("Cannot use the club database (%1)").arg(describeServer(server)), error);
+    }
+    return true;
+}
+
 std::optional<QString> StatsStore::writeProblem()
 {
     QSqlQuery query(connection());
@@ -144,6 +173,8 @@ void StatsStore::close()
     // A result kept for this file means nothing for the next one.
     quartersMemo_.reset();
     countsMemo_.reset();
+    needsPassword_ = false;
+    server_.reset();
     if (!QSqlDatabase::contains(connectionName_))
         return;
     {

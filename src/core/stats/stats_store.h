@@ -12,6 +12,7 @@
 #include "core/stats/game_store.h"
 #include "core/stats/player_store.h"
 #include "core/stats/practice_log.h"
+#include "core/stats/store_address.h"
 
 #include <QString>
 
@@ -50,6 +51,17 @@ public:
     // tables up to this version (sqlite_schema.h). On failure lastError()
     // says why, the store stays closed and the file is as it was.
     bool open(const QString &path);
+    // Opens the statistics at `address`: a file as above, or a database on
+    // a PostgreSQL server, whose tables are created or brought up to this
+    // version as a file's are. `password` is used for a server whose
+    // address has none; without either, the server's password file or
+    // PGPASSWORD gives it. On failure lastError() says why, naming the
+    // server and the cause, and needsPassword() says whether the server
+    // asked for a password it was not given or refused the one given.
+    bool open(const StoreAddress &address, const QString &password = {});
+    bool needsPassword() const { return needsPassword_; }
+    // The server whose database is open; nothing for a file.
+    const std::optional<ServerAddress> &server() const { return server_; }
     void close();
     bool isOpen() const;
     QString lastError() const override { return lastError_; }
@@ -204,6 +216,8 @@ private:
     QString connectionName_;
     const StoreDialect *dialect_;
     QString path_;
+    std::optional<ServerAddress> server_;
+    bool needsPassword_ = false;
     QString lastError_;
     std::optional<FileIdentity> identity_;
     // The write-ahead log beside the file while it is open. SQLite would
