@@ -4,7 +4,10 @@
 # database, reached without a password from this computer only.
 #   bash scripts/pg_test_cluster.sh start   prints shell lines that export
 #       TAVRIX_TEST_PG (the server's URI) and TAVRIX_TEST_PG_DIR;
-#   bash scripts/pg_test_cluster.sh stop DIR   stops it and removes DIR.
+#   bash scripts/pg_test_cluster.sh stop DIR   stops it and removes DIR;
+#   bash scripts/pg_test_cluster.sh halt DIR / resume DIR   stops it for a
+#       while and starts it again on the same port, as a server that goes
+#       away in the middle of a game.
 set -euo pipefail
 
 bin=$(ls -d /usr/lib/postgresql/*/bin 2>/dev/null | sort -V | tail -n 1)
@@ -27,6 +30,7 @@ start)
   [ -n "$port" ] || { echo "pg_test_cluster.sh: no free port found" >&2; exit 1; }
   "${as_owner[@]}" "$bin/initdb" -D "$dir/data" -U tavrix --auth=trust -E UTF8 --no-instructions >"$dir/initdb.log" 2>&1 \
     || { cat "$dir/initdb.log" >&2; exit 1; }
+  echo "$port" >"$dir/port"
   "${as_owner[@]}" "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w \
     -o "-p $port -k $dir -c listen_addresses=127.0.0.1 -c fsync=off" start >/dev/null \
     || { cat "$dir/server.log" >&2; exit 1; }
@@ -39,8 +43,19 @@ stop)
   [ -d "$dir/data" ] && "${as_owner[@]}" "$bin/pg_ctl" -D "$dir/data" -m fast -w stop >/dev/null || true
   rm -rf "$dir"
   ;;
+halt)
+  dir=${2:?pg_test_cluster.sh halt needs the folder}
+  "${as_owner[@]}" "$bin/pg_ctl" -D "$dir/data" -m fast -w stop >/dev/null
+  ;;
+resume)
+  dir=${2:?pg_test_cluster.sh resume needs the folder}
+  port=$(cat "$dir/port")
+  "${as_owner[@]}" "$bin/pg_ctl" -D "$dir/data" -l "$dir/server.log" -w \
+    -o "-p $port -k $dir -c listen_addresses=127.0.0.1 -c fsync=off" start >/dev/null \
+    || { cat "$dir/server.log" >&2; exit 1; }
+  ;;
 *)
-  echo "usage: pg_test_cluster.sh start | stop DIR" >&2
+  echo "usage: pg_test_cluster.sh start | stop DIR | halt DIR | resume DIR" >&2
   exit 2
   ;;
 esac

@@ -51,6 +51,7 @@ int main(int argc, char *argv[])
 
     tavrix::SystemMessages messages;
     tavrix::Program program(messages, tavrix::startDatabasePath(options.fromMenu, true));
+    program.localDatabasePath = tavrix::localDatabasePath(options.fromMenu, true);
     if (!program.Main())
         return program.exitCode();
     messages.setAlertBox(program.window()->alertBox());

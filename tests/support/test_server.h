@@ -70,19 +70,8 @@ private:
     TestServer()
     {
         QString uri = qEnvironmentVariable("TAVRIX_TEST_PG");
-        if (uri.isEmpty()) {
-            QProcess start;
-            start.start(QStringLiteral("bash"),
-                        {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"), QStringLiteral("start")});
-            if (!start.waitForFinished(120000) || start.exitCode() != 0) {
-                error_ = QStringLiteral("the test server did not start: ")
-                         + QString::fromUtf8(start.readAllStandardError());
-                return;
-            }
-            const QString out = QString::fromUtf8(start.readAllStandardOutput());
-            uri = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG='([^']*)'")).match(out).captured(1);
-            startedDir_ = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG_DIR='([^']*)'")).match(out).captured(1);
-        }
+        if (uri.isEmpty() && !startCluster(uri, startedDir_, error_))
+            return;
         const auto read = tavrix::readStoreAddress(uri);
         const auto *store = std::get_if<tavrix::StoreAddress>(&read);
         const auto *server = store ? std::get_if<tavrix::ServerAddress>(store) : nullptr;
@@ -91,12 +80,35 @@ private:
         else
             error_ = QStringLiteral("TAVRIX_TEST_PG is no server URI: ") + uri;
     }
-    ~TestServer()
+    ~TestServer() { clusterCommand(QStringLiteral("stop"), startedDir_); }
+
+public:
+    // Starts a throw-away cluster of its own: its URI and folder, or false
+    // with `error`.
+    static bool startCluster(QString &uri, QString &dir, QString &error)
     {
-        if (!startedDir_.isEmpty())
-            QProcess::execute(QStringLiteral("bash"), {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"),
-                                                       QStringLiteral("stop"), startedDir_});
+        QProcess start;
+        start.start(QStringLiteral("bash"),
+                    {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"), QStringLiteral("start")});
+        if (!start.waitForFinished(120000) || start.exitCode() != 0) {
+            error = QStringLiteral("the test server did not start: ") + QString::fromUtf8(start.readAllStandardError());
+            return false;
+        }
+        const QString out = QString::fromUtf8(start.readAllStandardOutput());
+        uri = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG='([^']*)'")).match(out).captured(1);
+        dir = QRegularExpression(QStringLiteral("TAVRIX_TEST_PG_DIR='([^']*)'")).match(out).captured(1);
+        return true;
     }
+    // "stop", "halt" or "resume" the cluster in `dir`; true when done.
+    static bool clusterCommand(const QString &command, const QString &dir)
+    {
+        return !dir.isEmpty()
+               && QProcess::execute(QStringLiteral("bash"),
+                                    {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"), command, dir})
+                      == 0;
+    }
+
+private:
     static TestServer &instance()
     {
         static TestServer server;

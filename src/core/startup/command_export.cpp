@@ -19,11 +19,17 @@ OptionOutput failed(const QString &why)
 
 OptionOutput runCommandExport(const StartOptions &options, const QString &databasePath)
 {
-    const QString database = QDir::toNativeSeparators(QFileInfo(databasePath).absoluteFilePath());
-    if (!QFileInfo(databasePath).isFile())
+    const std::variant<StoreAddress, QString> read = readStoreAddress(databasePath);
+    if (const QString *reason = std::get_if<QString>(&read))
+        return failed(QStringLiteral("cannot use the club database: %1").arg(*reason));
+    const StoreAddress &address = std::get<StoreAddress>(read);
+    const ServerAddress *server = std::get_if<ServerAddress>(&address);
+    const QString database =
+        server ? describeServer(*server) : QDir::toNativeSeparators(QFileInfo(databasePath).absoluteFilePath());
+    if (!server && !QFileInfo(databasePath).isFile())
         return failed(QStringLiteral("there is no statistics file at %1").arg(database));
     StatsStore store(QStringLiteral("commandExport"));
-    if (!store.open(databasePath))
+    if (!store.open(address))
         return failed(store.lastError());
     std::optional<qint64> playerId;
     if (!options.exportPlayer.isEmpty()) {

@@ -146,6 +146,21 @@ StartOptions parseStartOptions(const QStringList &arguments)
     return options;
 }
 
+namespace {
+
+// A file path as the system writes it; a server's URI without its password.
+QString shownDatabase(const QString &database)
+{
+    const std::variant<StoreAddress, QString> read = readStoreAddress(database);
+    const StoreAddress *address = std::get_if<StoreAddress>(&read);
+    const ServerAddress *server = address ? std::get_if<ServerAddress>(address) : nullptr;
+    if (server)
+        return serverUri(*server);
+    return address ? QDir::toNativeSeparators(database) : QStringLiteral("(cannot be read) ") + std::get<QString>(read);
+}
+
+} // namespace
+
 QString versionText()
 {
     return QStringLiteral("Tavrix %1").arg(versionNumber());
@@ -162,17 +177,22 @@ QString chooseDatabasePath(bool fromMenu, const QString &fromEnvironment, const 
     return QDir(workingFolder).filePath(fileName);
 }
 
+QString localDatabasePath(bool fromMenu, bool makeFolder)
+{
+    const QString path =
+        chooseDatabasePath(fromMenu, QString(), QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
+                           QDir::currentPath());
+    // Only the program's own folder is made; a file the user named must lie
+    // in a folder that is there.
+    if (fromMenu && makeFolder)
+        QDir().mkpath(QFileInfo(path).absolutePath());
+    return path;
+}
+
 QString startDatabasePath(bool fromMenu, bool makeFolder)
 {
     const QString fromEnvironment = qEnvironmentVariable(StatsStore::pathVariable);
-    const QString path =
-        chooseDatabasePath(fromMenu, fromEnvironment,
-                           QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation), QDir::currentPath());
-    // Only the program's own folder is made; a file the user named must lie
-    // in a folder that is there.
-    if (fromMenu && makeFolder && fromEnvironment.isEmpty())
-        QDir().mkpath(QFileInfo(path).absolutePath());
-    return path;
+    return fromEnvironment.isEmpty() ? localDatabasePath(fromMenu, makeFolder) : fromEnvironment;
 }
 
 OptionOutput printedOption(const StartOptions &options, const QString &programFolder)
@@ -188,8 +208,7 @@ OptionOutput printedOption(const StartOptions &options, const QString &programFo
         const QStringList lines{
             foundLine(QStringLiteral("Sounds:   "), ProgramFiles::Sounds, programFolder),
             foundLine(QStringLiteral("Help:     "), ProgramFiles::Help, programFolder),
-            QStringLiteral("Database: ")
-                + QDir::toNativeSeparators(startDatabasePath(options.fromMenu, false))};
+            QStringLiteral("Database: ") + shownDatabase(startDatabasePath(options.fromMenu, false))};
         return {lines.join(QLatin1Char('\n')) + QLatin1Char('\n'), false, complete ? 0 : 1};
     }
     case StartAction::Refuse:

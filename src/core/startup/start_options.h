@@ -56,6 +56,9 @@ QString chooseDatabasePath(bool fromMenu, const QString &fromEnvironment, const 
 // in the user's data folder is created; one that cannot be created is left
 // for the statistics store to name when it opens the file.
 QString startDatabasePath(bool fromMenu, bool makeFolder);
+// The statistics file on this computer, as startDatabasePath gives it when
+// TAVRIX_DB is not set.
+QString localDatabasePath(bool fromMenu, bool makeFolder);
 
 // What a printing action writes, and how the program then exits.
 struct OptionOutput {

@@ -144,6 +144,13 @@ QString checkCopy(const QString &path, const QString &connectionName)
     return {};
 }
 
+// Why the file operations do not apply to a club database.
+QString serverKeepsItsOwn()
+{
+    return QStringLiteral("the statistics are in the club database, which its server keeps and backs up "
+                          "(with pg_dump); Tavrix copies and restores only a statistics file");
+}
+
 } // namespace
 
 std::optional<StatsStore::FileIdentity> StatsStore::identityOf(const QString &path)
@@ -177,6 +184,8 @@ bool StatsStore::writable(const QString &what)
 {
     if (inTransaction_)
         return true;
+    if (!reachServer(what))
+        return false;
     if (const std::optional<QString> problem = fileProblem())
         return fail(what, *problem);
     return true;
@@ -198,6 +207,10 @@ std::optional<StatsStore::Moved> StatsStore::moveTo(const QString &path)
 {
     const QString target = QFileInfo(path).absoluteFilePath();
     const QString what = QStringLiteral("Cannot save the statistics into %1").arg(nativePath(target));
+    if (server_) {
+        fail(what, serverKeepsItsOwn());
+        return std::nullopt;
+    }
     if (!QFileInfo(target).absoluteDir().exists()) {
         fail(what, QStringLiteral("its folder does not exist"));
         return std::nullopt;
@@ -310,6 +323,8 @@ bool StatsStore::backUpTo(const QString &path)
 {
     const QString target = QFileInfo(path).absoluteFilePath();
     const QString what = QStringLiteral("Cannot back up the statistics into %1").arg(nativePath(target));
+    if (server_)
+        return fail(what, serverKeepsItsOwn());
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
     if (!QFileInfo(target).absoluteDir().exists())
@@ -337,6 +352,8 @@ bool StatsStore::backUpTo(const QString &path)
 bool StatsStore::restoreFrom(const QString &source)
 {
     const QString what = QStringLiteral("Cannot restore the statistics from %1").arg(nativePath(source));
+    if (server_)
+        return fail(what, serverKeepsItsOwn());
     if (!isOpen())
         return fail(what, QStringLiteral("the statistics database is not open"));
     if (!QFileInfo::exists(source))

@@ -23,13 +23,6 @@ namespace tavrix {
 
 namespace {
 
-std::optional<qint64> idFrom(const QSqlQuery &query)
-{
-    bool ok = false;
-    const qint64 id = query.lastInsertId().toLongLong(&ok);
-    return ok ? std::optional<qint64>(id) : std::nullopt;
-}
-
 } // namespace
 
 QString storedDateTimeNow()
@@ -130,6 +123,7 @@ bool StatsStore::open(const StoreAddress &address, const QString &password)
     }
     dialect_ = &postgresDialect();
     server_ = server;
+    password_ = password;
     path_ = describeServer(server);
     QString error;
     {
@@ -145,6 +139,9 @@ bool StatsStore::open(const StoreAddress &address, const QString &password)
 
 std::optional<QString> StatsStore::writeProblem()
 {
+    // A server's tables were written by this copy when it opened them.
+    if (server_)
+        return std::nullopt;
     QSqlQuery query(connection());
     // Takes the write lock and gives it back at once, changing nothing.
     if (query.exec(QStringLiteral("BEGIN IMMEDIATE"))) {
@@ -175,6 +172,8 @@ void StatsStore::close()
     countsMemo_.reset();
     needsPassword_ = false;
     server_.reset();
+    password_.clear();
+    connectionSuspect_ = false;
     if (!QSqlDatabase::contains(connectionName_))
         return;
     {
@@ -198,7 +197,32 @@ bool StatsStore::fail(const QString &what, const QString &detail)
 
 bool StatsStore::fail(const QString &what, const QSqlQuery &query)
 {
-    return fail(what, describeDatabaseError(query.lastError(), path_));
+    // A server's connection may have gone with the failure: it is looked at
+    // before the next read or write.
+    connectionSuspect_ = server_.has_value();
+    return fail(what, dialect_->describeError(query.lastError(), path_));
+}
+
+bool StatsStore::reachServer(const QString &what)
+{
+    if (!server_ || !connectionSuspect_)
+        return true;
+    if (QSqlQuery probe(connection()); probe.exec(QStringLiteral("SELECT 1"))) {
+        connectionSuspect_ = false;
+        return true;
+    }
+    // The server went away or restarted: a new connection, with the
+    // password given when the store opened.
+    statements_->byKey.clear();
+    {
+        QSqlDatabase db = QSqlDatabase::database(connectionName_, false);
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(connectionName_);
+    if (const std::optional<ServerFailure> failure = openServerConnection(connectionName_, *server_, password_))
+        return fail(what, failure->message);
+    connectionSuspect_ = false;
+    return true;
 }
 
 bool StatsStore::exec(QSqlQuery &query, const QString &what)
@@ -212,7 +236,7 @@ bool StatsStore::exec(QSqlQuery &query, const QString &what)
     if (query.lastError().nativeErrorCode().isEmpty() && !query.lastQuery().isEmpty()) {
         QSqlQuery probe(connection());
         if (!probe.prepare(query.lastQuery()))
-            return fail(what, describeDatabaseError(probe.lastError(), path_));
+            return fail(what, dialect_->describeError(probe.lastError(), path_));
     }
     return fail(what, query);
 }
@@ -221,10 +245,29 @@ std::optional<qint64> StatsStore::execInsert(QSqlQuery &query, const QString &wh
 {
     if (!exec(query, what))
         return std::nullopt;
-    const std::optional<qint64> id = idFrom(query);
+    // The statement returns the new row's id; the statement is finished at
+    // once, because an SQLite statement left open would hold its write
+    // uncommitted.
+    std::optional<qint64> id;
+    if (query.next()) {
+        bool ok = false;
+        const qint64 value = query.value(0).toLongLong(&ok);
+        if (ok)
+            id = value;
+    }
+    query.finish();
     if (!id)
         fail(what, QStringLiteral("the database gave the %1 no id").arg(thing));
     return id;
+}
+
+bool StatsStore::execGivenId(QSqlQuery &query, const QString &what, const char *table)
+{
+    if (!exec(query, what))
+        return false;
+    QSqlDatabase db = connection();
+    const QString error = dialect_->afterGivenIds(db, table);
+    return error.isEmpty() || fail(what, error);
 }
 
 bool StatsStore::execUpdate(QSqlQuery &query, const QString &what, const QString &thing, qint64 id)
@@ -238,6 +281,8 @@ bool StatsStore::execUpdate(QSqlQuery &query, const QString &what, const QString
 
 QSqlQuery *StatsStore::prepared(const QString &key, const QString &statement)
 {
+    if (!reachServer(QStringLiteral("Cannot use the statistics")))
+        return nullptr;
     if (!isOpen()) {
         fail(QStringLiteral("Cannot use the statistics"),
              QStringLiteral("the statistics database is not open"));
@@ -289,7 +334,7 @@ std::optional<qint64> StatsStore::insertStatTarget(qint64 playerId, int targetVa
     QSqlQuery *const query = prepared(
         QStringLiteral("stattarget"),
         QStringLiteral("INSERT INTO statstargets (creationdate, players_id, targetValue,"
-                       " targetRing) VALUES (?, ?, ?, ?)"));
+                       " targetRing) VALUES (?, ?, ?, ?) RETURNING id"));
     if (!query)
         return {};
     query->addBindValue(storedDateTimeNow());
@@ -297,9 +342,7 @@ std::optional<qint64> StatsStore::insertStatTarget(qint64 playerId, int targetVa
     query->addBindValue(targetValue);
     query->addBindValue(targetRing);
     // The id just assigned is the player's newest target, whoever writes next.
-    if (!exec(*query, QStringLiteral("Cannot record the practice target")))
-        return std::nullopt;
-    return idFrom(*query);
+    return execInsert(*query, QStringLiteral("Cannot record the practice target"), QStringLiteral("target"));
 }
 
 bool StatsStore::restoreStatTarget(qint64 targetId, qint64 playerId, int targetValue, int targetRing)
@@ -308,12 +351,12 @@ bool StatsStore::restoreStatTarget(qint64 targetId, qint64 playerId, int targetV
     if (!writable(what))
         return false;
     QSqlQuery query(connection());
-    query.prepare(QStringLiteral("INSERT OR IGNORE INTO statstargets (id, creationdate, players_id, targetValue,"
-                                 " targetRing) VALUES (?, ?, ?, ?, ?)"));
+    query.prepare(QStringLiteral("INSERT INTO statstargets (id, creationdate, players_id, targetValue,"
+                                 " targetRing) VALUES (?, ?, ?, ?, ?) ON CONFLICT DO NOTHING"));
     for (const QVariant &value : {QVariant(targetId), QVariant(storedDateTimeNow()), QVariant(playerId),
                                   QVariant(targetValue), QVariant(targetRing)})
         query.addBindValue(value);
-    return exec(query, what);
+    return execGivenId(query, what, "statstargets");
 }
 
 bool StatsStore::insertStatThrow(const PracticeDart &dart)
@@ -345,7 +388,7 @@ std::optional<qint64> StatsStore::insertGame(const NewGame &game)
         QStringLiteral("game"),
         QStringLiteral("INSERT INTO games (creationdate, players_id, gametype, skill, opponent,"
                        " result, throws, points, bestset, outset)"
-                       " VALUES (?, ?, ?, ?, ?, '', 0, 0, 0, 0)"));
+                       " VALUES (?, ?, ?, ?, ?, '', 0, 0, 0, 0) RETURNING id"));
     if (!query)
         return {};
     query->addBindValue(storedDateTimeNow());
@@ -353,9 +396,7 @@ std::optional<qint64> StatsStore::insertGame(const NewGame &game)
     query->addBindValue(code(game.gameType));
     query->addBindValue(code(game.skill));
     query->addBindValue(game.opponent);
-    if (!exec(*query, QStringLiteral("Cannot record the new game")))
-        return std::nullopt;
-    return idFrom(*query);
+    return execInsert(*query, QStringLiteral("Cannot record the new game"), QStringLiteral("game"));
 }
 
 bool StatsStore::restorePlayer(qint64 playerId, const QString &name)
@@ -364,11 +405,11 @@ bool StatsStore::restorePlayer(qint64 playerId, const QString &name)
     if (!writable(what))
         return false;
     QSqlQuery query(connection());
-    query.prepare(QStringLiteral("INSERT OR IGNORE INTO players (id, creationdate, name) VALUES (?, ?, ?)"));
+    query.prepare(QStringLiteral("INSERT INTO players (id, creationdate, name) VALUES (?, ?, ?) ON CONFLICT DO NOTHING"));
     query.addBindValue(playerId);
     query.addBindValue(storedDateTimeNow());
     query.addBindValue(name);
-    return exec(query, what);
+    return execGivenId(query, what, "players");
 }
 
 bool StatsStore::restoreGame(qint64 gameId, const NewGame &game, const QString &playerName)
@@ -377,14 +418,14 @@ bool StatsStore::restoreGame(qint64 gameId, const NewGame &game, const QString &
     if (!restorePlayer(game.playerId, playerName) || !writable(what))
         return false;
     QSqlQuery query(connection());
-    query.prepare(QStringLiteral("INSERT OR IGNORE INTO games (id, creationdate, players_id, gametype, skill,"
+    query.prepare(QStringLiteral("INSERT INTO games (id, creationdate, players_id, gametype, skill,"
                                  " opponent, result, throws, points, bestset, outset)"
-                                 " VALUES (?, ?, ?, ?, ?, ?, '', 0, 0, 0, 0)"));
+                                 " VALUES (?, ?, ?, ?, ?, ?, '', 0, 0, 0, 0) ON CONFLICT DO NOTHING"));
     for (const QVariant &value : {QVariant(gameId), QVariant(storedDateTimeNow()), QVariant(game.playerId),
                                   QVariant(code(game.gameType)), QVariant(code(game.skill)),
                                   QVariant(game.opponent)})
         query.addBindValue(value);
-    return exec(query, what);
+    return execGivenId(query, what, "games");
 }
 
 bool StatsStore::finishGame(qint64 gameId, const GameResult &result)
@@ -407,14 +448,12 @@ std::optional<qint64> StatsStore::insertPlayer(const QString &name)
         return std::nullopt;
     QSqlQuery *const query = prepared(
         QStringLiteral("player"),
-        QStringLiteral("INSERT INTO players (creationdate, name) VALUES (?, ?)"));
+        QStringLiteral("INSERT INTO players (creationdate, name) VALUES (?, ?) RETURNING id"));
     if (!query)
         return {};
     query->addBindValue(storedDateTimeNow());
     query->addBindValue(name);
-    if (!exec(*query, QStringLiteral("Cannot record the new player")))
-        return std::nullopt;
-    return idFrom(*query);
+    return execInsert(*query, QStringLiteral("Cannot record the new player"), QStringLiteral("player"));
 }
 
 bool StatsStore::resetPlayerStats(qint64 playerId)
@@ -462,16 +501,17 @@ std::optional<QList<ChartRow>> StatsStore::outchartRows()
 std::optional<QList<StoredChartRow>> StatsStore::storedOutchartRows()
 {
     QSqlQuery query(connection());
-    query.prepare(QStringLiteral(
-        "SELECT rowid, points, singleout, doubleout FROM outchart ORDER BY points, rowid"));
+    query.prepare(QStringLiteral("SELECT %1, points, singleout, doubleout FROM outchart ORDER BY points, %1")
+                      .arg(dialect_->writeOrder()));
     if (!exec(query, QStringLiteral("Cannot read the checkout chart")))
         return std::nullopt;
     QList<StoredChartRow> rows;
     while (query.next()) {
         // The column's integer affinity stores every whole number as an
-        // integer, so anything else here is not one.
+        // integer, so anything else here is not one (a server's integer
+        // column holds nothing else).
         const QVariant points = query.value(1);
-        const bool whole = points.typeId() == QMetaType::LongLong
+        const bool whole = (points.typeId() == QMetaType::LongLong || points.typeId() == QMetaType::Int)
                            && points.toLongLong() >= std::numeric_limits<int>::min()
                            && points.toLongLong() <= std::numeric_limits<int>::max();
         rows.append({query.value(0).toLongLong(),
@@ -488,7 +528,7 @@ bool StatsStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<Ch
     if (!batch.isActive())
         return false;
     QSqlQuery remove(connection());
-    remove.prepare(QStringLiteral("DELETE FROM outchart WHERE rowid = ?"));
+    remove.prepare(QStringLiteral("DELETE FROM outchart WHERE %1 = ?").arg(dialect_->writeOrder()));
     for (const qint64 rowId : rowIds) {
         remove.addBindValue(rowId);
         if (!exec(remove, what))
@@ -503,13 +543,17 @@ bool StatsStore::replaceOutchartRows(const QList<qint64> &rowIds, const QList<Ch
 
 bool StatsStore::beginTransaction()
 {
+    if (!reachServer(QStringLiteral("Cannot start writing statistics")))
+        return false;
     if (!isOpen())
         return fail(QStringLiteral("Cannot write statistics"), QStringLiteral("the statistics database is not open"));
     if (!writable(QStringLiteral("Cannot start writing statistics")))
         return false;
     QSqlDatabase db = connection();
-    if (!db.transaction())
-        return fail(QStringLiteral("Cannot start writing statistics"), describeDatabaseError(db.lastError(), path_));
+    if (!db.transaction()) {
+        connectionSuspect_ = server_.has_value();
+        return fail(QStringLiteral("Cannot start writing statistics"), dialect_->describeError(db.lastError(), path_));
+    }
     inTransaction_ = true;
     return true;
 }
@@ -520,7 +564,8 @@ bool StatsStore::commitTransaction()
     QSqlDatabase db = connection();
     if (db.commit())
         return true;
-    fail(QStringLiteral("Cannot save statistics"), describeDatabaseError(db.lastError(), path_));
+    connectionSuspect_ = server_.has_value();
+    fail(QStringLiteral("Cannot save statistics"), dialect_->describeError(db.lastError(), path_));
     db.rollback();
     return false;
 }

@@ -183,6 +183,11 @@ private:
     // must not go on. Inside a transaction the file was checked at its start.
     static std::optional<FileIdentity> identityOf(const QString &path);
     bool writable(const QString &what);
+    // True on a file, and on a server whose connection answers (made again
+    // when it was lost); false, with lastError(), when it cannot be. Called
+    // where a read or write starts, before any statement is made, because
+    // a new connection drops the statements of the old one.
+    bool reachServer(const QString &what);
     // Copies everything the open connection reads into a new file at `path`;
     // "" on success, else why not.
     QString copyInto(const QString &path);
@@ -193,6 +198,9 @@ private:
     // Runs an INSERT of a `thing` ("drill"); the new row's id, or nothing
     // (with lastError()) when it fails or the database gives no id.
     std::optional<qint64> execInsert(QSqlQuery &query, const QString &what, const QString &thing);
+    // Runs an INSERT of a row with an id the program kept into `table`,
+    // then makes sure the table's next new id is above it.
+    bool execGivenId(QSqlQuery &query, const QString &what, const char *table);
     // Runs an UPDATE of the `thing` with this id; false (with lastError())
     // when it fails or there is no such row.
     bool execUpdate(QSqlQuery &query, const QString &what, const QString &thing, qint64 id);
@@ -217,7 +225,12 @@ private:
     const StoreDialect *dialect_;
     QString path_;
     std::optional<ServerAddress> server_;
+    // Kept in memory only, to connect again after the server was away.
+    QString password_;
     bool needsPassword_ = false;
+    // A statement failed on the server: before the next read or write the
+    // connection is tried, and made again when it was lost.
+    bool connectionSuspect_ = false;
     QString lastError_;
     std::optional<FileIdentity> identity_;
     // The write-ahead log beside the file while it is open. SQLite would

@@ -58,7 +58,7 @@ std::optional<qint64> StatsStore::insertDrill(const NewDrill &drill)
     QSqlQuery *const query =
         prepared(QStringLiteral("drill"),
                  QStringLiteral("INSERT INTO drills (players_id, kind, target, startdate, enddate, score, completed,"
-                                " quit) VALUES (?, ?, ?, ?, NULL, 0, 0, 0)"));
+                                " quit) VALUES (?, ?, ?, ?, NULL, 0, 0, 0) RETURNING id"));
     if (!query)
         return std::nullopt;
     query->addBindValue(drill.playerId);

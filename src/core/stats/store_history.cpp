@@ -100,6 +100,8 @@ bool StatsStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
 
 std::optional<StatsStore::ChangeStamp> StatsStore::changeStamp()
 {
+    if (!reachServer(QStringLiteral("Cannot read the statistics")))
+        return std::nullopt;
     if (!isOpen()) {
         fail(QStringLiteral("Cannot read the statistics"), QStringLiteral("the statistics database is not open"));
         return std::nullopt;

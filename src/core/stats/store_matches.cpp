@@ -45,7 +45,7 @@ std::optional<qint64> StatsStore::insertMatch(const NewMatch &match)
     QSqlQuery *const query =
         prepared(QStringLiteral("match"),
                  QStringLiteral("INSERT INTO matches (players_id, gametype, skill, opponent, kind, sets, legs,"
-                                " startdate, enddate, result) VALUES (?, ?, ?, ?, ?, ?, ?, ?, NULL, '')"));
+                                " startdate, enddate, result) VALUES (?, ?, ?, ?, ?, ?, ?, ?, NULL, '') RETURNING id"));
     if (!query)
         return std::nullopt;
     for (const QVariant &value : startValues(match))
@@ -97,13 +97,13 @@ bool StatsStore::restoreMatch(qint64 matchId, const NewMatch &match)
     if (!matchesWritable(what))
         return false;
     QSqlQuery query(connection());
-    query.prepare(QStringLiteral("INSERT OR IGNORE INTO matches (id, players_id, gametype, skill, opponent, kind,"
+    query.prepare(QStringLiteral("INSERT INTO matches (id, players_id, gametype, skill, opponent, kind,"
                                  " sets, legs, startdate, enddate, result)"
-                                 " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, NULL, '')"));
+                                 " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, NULL, '') ON CONFLICT DO NOTHING"));
     query.addBindValue(matchId);
     for (const QVariant &value : startValues(match))
         query.addBindValue(value);
-    return exec(query, what);
+    return execGivenId(query, what, "matches");
 }
 
 } // namespace tavrix

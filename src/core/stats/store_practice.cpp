@@ -82,9 +82,10 @@ bool StatsStore::keepPracticeSums(qint64 playerId, const PracticeSums &sums, std
 {
     const QString what = QStringLiteral("Cannot keep the practice totals");
     QSqlQuery *query = prepared(QStringLiteral("practicesums"),
-                                QStringLiteral("INSERT OR REPLACE INTO practicesums"
-                                               " (players_id, lasttarget, distcount, distsum)"
-                                               " VALUES (?, ?, ?, ?)"));
+                                QStringLiteral("INSERT INTO practicesums (players_id, lasttarget, distcount, distsum)"
+                                               " VALUES (?, ?, ?, ?) ON CONFLICT (players_id) DO UPDATE"
+                                               " SET lasttarget = excluded.lasttarget,"
+                                               " distcount = excluded.distcount, distsum = excluded.distsum"));
     if (!query)
         return false;
     query->addBindValue(playerId);

@@ -3,6 +3,8 @@
 #include "ui/dialogs/alert_box.h"
 
 #include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -67,6 +69,18 @@ QString SystemMessages::chooseFileToOpen(QWidget *parent, const QString &title, 
                                          const QString &filter)
 {
     return QFileDialog::getOpenFileName(parent, title, folder, filter);
+}
+
+std::optional<QString> SystemMessages::askPassword(QWidget *parent, const QString &title, const QString &text)
+{
+    QInputDialog dialog(parent);
+    dialog.setObjectName(QStringLiteral("frmServerPassword"));
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(text);
+    dialog.setTextEchoMode(QLineEdit::Password);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.textValue();
 }
 
 void SystemMessages::alert(const QString &message, const QString &title)

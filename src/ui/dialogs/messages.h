@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class QWidget;
 
 namespace tavrix {
@@ -37,6 +39,9 @@ public:
     // chosen, or "" when cancelled.
     virtual QString chooseFileToOpen(QWidget *parent, const QString &title, const QString &folder,
                                      const QString &filter) = 0;
+    // Asks for a password, typed unseen; nothing when cancelled (or when
+    // nobody can be asked).
+    virtual std::optional<QString> askPassword(QWidget *, const QString &, const QString &) { return std::nullopt; }
     // A game event to acknowledge, in the program's own alert box.
     virtual void alert(const QString &message, const QString &title) = 0;
     // Takes an alert off the screen, as though acknowledged.
@@ -55,6 +60,7 @@ public:
                              const QString &filter) override;
     QString chooseFileToOpen(QWidget *parent, const QString &title, const QString &folder,
                              const QString &filter) override;
+    std::optional<QString> askPassword(QWidget *parent, const QString &title, const QString &text) override;
     void alert(const QString &message, const QString &title) override;
     void hideAlert() override;
 

@@ -98,6 +98,54 @@ Program::~Program()
     --programsAlive;
 }
 
+bool Program::openStatistics()
+{
+    const QString title = QString::fromLatin1(applicationTitle);
+    const std::variant<StoreAddress, QString> read = readStoreAddress(databasePath_);
+    if (const QString *reason = std::get_if<QString>(&read)) {
+        messages_.error(nullptr, title,
+                        QStringLiteral("Cannot use the club database: %1.").arg(*reason));
+        return false;
+    }
+    const StoreAddress &address = std::get<StoreAddress>(read);
+    const ServerAddress *server = std::get_if<ServerAddress>(&address);
+    if (!server) {
+        if (store_.open(std::get<QString>(address)))
+            return true;
+        messages_.error(nullptr, title, store_.lastError());
+        return false;
+    }
+    QString password;
+    while (!store_.open(address, password)) {
+        if (store_.needsPassword()) {
+            const QString where = server->host.isEmpty()
+                                      ? QStringLiteral("the server on this computer")
+                                      : QStringLiteral("%1, port %2").arg(server->host).arg(server->port);
+            const std::optional<QString> given = messages_.askPassword(
+                nullptr, QStringLiteral("Club Database Password"),
+                QStringLiteral("%1\r\n\r\nPassword of %2 for the club database at %3:")
+                    .arg(store_.lastError(), server->user, where));
+            if (given) {
+                password = *given;
+                continue;
+            }
+        }
+        // The server cannot be had: the user may go on with the file on
+        // this computer, or end here.
+        if (!messages_.askYesNo(nullptr, title,
+                                store_.lastError()
+                                    + QStringLiteral("\r\n\r\nUse the statistics file on this computer (%1) "
+                                                     "instead?")
+                                          .arg(QDir::toNativeSeparators(localDatabasePath))))
+            return false;
+        if (store_.open(localDatabasePath))
+            return true;
+        messages_.error(nullptr, title, store_.lastError());
+        return false;
+    }
+    return true;
+}
+
 bool Program::Main()
 {
     if (!screenIsLargeEnough(screenSize())) {
@@ -111,8 +159,7 @@ bool Program::Main()
     // tables are compile-time data; only what is read at run time is set here.
     session_ = Session{};
     shutDownDone_ = false;
-    if (!store_.isOpen() && !store_.open(databasePath_)) {
-        messages_.error(nullptr, QString::fromLatin1(applicationTitle), store_.lastError());
+    if (!store_.isOpen() && !openStatistics()) {
         exitCode_ = 1;
         return false;
     }
@@ -181,7 +228,7 @@ bool Program::loadCheckoutChart()
     }
     if (chartRepair->repaired())
         messages_.notice(window_.get(), QString::fromLatin1(applicationTitle),
-                         chartRepairMessage(*chartRepair, databasePath_));
+                         chartRepairMessage(*chartRepair, store_.databasePath()));
     return true;
 }
 

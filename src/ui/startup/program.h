@@ -9,6 +9,7 @@
 #include "core/session/session.h"
 #include "core/stats/stats_store.h"
 
+#include <QDir>
 #include <QSize>
 #include <QString>
 
@@ -47,6 +48,9 @@ public:
     Program &operator=(const Program &) = delete;
 
     std::function<QSize()> screenSize;
+    // The statistics file on this computer, offered when the club database
+    // named at start cannot be reached.
+    QString localDatabasePath = QDir::current().filePath(QString::fromLatin1(StatsStore::defaultFileName));
 
     // Runs every start-up step in order. Returns false when the program ends
     // during start-up; exitCode() then says how (0 when the user chose to
@@ -75,6 +79,11 @@ public:
     Darts *window() { return window_.get(); }
 
 private:
+    // Opens the statistics named at start: a file, or a club database,
+    // asking for its password when the server wants one, and offering the
+    // local file when the server cannot be had. False (said) when neither
+    // is opened.
+    bool openStatistics();
     // The number of players decides how the current one is chosen.
     bool choosePlayer();
     // Reads the checkout chart, repairing it where it must be and saying
