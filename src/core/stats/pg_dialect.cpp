@@ -1,34 +1,92 @@
-// PLACEHOLDER, replaced wholesale by the server dialect's own file.
+// The club server's dialect: its schema steps counted in `schemaversions`,
+// a change counter every write bumps in the writer's transaction, and
+// identities for the ids.
 
 #include "core/stats/store_dialect.h"
 
+#include "core/stats/pg_schema.h"
+
 #include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
 
 namespace tavrix {
 
 namespace {
 
-class PendingDialect final : public StoreDialect {
+// What the driver says when the server went away: closed by the server,
+// shut down, or the network lost.
+bool connectionLost(const QSqlError &error)
+{
+    const QString code = error.nativeErrorCode();
+    if (code.startsWith(QLatin1String("08")) || code == QLatin1String("57P01") || code == QLatin1String("57P02")
+        || code == QLatin1String("57P03"))
+        return true;
+    const QString text = error.text();
+    for (const char *sign : {"server closed the connection", "no connection to the server",
+                             "terminating connection", "could not send data"}) {
+        if (text.contains(QLatin1String(sign), Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+class PostgresDialect final : public StoreDialect {
 public:
     QString driver() const override { return QStringLiteral("QPSQL"); }
     bool isServer() const override { return true; }
-    QString prepare(QSqlDatabase &) const override { return QStringLiteral("not ready"); }
-    std::optional<StoreVersion> changeStamp(QSqlDatabase &, QString &error) const override
+
+    QString prepare(QSqlDatabase &db) const override { return prepareServerSchema(db); }
+
+    std::optional<StoreVersion> changeStamp(QSqlDatabase &db, QString &error) const override
     {
-        error = QStringLiteral("not ready");
-        return std::nullopt;
+        QSqlQuery query(db);
+        if (!query.exec(QStringLiteral("SELECT counter FROM storechanges WHERE id = 1")) || !query.next()) {
+            error = describeError(query.lastError(), db.hostName());
+            return std::nullopt;
+        }
+        return StoreVersion{query.value(0).toLongLong(), 0};
     }
-    bool holdsTable(QSqlDatabase &, const char *) const override { return false; }
+
+    bool holdsTable(QSqlDatabase &db, const char *table) const override
+    {
+        return serverHoldsTable(db, QString::fromLatin1(table));
+    }
+
     QString writeOrder() const override { return QStringLiteral("id"); }
-    QString afterGivenIds(QSqlDatabase &, const char *) const override { return {}; }
-    QString describeError(const QSqlError &error, const QString &) const override { return error.text(); }
+
+    // The identity's sequence is set to the largest id in the table, or
+    // kept where it is when it is already past it (ids handed out by other
+    // boards' uncommitted rows); an empty table leaves it alone.
+    QString afterGivenIds(QSqlDatabase &db, const char *table) const override
+    {
+        // The table name is the program's own, never a user's text.
+        QSqlQuery query(db);
+        if (query.exec(QStringLiteral(
+                "SELECT setval(s, greatest(m, coalesce(pg_sequence_last_value(s), 0)))"
+                " FROM (SELECT pg_get_serial_sequence('%1', 'id')::regclass AS s,"
+                " (SELECT max(id) FROM %1) AS m) given WHERE m IS NOT NULL")
+                           .arg(QLatin1String(table))))
+            return {};
+        return describeError(query.lastError(), db.hostName());
+    }
+
+    QString describeError(const QSqlError &error, const QString &where) const override
+    {
+        if (connectionLost(error))
+            return QStringLiteral("the connection to the club database (%1) was lost").arg(where);
+        const QString code = error.nativeErrorCode();
+        if (code == QLatin1String("40001") || code == QLatin1String("40P01"))
+            return QStringLiteral("another board wrote at the same moment");
+        return error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    }
 };
 
 } // namespace
 
 const StoreDialect &postgresDialect()
 {
-    static const PendingDialect dialect;
+    static const PostgresDialect dialect;
     return dialect;
 }
 

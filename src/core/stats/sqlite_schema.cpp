@@ -1,6 +1,7 @@
 #include "core/stats/sqlite_schema.h"
 
 #include "core/stats/outchart_data.h"
+#include "core/stats/store_schema.h"
 
 #include <QSqlError>
 #include <QSqlQuery>
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <initializer_list>
 #include <optional>
 #include <span>
 
@@ -73,20 +73,6 @@ constexpr const char *schemaStatements[] = {
     " points INTEGER,"
     " singleout TEXT,"
     " doubleout TEXT)",
-
-    // Players are looked up by name; records, counts and resets select by
-    // player first, then by game type or target.
-    "CREATE INDEX IF NOT EXISTS players_name ON players (name)",
-    // The record beside a game is read at every turn from this index alone.
-    "CREATE INDEX IF NOT EXISTS games_record"
-    " ON games (players_id, gametype, skill, result, throws, outset)",
-    "CREATE INDEX IF NOT EXISTS gamesdarts_game ON gamesdarts (games_id)",
-    "CREATE INDEX IF NOT EXISTS gamesdarts_player_target"
-    " ON gamesdarts (players_id, targetring, targetscore)",
-    "CREATE INDEX IF NOT EXISTS statstargets_player"
-    " ON statstargets (players_id, targetRing, targetValue)",
-    "CREATE INDEX IF NOT EXISTS statsthrows_target ON statsthrows (statstargets_id)",
-    "CREATE INDEX IF NOT EXISTS statsthrows_player ON statsthrows (players_id)",
 };
 
 // A player's sums count the darts of the player's targets and the darts the
@@ -166,9 +152,6 @@ constexpr const char *drillStatements[] = {
     " targetring INTEGER,"
     " aimx FLOAT,"
     " aimy FLOAT)",
-
-    "CREATE INDEX IF NOT EXISTS drills_player ON drills (players_id, kind, target)",
-    "CREATE INDEX IF NOT EXISTS drilldarts_player_target ON drilldarts (players_id, targetring, targetscore)",
 };
 
 // The matches of legs: a row per match, ended (enddate set) with its result
@@ -202,39 +185,11 @@ constexpr const char *matchStatements[] = {
     " setno SMALLINT,"
     " legno SMALLINT,"
     " firstthrower SMALLINT)",
-
-    "CREATE INDEX IF NOT EXISTS matches_player ON matches (players_id, enddate)",
-    "CREATE INDEX IF NOT EXISTS matchlegs_match ON matchlegs (matches_id, setno, legno)",
-    "CREATE INDEX IF NOT EXISTS matchlegs_game ON matchlegs (games_id)",
 };
-
-// Empty fields are stored as empty text, never as NULL.
-QString textOrEmpty(const QString &text)
-{
-    return text.isNull() ? QStringLiteral("") : text;
-}
 
 QString failure(const QSqlQuery &query)
 {
     return query.lastError().text();
-}
-
-// Runs the statements in order; the reason of the first that fails.
-QString runStatements(QSqlDatabase &db, std::span<const char *const> statements)
-{
-    QSqlQuery query(db);
-    for (const char *statement : statements) {
-        if (!query.exec(QString::fromLatin1(statement)))
-            return failure(query);
-    }
-    return {};
-}
-
-// Whether `outchart` holds a row (false when it cannot be read).
-bool chartHasRows(QSqlDatabase &db)
-{
-    QSqlQuery query(db);
-    return query.exec(QStringLiteral("SELECT count(*) FROM outchart")) && query.next() && query.value(0).toInt() > 0;
 }
 
 // Whether the file holds the program's six tables.
@@ -248,22 +203,16 @@ bool holdsOwnTables(QSqlDatabase &db)
     return query.value(0).toInt() == 6;
 }
 
-// Fills an empty `outchart` with the chart that comes with the program.
-QString fillChart(QSqlDatabase &db)
-{
-    const QList<ChartRow> rows = bundledChartRows();
-    if (rows.isEmpty())
-        return QStringLiteral("The bundled checkout chart is missing.");
-    return insertChartRows(db, rows);
-}
-
 // Step 1: the six tables of the darts with their indexes, and the bundled
 // checkout chart in an empty `outchart`.
 QString createTables(QSqlDatabase &db)
 {
-    if (const QString error = runStatements(db, schemaStatements); !error.isEmpty())
+    QString error = runStatements(db, schemaStatements);
+    if (error.isEmpty())
+        error = runStatements(db, gameIndexStatements);
+    if (!error.isEmpty())
         return error;
-    return chartHasRows(db) ? QString() : fillChart(db);
+    return chartHasRows(db) ? QString() : fillBundledChart(db);
 }
 
 // Step 2: the tables of the practice sums and the triggers that drop a
@@ -277,13 +226,15 @@ QString createPracticeSums(QSqlDatabase &db)
 // Step 3: the tables of the training drills.
 QString createDrills(QSqlDatabase &db)
 {
-    return runStatements(db, drillStatements);
+    const QString error = runStatements(db, drillStatements);
+    return error.isEmpty() ? runStatements(db, drillIndexStatements) : error;
 }
 
 // Step 4: the tables of the matches of legs.
 QString createMatches(QSqlDatabase &db)
 {
-    return runStatements(db, matchStatements);
+    const QString error = runStatements(db, matchStatements);
+    return error.isEmpty() ? runStatements(db, matchIndexStatements) : error;
 }
 
 using SchemaStep = QString (*)(QSqlDatabase &db);
@@ -304,11 +255,6 @@ std::optional<int> fileVersion(QSqlDatabase &db, QString &error)
     return query.value(0).toInt();
 }
 
-QString refusedAsNewer()
-{
-    return QStringLiteral("it was written by a newer version of Tavrix; this one leaves it as it is");
-}
-
 // Runs the steps the file lacks inside the open transaction.
 QString runSteps(QSqlDatabase &db, int from)
 {
@@ -325,22 +271,6 @@ QString runSteps(QSqlDatabase &db, int from)
 
 } // namespace
 
-QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows)
-{
-    QSqlQuery query(db);
-    if (!query.prepare(QStringLiteral(
-            "INSERT INTO outchart (points, singleout, doubleout) VALUES (?, ?, ?)")))
-        return failure(query);
-    for (const ChartRow &row : rows) {
-        query.addBindValue(row.points);
-        query.addBindValue(textOrEmpty(row.singleOut));
-        query.addBindValue(textOrEmpty(row.doubleOut));
-        if (!query.exec())
-            return failure(query);
-    }
-    return {};
-}
-
 QString checkOwnDatabase(QSqlDatabase &db)
 {
     QSqlQuery query(db);
@@ -353,40 +283,10 @@ QString checkOwnDatabase(QSqlDatabase &db)
         return {};
     for (const char *own : {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart"}) {
         if (!tables.contains(QLatin1String(own)))
-            return QStringLiteral("it holds tables of another program; Tavrix leaves it as it is");
+            return refusedAsForeign();
     }
     return {};
 }
-
-namespace {
-
-// The columns of each table the program reads or writes, as created above,
-// and the version that brought the table: a file of an older version lacks
-// it until it is opened here.
-struct OwnTable {
-    const char *name;
-    std::initializer_list<const char *> columns;
-    int sinceVersion = 0;
-};
-const OwnTable ownTables[] = {
-    {"players", {"id", "creationdate", "name"}},
-    {"games", {"id", "creationdate", "players_id", "gametype", "skill", "opponent", "result", "throws", "points",
-               "bestset", "outset"}},
-    {"gamesdarts", {"creationdate", "games_id", "players_id", "setseq", "dartseq", "x", "y", "dist", "score", "ring",
-                    "targetscore", "targetring"}},
-    {"statstargets", {"id", "creationdate", "players_id", "targetvalue", "targetring"}},
-    {"statsthrows", {"id", "players_id", "statstargets_id", "seq", "x", "y", "dist", "score", "ring"}},
-    {"outchart", {"points", "singleout", "doubleout"}},
-    {"drills", {"id", "players_id", "kind", "target", "startdate", "enddate", "score", "completed", "quit"}, 3},
-    {"drilldarts", {"creationdate", "drills_id", "players_id", "setseq", "dartseq", "x", "y", "dist", "score", "ring",
-                    "targetscore", "targetring", "aimx", "aimy"}, 3},
-    {"matches", {"id", "players_id", "gametype", "skill", "opponent", "kind", "sets", "legs", "startdate", "enddate",
-                 "result", "playerlegs", "opponentlegs", "playersets", "opponentsets", "playerpoints", "playerdarts",
-                 "opponentpoints", "opponentdarts"}, 4},
-    {"matchlegs", {"matches_id", "games_id", "setno", "legno", "firstthrower"}, 4},
-};
-
-} // namespace
 
 QString checkOwnColumns(QSqlDatabase &db)
 {
@@ -394,7 +294,7 @@ QString checkOwnColumns(QSqlDatabase &db)
     if (!query.exec(QStringLiteral("PRAGMA user_version")) || !query.next())
         return describeDatabaseError(query.lastError());
     const int version = query.value(0).toInt();
-    for (const OwnTable &table : ownTables) {
+    for (const OwnTable &table : ownTables()) {
         // SQLite matches names without regard to case, and so does this.
         if (!query.prepare(QStringLiteral("SELECT lower(name) FROM pragma_table_info(?)")))
             return describeDatabaseError(query.lastError());
@@ -450,7 +350,7 @@ QString upgradeSchema(QSqlDatabase &db)
         error = runSteps(db, std::max(*version, 0));
     // A chart emptied by another program is filled again, as in a new file.
     if (error.isEmpty() && !chartHasRows(db))
-        error = fillChart(db);
+        error = fillBundledChart(db);
     if (error.isEmpty() && query.exec(QStringLiteral("COMMIT")))
         return {};
     if (error.isEmpty())

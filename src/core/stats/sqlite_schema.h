@@ -4,6 +4,7 @@
 // and what SQLite's errors mean. Only the SQLite implementation includes this.
 
 #include "core/stats/outchart_data.h"
+#include "core/stats/store_schema.h"
 
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -35,10 +36,6 @@ QString checkOwnDatabase(QSqlDatabase &db);
 // A table newer than the file's version may be missing (the upgrade adds
 // it). Reads only.
 QString checkOwnColumns(QSqlDatabase &db);
-
-// Adds rows to `outchart`, empty fields as empty text; inside the caller's
-// transaction. Returns an empty text on success, the reason otherwise.
-QString insertChartRows(QSqlDatabase &db, const QList<ChartRow> &rows);
 
 // What a database error means, in words a user understands. Given the
 // database file's path, a write refused because the file or its folder has
