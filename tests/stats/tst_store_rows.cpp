@@ -19,62 +19,39 @@ using namespace tavrix;
 
 namespace {
 
-QString timeText(const std::optional<qint64> &seconds)
+// A row as a line of its kind and numbers; a missing time is -1.
+QString line(const char *kind, std::initializer_list<qint64> numbers)
 {
-    return seconds ? QString::number(*seconds) : QStringLiteral("-");
+    QStringList words{QString::fromLatin1(kind)};
+    for (const qint64 number : numbers)
+        words << QString::number(number);
+    return words.join(QLatin1Char(' '));
+}
+
+qint64 at(const std::optional<qint64> &seconds)
+{
+    return seconds.value_or(-1);
 }
 
 QStringList rowsText(const StatisticsRows &rows)
 {
     QStringList out;
     for (const StatsGame &g : rows.games)
-        out << QStringLiteral("game %1 %2 %3 %4 %5 %6 %7")
-                   .arg(g.id)
-                   .arg(timeText(g.playedAt))
-                   .arg(int(g.type))
-                   .arg(int(g.end))
-                   .arg(g.throws)
-                   .arg(g.points)
-                   .arg(g.outSet);
+        out << line("game", {g.id, at(g.playedAt), int(g.type), int(g.end), g.throws, g.points, g.outSet});
     for (const StatsGameDart &d : rows.gameDarts)
-        out << QStringLiteral("gameDart %1 %2 %3 %4 %5 %6 %7")
-                   .arg(d.gameId)
-                   .arg(d.setSeq)
-                   .arg(d.dartSeq)
-                   .arg(d.score)
-                   .arg(d.ring)
-                   .arg(d.targetScore)
-                   .arg(d.targetRing);
+        out << line("gameDart", {d.gameId, d.setSeq, d.dartSeq, d.score, d.ring, d.targetScore, d.targetRing});
     for (const StatsPracticeSet &s : rows.practiceSets)
-        out << QStringLiteral("set %1 %2 %3 %4").arg(s.id).arg(timeText(s.openedAt)).arg(s.targetValue).arg(s.targetRing);
+        out << line("set", {s.id, at(s.openedAt), s.targetValue, s.targetRing});
     for (const StatsPracticeDart &d : rows.practiceDarts)
-        out << QStringLiteral("practiceDart %1 %2 %3").arg(d.setId).arg(d.score).arg(d.ring);
+        out << line("practiceDart", {d.setId, d.score, d.ring});
     for (const DrillRow &d : rows.drills)
-        out << QStringLiteral("drill %1 %2 %3 %4 %5 %6 %7 %8")
-                   .arg(d.id)
-                   .arg(d.kind)
-                   .arg(d.targetNumber)
-                   .arg(timeText(d.startedAt), timeText(d.endedAt))
-                   .arg(d.score)
-                   .arg(d.completed)
-                   .arg(d.quit);
+        out << line("drill", {d.id, d.kind, d.targetNumber, at(d.startedAt), at(d.endedAt), d.score, d.completed,
+                              d.quit});
     for (const StatsDrillDart &d : rows.drillDoubleDarts)
-        out << QStringLiteral("drillDart %1 %2 %3 %4 %5")
-                   .arg(timeText(d.thrownAt))
-                   .arg(d.score)
-                   .arg(d.ring)
-                   .arg(d.targetScore)
-                   .arg(d.targetRing);
+        out << line("drillDart", {at(d.thrownAt), d.score, d.ring, d.targetScore, d.targetRing});
     for (const StatsMatch &m : rows.matches)
-        out << QStringLiteral("match %1 %2 %3 %4 %5 %6 %7 %8")
-                   .arg(m.id)
-                   .arg(int(m.type))
-                   .arg(timeText(m.endedAt))
-                   .arg(int(m.result))
-                   .arg(m.playerPoints)
-                   .arg(m.playerDarts)
-                   .arg(m.opponentPoints)
-                   .arg(m.opponentDarts);
+        out << line("match", {m.id, int(m.type), at(m.endedAt), int(m.result), m.playerPoints, m.playerDarts,
+                              m.opponentPoints, m.opponentDarts});
     return out;
 }
 
