@@ -4,6 +4,8 @@
 #include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
+#include "core/stats/store_dialect.h"
+#include "core/stats/store_rows.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -28,8 +30,10 @@ bool holdsTable(sqlite3 *handle, const char *table)
 
 bool StatsStore::holdsDrillTables()
 {
-    sqlite3 *const handle = isOpen() ? sqliteHandle(connection()) : nullptr;
-    return handle && holdsTable(handle, "drills") && holdsTable(handle, "drilldarts");
+    if (!isOpen())
+        return false;
+    QSqlDatabase db = connection();
+    return dialect().holdsTable(db, "drills") && dialect().holdsTable(db, "drilldarts");
 }
 
 bool StatsStore::newerTablesWritable(const QString &what, bool (StatsStore::*holds)(), const QString &things)
@@ -121,12 +125,17 @@ std::optional<std::vector<DrillRow>> StatsStore::drillRows(qint64 playerId)
         fail(what, QStringLiteral("the statistics database is not open"));
         return std::nullopt;
     }
-    sqlite3 *const handle = sqliteHandle(connection());
-    if (!handle) {
-        fail(what, QStringLiteral("the database driver is not SQLite's"));
-        return std::nullopt;
-    }
     std::vector<DrillRow> rows;
+    QSqlDatabase db = connection();
+    sqlite3 *const handle = sqliteHandle(db);
+    if (!handle) {
+        QSqlError error;
+        if (!readEndedDrillRows(db, dialect(), playerId, rows, error)) {
+            fail(what, dialect().describeError(error, databasePath()));
+            return std::nullopt;
+        }
+        return rows;
+    }
     if (readEndedDrills(handle, playerId, rows) != SQLITE_DONE) {
         fail(what, QString::fromUtf8(sqlite3_errmsg(handle)));
         return std::nullopt;

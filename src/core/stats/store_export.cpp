@@ -1,11 +1,14 @@
-// The recorded darts as stored, streamed for writing them out: read through
-// SQLite's own calls on the store's connection, as readAimedDarts does, so a
-// million rows cost about one plain read and no more memory than one row.
+// The recorded darts as stored, streamed for writing them out: a file's read
+// through SQLite's own calls on the store's connection, as readAimedDarts
+// does, so a million rows cost about one plain read and no more memory than
+// one row; a server's through Qt SQL (store_rows.h).
 
 #include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
 #include "core/stats/sqlite_schema.h"
+#include "core/stats/store_dialect.h"
+#include "core/stats/store_rows.h"
 
 #include <QHash>
 #include <QSqlQuery>
@@ -23,18 +26,13 @@ namespace {
 // Each table in the order its rows were recorded, read in the table's own
 // order: other players' rows are passed over, which costs less than going
 // through the player index and back to the table for each row (the "+"
-// keeps SQLite off the index).
+// keeps SQLite off the index). The game darts' statement is
+// exportGameDartsStatement.
 constexpr const char *practiceOfPlayer =
     "SELECT players_id, statstargets_id, seq, x, y, score, ring FROM statsthrows"
     " WHERE +players_id = ?1 ORDER BY id";
 constexpr const char *practiceOfAll =
     "SELECT players_id, statstargets_id, seq, x, y, score, ring FROM statsthrows ORDER BY id";
-constexpr const char *gameOfPlayer =
-    "SELECT players_id, creationDate, games_id, setseq, dartseq, targetscore, targetring, x, y, score, ring"
-    " FROM gamesdarts WHERE +players_id = ?1 ORDER BY rowid";
-constexpr const char *gameOfAll =
-    "SELECT players_id, creationDate, games_id, setseq, dartseq, targetscore, targetring, x, y, score, ring"
-    " FROM gamesdarts ORDER BY rowid";
 
 struct Finalize {
     void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
@@ -177,9 +175,13 @@ bool StatsStore::readExportDarts(std::optional<qint64> playerId, const ExportDar
         while (query.next())
             names.insert(query.value(0).toLongLong(), query.value(1).toString().toUtf8());
     }
-    sqlite3 *const handle = sqliteHandle(connection());
-    if (!handle)
-        return fail(what, QStringLiteral("the database driver is not SQLite's"));
+    QSqlDatabase db = connection();
+    sqlite3 *const handle = sqliteHandle(db);
+    if (!handle) {
+        QSqlError error;
+        return readExportDartRows(db, dialect(), playerId, names, take, error)
+               || fail(what, dialect().describeError(error, databasePath()));
+    }
 
     ExportDart dart;
     qint64 namedId = 0;
@@ -194,7 +196,7 @@ bool StatsStore::readExportDarts(std::optional<qint64> playerId, const ExportDar
     for (const bool practice : {true, false}) {
         const Statement statement =
             prepareRaw(handle, practice ? (playerId ? practiceOfPlayer : practiceOfAll)
-                                      : (playerId ? gameOfPlayer : gameOfAll));
+                                        : exportGameDartsStatement(dialect(), playerId.has_value()).constData());
         std::optional<TargetFinder> targets;
         if (practice)
             targets.emplace(handle);

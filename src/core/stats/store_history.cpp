@@ -6,9 +6,10 @@
 #include "core/stats/stats_store.h"
 
 #include "core/stats/distance_quarters.h"
-#include "core/stats/sqlite_handle.h"
+#include "core/stats/sqlite_row.h"
 #include "core/stats/sqlite_schema.h"
 #include "core/stats/store_dialect.h"
+#include "core/stats/store_rows.h"
 
 #include <QSqlDriver>
 #include <QSqlQuery>
@@ -43,21 +44,6 @@ std::optional<PlayerDistances> readDistances(QSqlQuery &query, qint64 playerId)
 
 } // namespace
 
-namespace {
-
-// Practice darts by their set's target, then game darts by their own; the
-// target's value and ring travel as one number, value * 8 + ring.
-constexpr const char *aimedDartsStatement =
-    "SELECT ta.targetValue * 8 + ta.targetRing, th.x, th.y"
-    " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id WHERE +ta.players_id = ?1"
-    " UNION ALL SELECT targetscore * 8 + targetring, x, y FROM gamesdarts WHERE players_id = ?1";
-// Then the drill darts that name an area; those of rounds at no single
-// area (any double, a checkout total) carry none.
-constexpr const char *aimedDrillDartsStatement =
-    "SELECT targetscore * 8 + targetring, x, y FROM drilldarts WHERE players_id = ?1 AND targetscore > 0";
-
-} // namespace
-
 sqlite3 *sqliteHandle(const QSqlDatabase &connection)
 {
     const QVariant handle = connection.driver() ? connection.driver()->handle() : QVariant();
@@ -71,31 +57,32 @@ bool StatsStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
     ++playerReads_;
     // A million rows through Qt's values cost two and a half times the
     // plain read of the distances; SQLite's own calls on the same
-    // connection read them in less than the plain read takes.
-    sqlite3 *const handle = sqliteHandle(connection());
-    if (!handle)
-        return fail(QStringLiteral("Cannot read the player's darts"),
-                    QStringLiteral("the database driver is not SQLite's"));
+    // connection read them in less than the plain read takes. A server's
+    // connection has no SQLite handle and reads through Qt SQL.
+    const QString what = QStringLiteral("Cannot read the player's darts");
+    QSqlDatabase db = connection();
+    sqlite3 *const handle = sqliteHandle(db);
+    if (!handle) {
+        QSqlError error;
+        return readAimedDartRows(db, dialect(), playerId, take, error)
+               || fail(what, dialect().describeError(error, databasePath()));
+    }
     const auto read = [&](const char *text) {
         sqlite3_stmt *statement = nullptr;
         int code = sqlite3_prepare_v2(handle, text, -1, &statement, nullptr);
         if (code == SQLITE_OK)
             code = sqlite3_bind_int64(statement, 1, playerId);
         if (code == SQLITE_OK) {
-            while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
-                // Rings are 0 to 3; a negative code keeps its ring below 8 too.
-                const qint64 target = sqlite3_column_int64(statement, 0);
-                const int ring = int(((target % 8) + 8) % 8);
-                take(int((target - ring) / 8), ring, sqlite3_column_double(statement, 1),
-                     sqlite3_column_double(statement, 2));
-            }
+            while ((code = sqlite3_step(statement)) == SQLITE_ROW)
+                takeAimedDart(SqliteRow(statement), take);
         }
         if (code != SQLITE_DONE)
-            fail(QStringLiteral("Cannot read the player's darts"), QString::fromUtf8(sqlite3_errmsg(handle)));
+            fail(what, QString::fromUtf8(sqlite3_errmsg(handle)));
         sqlite3_finalize(statement);
         return code == SQLITE_DONE;
     };
-    return read(aimedDartsStatement) && (!holdsTable(handle, "drilldarts") || read(aimedDrillDartsStatement));
+    return read(aimedDartsStatement)
+           && (!dialect().holdsTable(db, "drilldarts") || read(aimedDrillDartsStatement));
 }
 
 std::optional<StatsStore::ChangeStamp> StatsStore::changeStamp()

@@ -4,6 +4,7 @@
 #include "core/stats/stats_store.h"
 
 #include "core/stats/sqlite_handle.h"
+#include "core/stats/store_dialect.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -28,8 +29,10 @@ QVariantList startValues(const NewMatch &match)
 
 bool StatsStore::holdsMatchTables()
 {
-    sqlite3 *const handle = isOpen() ? sqliteHandle(connection()) : nullptr;
-    return handle && holdsTable(handle, "matches") && holdsTable(handle, "matchlegs");
+    if (!isOpen())
+        return false;
+    QSqlDatabase db = connection();
+    return dialect().holdsTable(db, "matches") && dialect().holdsTable(db, "matchlegs");
 }
 
 bool StatsStore::matchesWritable(const QString &what)

@@ -3,6 +3,8 @@
 
 #include "core/stats/stats_store.h"
 
+#include "core/stats/store_dialect.h"
+
 #include <QSqlQuery>
 #include <QVariant>
 
@@ -27,21 +29,21 @@ std::optional<AreaDarts> StatsStore::areaDarts(qint64 playerId, int targetValue,
 {
     // One join rather than a query per practice set; the player's targets
     // come from their index in id order and each set's darts from theirs.
-    const std::pair<const char *, const char *> statements[] = {
+    const std::pair<const char *, QString> statements[] = {
         {"areaPractice",
-         "SELECT th.x, th.y, th.score, th.ring"
-         " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id"
-         " WHERE ta.players_id = ? AND ta.targetValue = ? AND ta.targetRing = ?"
-         " ORDER BY ta.id, th.id"},
+         QStringLiteral("SELECT th.x, th.y, th.score, th.ring"
+                        " FROM statstargets ta JOIN statsthrows th ON th.statstargets_id = ta.id"
+                        " WHERE ta.players_id = ? AND ta.targetValue = ? AND ta.targetRing = ?"
+                        " ORDER BY ta.id, th.id")},
         {"areaGame",
-         "SELECT x, y, score, ring FROM gamesdarts"
-         " WHERE players_id = ? AND targetscore = ? AND targetring = ? ORDER BY rowid"},
+         QStringLiteral("SELECT x, y, score, ring FROM gamesdarts"
+                        " WHERE players_id = ? AND targetscore = ? AND targetring = ? ORDER BY ")
+             + dialect().writeOrder()},
     };
     AreaDarts darts;
     std::vector<AreaDart> *const lists[] = {&darts.practice, &darts.game};
     for (int i = 0; i < 2; ++i) {
-        QSqlQuery *const query = prepared(QString::fromLatin1(statements[i].first),
-                                          QString::fromLatin1(statements[i].second));
+        QSqlQuery *const query = prepared(QString::fromLatin1(statements[i].first), statements[i].second);
         if (!query)
             return std::nullopt;
         query->setForwardOnly(true);
