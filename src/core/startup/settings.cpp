@@ -66,12 +66,12 @@ std::optional<int> optionFromSetting(const QString &stored, int count)
 
 std::optional<int> numberFromSetting(const QString &stored, int lowest, int highest)
 {
-    // Compared as text, so " 2", "02" and "+2" are not 2.
-    for (int number = lowest; number <= highest; ++number) {
-        if (stored == QString::number(number))
-            return number;
-    }
-    return std::nullopt;
+    // Written back and compared as text, so " 2", "02" and "+2" are not 2.
+    bool ok = false;
+    const int number = stored.toInt(&ok);
+    if (!ok || number < lowest || number > highest || QString::number(number) != stored)
+        return std::nullopt;
+    return number;
 }
 
 std::optional<bool> switchFromSetting(const QString &stored)

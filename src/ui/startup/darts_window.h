@@ -4,11 +4,13 @@
 // the right, and the menus.
 
 #include "ui/board/board_input.h"
+#include "core/startup/club_settings.h"
 #include "core/opponent/skill_profile.h"
 #include "ui/play/record_labels.h"
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 class QAbstractButton;
@@ -99,6 +101,12 @@ public:
     // program (programFilesFolder). Read when the help is first shown.
     void setHelpFolder(const QString &folder) { helpFolder_ = folder; }
 
+    // Called after "Club Database" with the user's choice (never when he
+    // cancelled); true when the statistics are now kept where he chose.
+    // On false the stored choice goes back to the one in use. Empty: the
+    // choice is only stored, for the next start.
+    std::function<bool(const ClubChoice &)> onClubChoice;
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 
@@ -117,6 +125,8 @@ private:
     void useUnits(bool centimetres);
     void useSound(bool on);
     void resetStats();
+    // "Club Database": stores the user's choice and hands it to onClubChoice.
+    void chooseClubDatabase();
     // File menu: the darts as CSV, a backup, and a restore from one.
     void exportDarts();
     void backUpStats();

@@ -8,6 +8,7 @@
 #include "core/help/help_pages.h"
 #include "ui/help/help_viewer.h"
 #include "ui/help/about_dialog.h"
+#include "ui/dialogs/club_database_dialog.h"
 #include "ui/dialogs/messages.h"
 #include "ui/players/user_edit_dialog.h"
 #include "ui/players/user_select_dialog.h"
@@ -113,6 +114,8 @@ void Darts::buildMenus()
     QAction *closeNet = namedAction(options, "mnuCloseNet", QStringLiteral("Close Net Connection"));
     QAction *showChat = namedAction(options, "mnuShowChat", QStringLiteral("Show Chat Window"));
     play_->setNetIndicators(closeNet, showChat);
+    connect(namedAction(options, "mnuOptionsClubDatabase", QStringLiteral("Club Database...")),
+            &QAction::triggered, this, &Darts::chooseClubDatabase);
 
     QMenu *help = namedMenu(bar, "mnuHelp", QStringLiteral("Help"));
     QAction *helpEntry = namedAction(help, "mnuHelpHelp", QStringLiteral("Tavrix! Help"));
@@ -274,6 +277,23 @@ void Darts::resetStats()
     }
     messages.notice(this, title,
                     QStringLiteral("All statistics deleted for ") + session_.currentPlayerName);
+}
+
+void Darts::chooseClubDatabase()
+{
+    const bool storedInUse = readClubSettings().inUse;
+    const ClubChoice choice = ClubDatabaseDialog::ask(program_.store().server().has_value(), this);
+    if (choice.action == ClubChoice::Cancelled)
+        return;
+    // A game's darts would go partly to one database, partly to the other.
+    if (!mayLeaveGame()) {
+        saveClubInUse(storedInUse);
+        return;
+    }
+    if (currentMode_ == Mode::Play)
+        resetGame();
+    if (onClubChoice && !onClubChoice(choice))
+        saveClubInUse(storedInUse);
 }
 
 void Darts::showHelp()
