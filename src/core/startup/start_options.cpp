@@ -2,6 +2,7 @@
 
 #include "core/session/program_files.h"
 #include "core/session/version.h"
+#include "core/startup/club_settings.h"
 #include "core/stats/stats_store.h"
 
 #include <QDir>
@@ -192,7 +193,11 @@ QString localDatabasePath(bool fromMenu, bool makeFolder)
 QString startDatabasePath(bool fromMenu, bool makeFolder)
 {
     const QString fromEnvironment = qEnvironmentVariable(StatsStore::pathVariable);
-    return fromEnvironment.isEmpty() ? localDatabasePath(fromMenu, makeFolder) : fromEnvironment;
+    if (!fromEnvironment.isEmpty())
+        return fromEnvironment;
+    if (const std::optional<ServerAddress> club = clubServerInUse())
+        return serverUri(*club);
+    return localDatabasePath(fromMenu, makeFolder);
 }
 
 OptionOutput printedOption(const StartOptions &options, const QString &programFolder)

@@ -1,10 +1,9 @@
 #include "ui/dialogs/messages.h"
 
 #include "ui/dialogs/alert_box.h"
+#include "ui/dialogs/server_password_dialog.h"
 
 #include <QFileDialog>
-#include <QInputDialog>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -71,16 +70,9 @@ QString SystemMessages::chooseFileToOpen(QWidget *parent, const QString &title, 
     return QFileDialog::getOpenFileName(parent, title, folder, filter);
 }
 
-std::optional<QString> SystemMessages::askPassword(QWidget *parent, const QString &title, const QString &text)
+std::optional<QString> SystemMessages::askPassword(QWidget *parent, const ServerAddress &server, const QString &why)
 {
-    QInputDialog dialog(parent);
-    dialog.setObjectName(QStringLiteral("frmServerPassword"));
-    dialog.setWindowTitle(title);
-    dialog.setLabelText(text);
-    dialog.setTextEchoMode(QLineEdit::Password);
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    return dialog.textValue();
+    return ServerPasswordDialog::ask(server, parent, why);
 }
 
 void SystemMessages::alert(const QString &message, const QString &title)

@@ -3,6 +3,8 @@
 // Every notice, question and alert of the program goes through Messages, so
 // that tests can answer them without a person.
 
+#include "core/stats/store_address.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -39,9 +41,13 @@ public:
     // chosen, or "" when cancelled.
     virtual QString chooseFileToOpen(QWidget *parent, const QString &title, const QString &folder,
                                      const QString &filter) = 0;
-    // Asks for a password, typed unseen; nothing when cancelled (or when
+    // Asks for the password of the club database at `server`, typed
+    // unseen, saying `why` it is asked; nothing when cancelled (or when
     // nobody can be asked).
-    virtual std::optional<QString> askPassword(QWidget *, const QString &, const QString &) { return std::nullopt; }
+    virtual std::optional<QString> askPassword(QWidget *, const ServerAddress &, const QString &)
+    {
+        return std::nullopt;
+    }
     // A game event to acknowledge, in the program's own alert box.
     virtual void alert(const QString &message, const QString &title) = 0;
     // Takes an alert off the screen, as though acknowledged.
@@ -60,7 +66,7 @@ public:
                              const QString &filter) override;
     QString chooseFileToOpen(QWidget *parent, const QString &title, const QString &folder,
                              const QString &filter) override;
-    std::optional<QString> askPassword(QWidget *parent, const QString &title, const QString &text) override;
+    std::optional<QString> askPassword(QWidget *parent, const ServerAddress &server, const QString &why) override;
     void alert(const QString &message, const QString &title) override;
     void hideAlert() override;
 

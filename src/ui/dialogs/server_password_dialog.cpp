@@ -9,14 +9,15 @@
 
 namespace tavrix {
 
-ServerPasswordDialog::ServerPasswordDialog(const ServerAddress &server, QWidget *parent)
+ServerPasswordDialog::ServerPasswordDialog(const ServerAddress &server, QWidget *parent, const QString &why)
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmServerPassword"));
     setWindowTitle(QStringLiteral("Club Database Password"));
     setModal(true);
     auto *layout = new QVBoxLayout(this);
-    auto *prompt = new QLabel(promptFor(server), this);
+    auto *prompt = new QLabel(why.isEmpty() ? promptFor(server) : why + QStringLiteral("\n\n") + promptFor(server),
+                              this);
     prompt->setObjectName(QStringLiteral("lblServerPasswordFor"));
     prompt->setTextFormat(Qt::PlainText);
     prompt->setWordWrap(true);
@@ -38,10 +39,10 @@ ServerPasswordDialog::ServerPasswordDialog(const ServerAddress &server, QWidget 
     setMaximumWidth(760);
 }
 
-std::optional<QString> ServerPasswordDialog::ask(const ServerAddress &server, QWidget *parent)
+std::optional<QString> ServerPasswordDialog::ask(const ServerAddress &server, QWidget *parent, const QString &why)
 {
     // The window may be taken down while the dialog is open.
-    QPointer<ServerPasswordDialog> dialog = new ServerPasswordDialog(server, parent);
+    QPointer<ServerPasswordDialog> dialog = new ServerPasswordDialog(server, parent, why);
     const bool given = dialog->exec() == QDialog::Accepted;
     if (!dialog)
         return std::nullopt;

@@ -18,10 +18,11 @@ class ServerPasswordDialog : public QDialog {
     Q_OBJECT
 
 public:
-    ServerPasswordDialog(const ServerAddress &server, QWidget *parent);
+    // `why`, when given, comes before the prompt: what the server said.
+    ServerPasswordDialog(const ServerAddress &server, QWidget *parent, const QString &why = {});
 
     // The password typed, or nothing when the user cancelled.
-    static std::optional<QString> ask(const ServerAddress &server, QWidget *parent);
+    static std::optional<QString> ask(const ServerAddress &server, QWidget *parent, const QString &why = {});
     // "Password of ann for the club database at club.example.org, port 5432:"
     static QString promptFor(const ServerAddress &server);
 

@@ -30,6 +30,13 @@ void Darts::restoreStats()
     const QString title = QStringLiteral("Restore Statistics");
     Messages &messages = program_.messages();
     StatsStore &store = program_.store();
+    if (store.server()) {
+        messages.error(this, title,
+                       QStringLiteral("The statistics are in the club database (%1), which its server keeps and "
+                                      "backs up. Restore Statistics replaces only a statistics file.")
+                           .arg(describeServer(*store.server())));
+        return;
+    }
     // The game's darts would go into the file that is replaced.
     if (!mayLeaveGame())
         return;

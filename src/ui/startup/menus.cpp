@@ -2,6 +2,7 @@
 
 #include "ui/startup/darts_window.h"
 
+#include "ui/advice/aim_advice_service.h"
 #include "ui/review/aim_map_view.h"
 #include "ui/statistics/statistics_dialog.h"
 
@@ -22,6 +23,7 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDir>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
@@ -292,8 +294,25 @@ void Darts::chooseClubDatabase()
     }
     if (currentMode_ == Mode::Play)
         resetGame();
-    if (onClubChoice && !onClubChoice(choice))
+    if (!onClubChoice)
+        return;
+    if (!onClubChoice(choice)) {
         saveClubInUse(storedInUse);
+        return;
+    }
+    if (program_.isShutDown())
+        return;
+    // The statistics now in use are read afresh, as after a restore.
+    aims_->forget();
+    setPlayerName();
+    buildYouProfile();
+    switchMode(currentMode_);
+    const std::optional<ServerAddress> &server = program_.store().server();
+    program_.messages().notice(this, QStringLiteral("Club Database"),
+                               server ? QStringLiteral("The statistics are now kept in the club database (%1).")
+                                            .arg(describeServer(*server))
+                                      : QStringLiteral("The statistics are now kept in %1 on this computer.")
+                                            .arg(QDir::toNativeSeparators(program_.store().databasePath())));
 }
 
 void Darts::showHelp()

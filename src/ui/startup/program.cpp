@@ -1,6 +1,7 @@
 #include "ui/startup/program.h"
 
 #include "ui/dialogs/messages.h"
+#include "core/stats/server_connection.h"
 #include "ui/players/new_user_dialog.h"
 #include "ui/players/user_select_dialog.h"
 #include "ui/play/play_controller.h"
@@ -115,18 +116,12 @@ bool Program::openStatistics()
         messages_.error(nullptr, title, store_.lastError());
         return false;
     }
-    QString password;
-    while (!store_.open(address, password)) {
+    startPassword_.clear();
+    while (!store_.open(address, startPassword_)) {
         if (store_.needsPassword()) {
-            const QString where = server->host.isEmpty()
-                                      ? QStringLiteral("the server on this computer")
-                                      : QStringLiteral("%1, port %2").arg(server->host).arg(server->port);
-            const std::optional<QString> given = messages_.askPassword(
-                nullptr, QStringLiteral("Club Database Password"),
-                QStringLiteral("%1\r\n\r\nPassword of %2 for the club database at %3:")
-                    .arg(store_.lastError(), server->user, where));
+            const std::optional<QString> given = messages_.askPassword(nullptr, *server, store_.lastError());
             if (given) {
-                password = *given;
+                startPassword_ = *given;
                 continue;
             }
         }
@@ -138,8 +133,10 @@ bool Program::openStatistics()
                                                      "instead?")
                                           .arg(QDir::toNativeSeparators(localDatabasePath))))
             return false;
-        if (store_.open(localDatabasePath))
+        if (store_.open(localDatabasePath)) {
+            databasePath_ = localDatabasePath;
             return true;
+        }
         messages_.error(nullptr, title, store_.lastError());
         return false;
     }
@@ -169,6 +166,7 @@ bool Program::Main()
     sounds_->setEnabled(soundIsOn(getSetting(QString::fromLatin1(soundSetting))));
 
     window_ = std::make_unique<Darts>(*this);
+    window_->onClubChoice = [this](const ClubChoice &choice) { return useClubChoice(choice); };
     window_->showFitted();
 
     if (!choosePlayer()) {
@@ -253,6 +251,36 @@ bool Program::takeRestoredStatistics()
         return false;
     }
     return true;
+}
+
+bool Program::useClubChoice(const ClubChoice &choice)
+{
+    const QString title = QStringLiteral("Club Database");
+    if (choice.action == ClubChoice::Cancelled)
+        return true;
+    const bool toServer = choice.action == ClubChoice::UseClub;
+    // The server is asked first, so that a refusal leaves the statistics
+    // in use as they are.
+    if (toServer) {
+        if (const std::optional<ServerFailure> failure = testServerConnection(choice.server, choice.password)) {
+            messages_.error(window_.get(), title, failure->message);
+            return false;
+        }
+    }
+    const StoreAddress address = toServer ? StoreAddress(choice.server) : StoreAddress(localDatabasePath);
+    if (!store_.open(address, choice.password)) {
+        const QString why = store_.lastError();
+        // Back to what was in use: the file, or the club database named at
+        // start, whose password the server's password file gives.
+        const std::variant<StoreAddress, QString> before = readStoreAddress(databasePath_);
+        if (const StoreAddress *previous = std::get_if<StoreAddress>(&before))
+            store_.open(*previous, startPassword_);
+        messages_.error(window_.get(), title, why);
+        return false;
+    }
+    databasePath_ = toServer ? serverUri(choice.server) : localDatabasePath;
+    startPassword_ = choice.password;
+    return takeRestoredStatistics();
 }
 
 void Program::shutDownProgram()

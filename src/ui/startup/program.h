@@ -6,6 +6,7 @@
 
 #include "core/advice/chart_advisor.h"
 #include "core/games/checkout_chart.h"
+#include "core/startup/club_settings.h"
 #include "core/session/session.h"
 #include "core/stats/stats_store.h"
 
@@ -67,6 +68,11 @@ public:
     // player was chosen or the file cannot be read (said); the program is
     // then shut down, as a start-up would end.
     bool takeRestoredStatistics();
+    // Keeps the statistics where the user chose in "Club Database": the
+    // club's server (asked first, so that a refusal changes nothing) or the
+    // local file; then takes them as after a restore. False (said) when
+    // the choice could not be followed.
+    bool useClubChoice(const ClubChoice &choice);
 
     Session &session() { return session_; }
     bool isShutDown() const { return shutDownDone_; }
@@ -92,6 +98,8 @@ private:
 
     Messages &messages_;
     QString databasePath_;
+    // The password typed for the club database in use, in memory only.
+    QString startPassword_;
     std::unique_ptr<SoundPlayer> ownSoundPlayer_;
     std::unique_ptr<Sounds> sounds_;
     Session session_;
