@@ -68,17 +68,9 @@ bool StatsStore::readAimedDarts(qint64 playerId, const AimedDartTaker &take)
                || fail(what, dialect().describeError(error, databasePath()));
     }
     const auto read = [&](const char *text) {
-        sqlite3_stmt *statement = nullptr;
-        int code = sqlite3_prepare_v2(handle, text, -1, &statement, nullptr);
-        if (code == SQLITE_OK)
-            code = sqlite3_bind_int64(statement, 1, playerId);
-        if (code == SQLITE_OK) {
-            while ((code = sqlite3_step(statement)) == SQLITE_ROW)
-                takeAimedDart(SqliteRow(statement), take);
-        }
+        const int code = readRows(handle, text, playerId, [&](const SqliteRow &row) { takeAimedDart(row, take); });
         if (code != SQLITE_DONE)
             fail(what, QString::fromUtf8(sqlite3_errmsg(handle)));
-        sqlite3_finalize(statement);
         return code == SQLITE_DONE;
     };
     return read(aimedDartsStatement)

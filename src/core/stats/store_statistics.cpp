@@ -16,23 +16,6 @@ namespace tavrix {
 
 namespace {
 
-// Runs one statement with the player's id, handing each row to `take`;
-// SQLITE_DONE when every row was read.
-template <typename Take>
-int readRows(sqlite3 *handle, const char *text, qint64 playerId, Take take)
-{
-    sqlite3_stmt *statement = nullptr;
-    int code = sqlite3_prepare_v2(handle, text, -1, &statement, nullptr);
-    if (code == SQLITE_OK)
-        code = sqlite3_bind_int64(statement, 1, playerId);
-    if (code == SQLITE_OK) {
-        while ((code = sqlite3_step(statement)) == SQLITE_ROW)
-            take(SqliteRow(statement));
-    }
-    sqlite3_finalize(statement);
-    return code;
-}
-
 } // namespace
 
 std::optional<StatisticsRows> StatsStore::statisticsRows(qint64 playerId)
