@@ -9,6 +9,7 @@
 
 #include "../support/test_server.h"
 
+#include <QScopeGuard>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -69,11 +70,11 @@ private slots:
         noDatabase.database = QStringLiteral("no_such_db");
         const std::pair<ServerAddress, QString> cases[] = {
             {tls, QStringLiteral("the encrypted (TLS) connection could not be made")},
-            {closed, QStringLiteral("127.0.0.1, port 1: nothing answers there.")},
+            {closed, QStringLiteral("127.0.0.1, port 1: nothing answers there (the server may be stopped")},
             {unknown, QStringLiteral("no-such-host.invalid, port %1: the name no-such-host.invalid is not known")
                           .arg(server_.port)},
-            {stranger, QStringLiteral(": the server has no user nobody_here.")},
-            {noDatabase, QStringLiteral(": the server has no database no_such_db.")}};
+            {stranger, QStringLiteral(": the server has no user nobody_here")},
+            {noDatabase, QStringLiteral(": the server has no database no_such_db")}};
         for (const auto &[server, cause] : cases) {
             const std::optional<ServerFailure> failure = testServerConnection(server);
             QVERIFY(failure);
@@ -85,10 +86,31 @@ private slots:
         QVERIFY(QSqlDatabase::connectionNames().isEmpty());
         const ServerFailure asked = describeServerFailure(server_, QStringLiteral("fe_sendauth: no password supplied"));
         QVERIFY(asked.needsPassword);
-        QVERIFY2(asked.message.endsWith(QLatin1String("the server asks for the password of tavrix.")),
+        QVERIFY2(asked.message.endsWith(QLatin1String("the server asks for the password of tavrix")),
                  qPrintable(asked.message));
         QVERIFY(describeServerFailure(server_, QStringLiteral("FATAL: password authentication failed for user"))
                     .needsPassword);
+    }
+
+    // A server that asks for a password: none given asks for one, a wrong
+    // one is refused and asked again, the right one (with a quote in it)
+    // lets in.
+    void aPasswordIsAskedForAndChecked()
+    {
+        QString uri, dir, error;
+        const QString password = QStringLiteral("s3cret'pw");
+        QVERIFY2(TestServer::startCluster(uri, dir, error, password), qPrintable(error));
+        const auto cleanup = qScopeGuard([&] { TestServer::clusterCommand(QStringLiteral("stop"), dir); });
+        const auto read = readStoreAddress(uri);
+        const ServerAddress server = std::get<ServerAddress>(std::get<StoreAddress>(read));
+        qunsetenv("PGPASSWORD");
+        const std::optional<ServerFailure> none = testServerConnection(server);
+        QVERIFY(none && none->needsPassword);
+        QVERIFY2(none->message.contains(QLatin1String("asks for the password of tavrix")), qPrintable(none->message));
+        const std::optional<ServerFailure> wrong = testServerConnection(server, QStringLiteral("nope"));
+        QVERIFY(wrong && wrong->needsPassword);
+        QVERIFY2(wrong->message.contains(QLatin1String("refused the password of tavrix")), qPrintable(wrong->message));
+        QVERIFY(!testServerConnection(server, password));
     }
 };
 

@@ -83,13 +83,16 @@ private:
     ~TestServer() { clusterCommand(QStringLiteral("stop"), startedDir_); }
 
 public:
-    // Starts a throw-away cluster of its own: its URI and folder, or false
-    // with `error`.
-    static bool startCluster(QString &uri, QString &dir, QString &error)
+    // Starts a throw-away cluster of its own, which asks for `password`
+    // when one is given: its URI and folder, or false with `error`.
+    static bool startCluster(QString &uri, QString &dir, QString &error, const QString &password = {})
     {
         QProcess start;
-        start.start(QStringLiteral("bash"),
-                    {QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"), QStringLiteral("start")});
+        QStringList arguments{QStringLiteral(TAVRIX_SOURCE_DIR "/scripts/pg_test_cluster.sh"),
+                              password.isEmpty() ? QStringLiteral("start") : QStringLiteral("start-with-password")};
+        if (!password.isEmpty())
+            arguments << password;
+        start.start(QStringLiteral("bash"), arguments);
         if (!start.waitForFinished(120000) || start.exitCode() != 0) {
             error = QStringLiteral("the test server did not start: ") + QString::fromUtf8(start.readAllStandardError());
             return false;

@@ -31,7 +31,7 @@ ServerFailure describeServerFailure(const ServerAddress &server, const QString &
     bool needsPassword = false;
     QString cause;
     if (says(text, "Connection refused"))
-        cause = QStringLiteral("nothing answers there. Is the server running, and does it listen on the network?");
+        cause = QStringLiteral("nothing answers there (the server may be stopped, or may not listen on the network)");
     else if (says(text, "could not translate host name") || says(text, "Name or service not known"))
         cause = QStringLiteral("the name %1 is not known on this network").arg(server.host);
     else if (says(text, "timeout expired") || says(text, "timed out"))
@@ -53,8 +53,10 @@ ServerFailure describeServerFailure(const ServerAddress &server, const QString &
         cause = QStringLiteral("the server gave no reason");
     else
         cause = text;
-    if (!cause.endsWith(QLatin1Char('.')) && !cause.endsWith(QLatin1Char('?')))
-        cause += QLatin1Char('.');
+    // Without a full stop, as the store's other reasons: the sentence it
+    // ends is finished where it is shown.
+    while (cause.endsWith(QLatin1Char('.')))
+        cause.chop(1);
     return {QStringLiteral("Cannot reach the club database at %1: %2").arg(placeOf(server), cause), needsPassword};
 }
 
@@ -63,7 +65,7 @@ std::optional<ServerFailure> openServerConnection(const QString &connectionName,
 {
     if (!QSqlDatabase::isDriverAvailable(QStringLiteral("QPSQL")))
         return ServerFailure{QStringLiteral("Cannot reach the club database: the PostgreSQL driver for Qt is "
-                                            "not installed (Debian's package libqt6sql6-psql)."),
+                                            "not installed (Debian's package libqt6sql6-psql)"),
                              false};
     QString driverText;
     {

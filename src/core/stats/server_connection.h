@@ -11,7 +11,7 @@
 namespace tavrix {
 
 // What went wrong opening a connection: `message` for the user, naming the
-// server and the cause; `needsPassword` when the server asked for a
+// server and the cause, without a closing full stop; `needsPassword` when the server asked for a
 // password that was not given or refused the one given, so that the user
 // may be asked for it.
 struct ServerFailure {

@@ -11,6 +11,10 @@ class StatsAccess {
 public:
     // Why the last read or write failed, in words for the user.
     virtual QString lastError() const = 0;
+    // When what could not be written will be: "the statistics file can be
+    // written again", or for a server "the club database can be reached
+    // again".
+    virtual QString whenWritableAgain() const { return QStringLiteral("the statistics file can be written again"); }
 
     // A transaction: false (with lastError()) when it cannot be started or
     // saved. Prefer Batch, which cannot leave one open.

@@ -65,6 +65,10 @@ public:
     void close();
     bool isOpen() const;
     QString lastError() const override { return lastError_; }
+    QString whenWritableAgain() const override
+    {
+        return server_ ? QStringLiteral("the club database can be reached again") : StatsAccess::whenWritableAgain();
+    }
     // Whether the open file can be written now: nothing when it can, else
     // what stops it, naming the file.
     std::optional<QString> writeProblem();

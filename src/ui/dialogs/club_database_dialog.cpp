@@ -201,7 +201,7 @@ void ClubDatabaseDialog::showTestResult()
     unsetCursor();
     testButton_->setEnabled(true);
     const std::optional<ServerFailure> failure = test_.result();
-    testResult_->setText(failure ? failure->message
+    testResult_->setText(failure ? failure->message + QLatin1Char('.')
                                  : QStringLiteral("Connected to %1.").arg(describeServer(tested_)));
 }
 

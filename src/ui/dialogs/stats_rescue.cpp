@@ -41,10 +41,18 @@ void StatsRescue::tellFileLost(QWidget *parent, const QString &error)
 
 void StatsRescue::reportFailure(QWidget *parent, const QString &error)
 {
-    if (!told_ && fileLost())
+    if (!told_ && fileLost()) {
         tellFileLost(parent, error);
-    else
-        messages_.error(parent, QString::fromLatin1(applicationTitle), error);
+        return;
+    }
+    // A club database that cannot be reached fails every read the same way
+    // until it is back: that is said once, not at every turn.
+    if (store_.server()) {
+        if (error == lastServerError_)
+            return;
+        lastServerError_ = error;
+    }
+    messages_.error(parent, QString::fromLatin1(applicationTitle), error);
 }
 
 bool StatsRescue::saveIntoAnotherFile(QWidget *parent)

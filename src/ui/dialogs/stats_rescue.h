@@ -45,6 +45,8 @@ public:
 
 private:
     StatsStore &store_;
+    // The last failure of a club database told, told only once.
+    QString lastServerError_;
     Messages &messages_;
     Session &session_;
     GameJournal *journal_ = nullptr;

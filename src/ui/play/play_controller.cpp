@@ -38,8 +38,8 @@ PlayController::PlayController(const Context &context, QObject *parent)
             return;
         c_.messages.error(c_.window, QString::fromLatin1(applicationTitle),
                           QStringLiteral("Tavrix could not save your darts yet: ") + c_.store.lastError()
-                              + QStringLiteral(".\r\n\r\nThey are kept and will be saved as soon as the "
-                                               "statistics file can be written again."));
+                              + QStringLiteral(".\r\n\r\nThey are kept and will be saved as soon as %1.")
+                                    .arg(c_.store.whenWritableAgain()));
     });
     computer_ = new ComputerOpponent(c_.sounds, c_.session.random, c_.skill.profile, this);
     peer_ = new NetworkPeer(c_.sounds, game_, [this](const NetMessage &message) { return net_->send(message); }, this);

@@ -119,7 +119,7 @@ bool Program::openStatistics()
     startPassword_.clear();
     while (!store_.open(address, startPassword_)) {
         if (store_.needsPassword()) {
-            const std::optional<QString> given = messages_.askPassword(nullptr, *server, store_.lastError());
+            const std::optional<QString> given = messages_.askPassword(nullptr, *server, store_.lastError() + QLatin1Char('.'));
             if (given) {
                 startPassword_ = *given;
                 continue;
@@ -129,7 +129,7 @@ bool Program::openStatistics()
         // this computer, or end here.
         if (!messages_.askYesNo(nullptr, title,
                                 store_.lastError()
-                                    + QStringLiteral("\r\n\r\nUse the statistics file on this computer (%1) "
+                                    + QStringLiteral(".\r\n\r\nUse the statistics file on this computer (%1) "
                                                      "instead?")
                                           .arg(QDir::toNativeSeparators(localDatabasePath))))
             return false;
@@ -263,7 +263,7 @@ bool Program::useClubChoice(const ClubChoice &choice)
     // in use as they are.
     if (toServer) {
         if (const std::optional<ServerFailure> failure = testServerConnection(choice.server, choice.password)) {
-            messages_.error(window_.get(), title, failure->message);
+            messages_.error(window_.get(), title, failure->message + QLatin1Char('.'));
             return false;
         }
     }
@@ -275,7 +275,7 @@ bool Program::useClubChoice(const ClubChoice &choice)
         const std::variant<StoreAddress, QString> before = readStoreAddress(databasePath_);
         if (const StoreAddress *previous = std::get_if<StoreAddress>(&before))
             store_.open(*previous, startPassword_);
-        messages_.error(window_.get(), title, why);
+        messages_.error(window_.get(), title, why + QLatin1Char('.'));
         return false;
     }
     databasePath_ = toServer ? serverUri(choice.server) : localDatabasePath;
