@@ -212,6 +212,11 @@ constexpr const char *matchStatements[] = {
     " firstthrower SMALLINT)",
 };
 
+// The players who keep their figures off the club page.
+constexpr const char *clubStatements[] = {
+    "CREATE TABLE IF NOT EXISTS clubhidden (players_id BIGINT PRIMARY KEY)",
+};
+
 // A step's statements, and the tables it makes whose writes the change
 // counter counts.
 struct ServerStep {
@@ -221,12 +226,13 @@ struct ServerStep {
 
 // In order: step i makes version i + 1. The chart is filled after the steps
 // whenever it is empty, in a new schema as in one whose chart was emptied.
-const std::array<ServerStep, 4> serverSteps = {{
+const std::array<ServerStep, 5> serverSteps = {{
     {{counterStatements, tableStatements, gameIndexStatements},
      {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart"}},
     {{practiceSumsStatements}, {"practicesums", "practicetargetsums"}},
     {{drillStatements, drillIndexStatements}, {"drills", "drilldarts"}},
     {{matchStatements, matchIndexStatements}, {"matches", "matchlegs"}},
+    {{clubStatements}, {"clubhidden"}},
 }};
 
 // Taken by every board that changes the schema, for its transaction: boards

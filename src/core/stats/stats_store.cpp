@@ -137,6 +137,13 @@ bool StatsStore::open(const StoreAddress &address, const QString &password)
     return true;
 }
 
+StoreAddress StatsStore::address() const
+{
+    if (server_)
+        return *server_;
+    return path_;
+}
+
 std::optional<QString> StatsStore::writeProblem()
 {
     // A server's tables were written by this copy when it opened them.

@@ -7,6 +7,7 @@
 // this header: the rest of the program sees the store through its interfaces.
 
 #include "core/stats/chart_store.h"
+#include "core/stats/club_store.h"
 #include "core/stats/dart_export.h"
 #include "core/stats/drill_log.h"
 #include "core/stats/game_store.h"
@@ -32,7 +33,8 @@ class StatsStore final : public PlayerStore,
                           public PracticeLog,
                           public ChartStore,
                           public DartExport,
-                          public DrillLog {
+                          public DrillLog,
+                          public ClubStore {
 public:
     static constexpr const char *defaultConnectionName = "statsConnection";
     static constexpr const char *defaultFileName = "tavrix.db";
@@ -62,6 +64,10 @@ public:
     bool needsPassword() const { return needsPassword_; }
     // The server whose database is open; nothing for a file.
     const std::optional<ServerAddress> &server() const { return server_; }
+    // What open() was given, so that a worker can open its own connection
+    // to the same statistics: the file, or the server and its password.
+    StoreAddress address() const;
+    const QString &serverPassword() const { return password_; }
     void close();
     bool isOpen() const;
     QString lastError() const override { return lastError_; }
@@ -158,6 +164,11 @@ public:
     std::optional<std::optional<int>> bestDrillScore(qint64 playerId, int kind, int targetNumber,
                                                      bool lowerIsBetter) override;
 
+    // Only on a server; on a file they fail with lastError().
+    std::optional<std::vector<ClubPlayerRows>> clubRows() override;
+    std::optional<bool> isHiddenFromClub(qint64 playerId) override;
+    bool setHiddenFromClub(qint64 playerId, bool hidden) override;
+
     std::optional<QList<ChartRow>> outchartRows() override;
     std::optional<QList<StoredChartRow>> storedOutchartRows() override;
     bool replaceOutchartRows(const QList<qint64> &rowIds, const QList<ChartRow> &rows) override;
@@ -213,6 +224,8 @@ private:
     // Whether the file holds the drills' (the matches') tables: a file of a
     // version before them that another program held at start lacks them
     // until a later start.
+    // False, with lastError(), on a file or an unreachable server.
+    bool clubUsable(const QString &what);
     bool holdsDrillTables();
     bool holdsMatchTables();
     // False, with lastError(), when a drill (a match) cannot be written now.

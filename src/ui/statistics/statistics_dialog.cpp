@@ -1,5 +1,6 @@
 #include "ui/statistics/statistics_dialog.h"
 
+#include "ui/statistics/club_page.h"
 #include "ui/statistics/statistics_charts.h"
 #include "ui/statistics/statistics_service.h"
 
@@ -90,6 +91,7 @@ StatisticsDialog::StatisticsDialog(StatsStore &store, QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->addLayout(left, 0);
     layout->addWidget(charts_, 1);
+    followDatabase();
 
     connect(period_, &QComboBox::currentIndexChanged, this, &StatisticsDialog::recompute);
     connect(service_, &StatisticsService::ready, this, &StatisticsDialog::showStatistics);
@@ -106,6 +108,20 @@ StatisticsDialog::StatisticsDialog(StatsStore &store, QWidget *parent)
         size = size.boundedTo(room).expandedTo(minimumSizeHint());
     }
     resize(size);
+}
+
+void StatisticsDialog::followDatabase()
+{
+    if (store_.server() && !clubPage_) {
+        clubPage_ = new ClubPage(store_);
+        charts_->addTab(clubPage_, QStringLiteral("Club"));
+        connect(service_, &StatisticsService::clubReady, clubPage_, &ClubPage::showLines);
+        connect(service_, &StatisticsService::clubFailed, clubPage_, &ClubPage::showFailure);
+        connect(clubPage_, &ClubPage::hiddenChanged, this, &StatisticsDialog::recompute);
+    } else if (!store_.server() && clubPage_) {
+        delete clubPage_;
+        clubPage_ = nullptr;
+    }
 }
 
 QLabel *StatisticsDialog::addFigure(QGridLayout *grid, const char *name, const QString &caption)
@@ -126,6 +142,9 @@ QLabel *StatisticsDialog::addFigure(QGridLayout *grid, const char *name, const Q
 void StatisticsDialog::showFor(qint64 playerId, const QString &playerName)
 {
     playerId_ = playerId;
+    followDatabase();
+    if (clubPage_)
+        clubPage_->setPlayer(playerId);
     setWindowTitle(QStringLiteral("Statistics - ") + playerName);
     show();
     raise();
@@ -138,7 +157,7 @@ void StatisticsDialog::recompute()
     const int index = std::clamp(period_->currentIndex(), 0, int(std::size(periods)) - 1);
     busy_->show();
     counted_ = store_.storeVersion();
-    service_->request(playerId_, periods[index]);
+    service_->request(playerId_, periods[index], clubPage_ != nullptr);
 }
 
 void StatisticsDialog::recomputeIfChanged()

@@ -2,7 +2,8 @@
 
 // "Statistics": the figures of the player's games in the chosen period on
 // the left (and below them those of the matches, once the player has
-// played one), the charts in tabs on the right. Everything is worked out by a
+// played one), the charts in tabs on the right, and on a club's server a
+// last tab with every player's figures. Everything is worked out by a
 // StatisticsService; while it works a busy bar shows and the window goes on.
 // While shown, it follows what is written meanwhile (a game finished, a
 // practice set, another copy's darts): the store is looked at every two
@@ -21,6 +22,7 @@ class QProgressBar;
 
 namespace tavrix {
 
+class ClubPage;
 class StatsStore;
 class StatisticsCharts;
 class StatisticsService;
@@ -37,9 +39,14 @@ public:
     void showStatistics(const PlayerStatistics &statistics);
     StatisticsService *service() const { return service_; }
     StatisticsCharts *charts() const { return charts_; }
+    // The "Club" page beside the charts, on a club's server only.
+    ClubPage *clubPage() const { return clubPage_; }
 
 private:
     void recompute();
+    // Adds the club page when the statistics are on a server, and takes it
+    // away when they are on a file: the store may change between showings.
+    void followDatabase();
     void recomputeIfChanged();
     void showFailure(const QString &error);
     QLabel *addFigure(QGridLayout *grid, const char *name, const QString &caption);
@@ -47,6 +54,7 @@ private:
     StatsStore &store_;
     StatisticsService *service_ = nullptr;
     StatisticsCharts *charts_ = nullptr;
+    ClubPage *clubPage_ = nullptr;
     QComboBox *period_ = nullptr;
     QProgressBar *busy_ = nullptr;
     QLabel *note_ = nullptr;

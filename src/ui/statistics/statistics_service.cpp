@@ -22,13 +22,13 @@ StatisticsService::~StatisticsService()
     watcher_.waitForFinished();
 }
 
-void StatisticsService::request(qint64 playerId, StatsPeriod period)
+void StatisticsService::request(qint64 playerId, StatsPeriod period, bool club)
 {
     if (working_) {
-        waiting_ = Request{playerId, period};
+        waiting_ = Request{playerId, period, club};
         return;
     }
-    start({playerId, period});
+    start({playerId, period, club});
 }
 
 void StatisticsService::start(const Request &request)
@@ -37,8 +37,8 @@ void StatisticsService::start(const Request &request)
     const std::optional<qint64> now = localSeconds(
         QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")).toStdString());
     working_ = true;
-    watcher_.setFuture(QtConcurrent::run(&StatisticsService::work, store_.databasePath(), request.playerId,
-                                         periodStart(request.period, now.value_or(0))));
+    watcher_.setFuture(QtConcurrent::run(&StatisticsService::work, store_.address(), store_.serverPassword(),
+                                         request, periodStart(request.period, now.value_or(0))));
 }
 
 void StatisticsService::waitForWork()
@@ -51,26 +51,33 @@ void StatisticsService::waitForWork()
     }
 }
 
-StatisticsService::Result StatisticsService::work(QString path, qint64 playerId, std::optional<qint64> since)
+StatisticsService::Result StatisticsService::work(StoreAddress address, QString password, Request request,
+                                                  std::optional<qint64> since)
 {
     static std::atomic<int> serial = 0;
     Result result;
     // A file that has gone is not made again here; the window tells of it.
-    if (!QFileInfo::exists(path)) {
-        result.error = QStringLiteral("The statistics file %1 is gone.").arg(path);
+    if (const QString *path = std::get_if<QString>(&address); path && !QFileInfo::exists(*path)) {
+        result.error = QStringLiteral("The statistics file %1 is gone.").arg(*path);
         return result;
     }
     StatsStore store(QStringLiteral("statistics%1").arg(++serial));
-    if (!store.open(path)) {
+    if (!store.open(address, password)) {
         result.error = store.lastError();
         return result;
     }
-    std::optional<StatisticsRows> rows = store.statisticsRows(playerId);
+    std::optional<StatisticsRows> rows = store.statisticsRows(request.playerId);
     if (!rows) {
         result.error = store.lastError();
         return result;
     }
     result.statistics = playerStatistics(std::move(*rows), since);
+    if (request.club) {
+        if (std::optional<std::vector<ClubPlayerRows>> players = store.clubRows())
+            result.club = clubLines(std::move(*players), since);
+        else
+            result.clubError = store.lastError();
+    }
     return result;
 }
 
@@ -80,7 +87,7 @@ void StatisticsService::finished()
     if (!working_ || !future.isFinished())
         return;
     working_ = false;
-    const Result result = future.resultCount() > 0 ? future.result() : Result{{}, QStringLiteral("The work stopped.")};
+    const Result result = future.resultCount() > 0 ? future.result() : Result{{}, QStringLiteral("The work stopped."), {}, {}};
     if (waiting_) {
         // A newer request replaces this result.
         const Request next = *waiting_;
@@ -92,6 +99,10 @@ void StatisticsService::finished()
         emit ready(*result.statistics);
     else
         emit failed(result.error);
+    if (result.club)
+        emit clubReady(*result.club);
+    else if (!result.clubError.isEmpty())
+        emit clubFailed(result.clubError);
 }
 
 } // namespace tavrix
