@@ -123,7 +123,8 @@ private slots:
         ServerAddress closed = *server;
         closed.port = 1;
         const QString refused = testResult(closed);
-        QVERIFY2(refused.startsWith(QStringLiteral("Cannot reach the club database at %1, port 1: nothing answers there.")
+        QVERIFY2(refused.startsWith(QStringLiteral("Cannot reach the club database at %1, port 1: nothing answers "
+                                                   "there (the server may be stopped")
                                         .arg(server->host)), qPrintable(refused));
         QVERIFY(findControl<QPushButton>(dialog_.get(), "cmdTestConnection")->isEnabled());
         QCOMPARE(readClubSettings(), (ClubSettings{storedClub(), false}));

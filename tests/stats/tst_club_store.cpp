@@ -16,15 +16,6 @@ using namespace tavrix;
 
 namespace {
 
-ServerAddress freshServer(const QString &name)
-{
-    QString error;
-    const std::optional<ServerAddress> server = TestServer::freshDatabase(name, error);
-    if (!server)
-        qFatal("%s", qPrintable(error));
-    return *server;
-}
-
 struct Dart {
     int score, ring;
 };
@@ -66,7 +57,8 @@ private slots:
     void clubFiguresMatchEachPlayersOwnAndFollowHidingAndPeriod()
     {
         StatsStore store;
-        QVERIFY2(store.open(StoreAddress(freshServer(QStringLiteral("club"))), {}), qPrintable(store.lastError()));
+        QVERIFY2(store.open(StoreAddress(TestServer::freshDatabase(QStringLiteral("club"))), {}),
+                 qPrintable(store.lastError()));
         const qint64 ann = store.insertPlayer(QStringLiteral("Ann")).value_or(-1);
         const qint64 bob = store.insertPlayer(QStringLiteral("Bob")).value_or(-1);
         // Interleaved, so that no player's rows sit together on the server.
@@ -149,7 +141,7 @@ private slots:
     // when a board of this version opens it.
     void anOlderServerDatabaseGetsTheClubTable()
     {
-        const ServerAddress server = freshServer(QStringLiteral("clubolder"));
+        const ServerAddress server = TestServer::freshDatabase(QStringLiteral("clubolder"));
         {
             StatsStore store(QStringLiteral("first"));
             QVERIFY(store.open(StoreAddress(server), {}));

@@ -177,16 +177,6 @@ QStringList exercise(StatsStore &store)
 class TestStoreOnServer : public QObject {
     Q_OBJECT
 
-    // A fresh database on the test server, or the test fails.
-    ServerAddress fresh(const QString &name)
-    {
-        QString error;
-        const std::optional<ServerAddress> server = TestServer::freshDatabase(name, error);
-        if (!server)
-            qFatal("%s", qPrintable(error));
-        return *server;
-    }
-
 private slots:
     void sameIdsRowsAndFiguresAsAFile()
     {
@@ -194,7 +184,8 @@ private slots:
         StatsStore file(QStringLiteral("file"));
         QVERIFY2(file.open(dir.filePath(QStringLiteral("tavrix.db"))), qPrintable(file.lastError()));
         StatsStore server(QStringLiteral("server"));
-        QVERIFY2(server.open(StoreAddress(fresh(QStringLiteral("same")))), qPrintable(server.lastError()));
+        QVERIFY2(server.open(StoreAddress(TestServer::freshDatabase(QStringLiteral("same")))),
+                 qPrintable(server.lastError()));
         QVERIFY(server.server());
         const QStringList onFile = exercise(file);
         const QStringList onServer = exercise(server);
@@ -208,7 +199,7 @@ private slots:
     // transaction: every dart is there, in its own game, in order.
     void twoBoardsWriteAtOnce()
     {
-        const ServerAddress server = fresh(QStringLiteral("boards"));
+        const ServerAddress server = TestServer::freshDatabase(QStringLiteral("boards"));
         {
             StatsStore maker(QStringLiteral("maker"));
             QVERIFY2(maker.open(StoreAddress(server)), qPrintable(maker.lastError()));

@@ -66,6 +66,17 @@ public:
         return server;
     }
 
+    // As above, for a test that cannot go on without it: the test program
+    // stops with the reason when there is none.
+    static tavrix::ServerAddress freshDatabase(const QString &name)
+    {
+        QString error;
+        const std::optional<tavrix::ServerAddress> server = freshDatabase(name, error);
+        if (!server)
+            qFatal("%s", qPrintable(error));
+        return *server;
+    }
+
 private:
     TestServer()
     {
