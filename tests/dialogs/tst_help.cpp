@@ -136,9 +136,6 @@ private slots:
         window()->newUserDialog(), window()->userSelectDialog(), window()->userEditDialog(), window()->alertBox();
         new tavrix::ClubDatabaseDialog(false, window());
         new tavrix::ServerPasswordDialog({}, window());
-        // The File menu's entry for the club database; until the window
-        // offers it, the club database page is held to this caption.
-        captions << QStringLiteral("Copy Local Statistics to Club Database...");
         collectCaptions(captions);
         startAgainst(QStringLiteral("Bob")); // "Confirm Dart"
         collectCaptions(captions);
