@@ -3,7 +3,9 @@
 // window and shown once they are there.
 
 #include "../support/program_test.h"
+#include "../support/test_server.h"
 #include "core/board/board_geometry.h"
+#include "core/games/checkout_chart.h"
 #include "ui/advice/aim_advice_service.h"
 #include "ui/board/board_picture.h"
 #include "ui/review/review_controller.h"
@@ -132,6 +134,24 @@ private slots:
         QCOMPARE(yourOut(), three);
         throwDarts({"S1", "S1"});
         QCOMPARE(yourOut(), QString());
+    }
+
+    // On a club database the worker opens its own connection to the server
+    // the window uses, with the password it was given.
+    void theAdviceFromDartsOnAServer()
+    {
+        StatsStore store(QStringLiteral("aimAdviceServer"));
+        QVERIFY2(store.open(TestServer::freshDatabase(QStringLiteral("aim_advice"))), qPrintable(store.lastError()));
+        QVERIFY(store.insertPlayer(QStringLiteral("Ann")) == 1);
+        throwPractice(store, 300);
+        CheckoutChart chart;
+        chart.load(*store.outchartRows());
+        AimAdviceService service(store, chart);
+        service.advice(1);
+        service.waitForWork();
+        const std::shared_ptr<const PersonalAdvice> advice = service.advice(1);
+        QVERIFY(advice);
+        QCOMPARE(advice->fit.fitted + advice->fit.wild, qint64(300));
     }
 };
 

@@ -137,6 +137,16 @@ bool StatsStore::open(const StoreAddress &address, const QString &password)
     return true;
 }
 
+bool StatsStore::openExisting(const StoreAddress &address, const QString &password)
+{
+    if (const QString *path = std::get_if<QString>(&address); path && !QFileInfo::exists(*path)) {
+        close();
+        lastError_ = QStringLiteral("The statistics file %1 is gone.").arg(*path);
+        return false;
+    }
+    return open(address, password);
+}
+
 StoreAddress StatsStore::address() const
 {
     if (server_)

@@ -62,6 +62,10 @@ public:
     // asked for a password it was not given or refused the one given.
     bool open(const StoreAddress &address, const QString &password = {});
     bool needsPassword() const { return needsPassword_; }
+    // As open(address, password), for a worker's own connection to the
+    // statistics another store has open: a file that has gone is not made
+    // again, and lastError() says it is gone.
+    bool openExisting(const StoreAddress &address, const QString &password);
     // The server whose database is open; nothing for a file.
     const std::optional<ServerAddress> &server() const { return server_; }
     // What open() was given, so that a worker can open its own connection

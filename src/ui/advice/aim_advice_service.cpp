@@ -2,7 +2,6 @@
 
 #include "core/stats/stats_store.h"
 
-#include <QFileInfo>
 #include <QMutex>
 #include <QtConcurrent>
 
@@ -36,7 +35,7 @@ std::shared_ptr<const PersonalAdvice> AimAdviceService::advice(qint64 playerId)
         workPlayer_ = playerId;
         workVersion_ = *version;
         handled_ = false;
-        watcher_.setFuture(QtConcurrent::run(&AimAdviceService::work, store_.databasePath(), playerId, *version,
+        watcher_.setFuture(QtConcurrent::run(&AimAdviceService::work, store_.address(), store_.serverPassword(), playerId, *version,
                                              chartFirstDarts(chart_), stop_));
     }
     return keptForPlayer ? kept_->advice : nullptr;
@@ -60,7 +59,7 @@ void AimAdviceService::forget()
     workVersion_.reset();
 }
 
-AimAdviceService::Result AimAdviceService::work(QString path, qint64 playerId, StoreVersion version,
+AimAdviceService::Result AimAdviceService::work(StoreAddress address, QString password, qint64 playerId, StoreVersion version,
                                                 ChartFirstDarts chart, std::shared_ptr<std::atomic<bool>> stop)
 {
     // One piece of work at a time: the FFT library's planner is not to be
@@ -70,10 +69,8 @@ AimAdviceService::Result AimAdviceService::work(QString path, qint64 playerId, S
     static std::atomic<int> serial = 0;
     Result result{playerId, version, nullptr};
     // A file that has gone is not made again here; the window tells of it.
-    if (!QFileInfo::exists(path))
-        return result;
     StatsStore store(QStringLiteral("aimAdvice%1").arg(++serial));
-    if (!store.open(path))
+    if (!store.openExisting(address, password))
         return result;
     const std::optional<SpreadFit> fit = readSpreadFit(store, playerId);
     if (!fit)

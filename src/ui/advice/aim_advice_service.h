@@ -8,6 +8,7 @@
 // still given, so the window never waits.
 
 #include "core/advice/aim_advice.h"
+#include "core/stats/store_address.h"
 
 #include <QFutureWatcher>
 #include <QObject>
@@ -51,7 +52,7 @@ private:
         StoreVersion version;
         std::shared_ptr<const PersonalAdvice> advice; // null when the darts could not be read
     };
-    static Result work(QString path, qint64 playerId, StoreVersion version, ChartFirstDarts chart,
+    static Result work(StoreAddress address, QString password, qint64 playerId, StoreVersion version, ChartFirstDarts chart,
                        std::shared_ptr<std::atomic<bool>> stop);
     void finished();
 

@@ -3,7 +3,6 @@
 #include "core/stats/stats_store.h"
 
 #include <QDateTime>
-#include <QFileInfo>
 #include <QtConcurrent>
 
 #include <atomic>
@@ -57,12 +56,8 @@ StatisticsService::Result StatisticsService::work(StoreAddress address, QString 
     static std::atomic<int> serial = 0;
     Result result;
     // A file that has gone is not made again here; the window tells of it.
-    if (const QString *path = std::get_if<QString>(&address); path && !QFileInfo::exists(*path)) {
-        result.error = QStringLiteral("The statistics file %1 is gone.").arg(*path);
-        return result;
-    }
     StatsStore store(QStringLiteral("statistics%1").arg(++serial));
-    if (!store.open(address, password)) {
+    if (!store.openExisting(address, password)) {
         result.error = store.lastError();
         return result;
     }
