@@ -2,7 +2,8 @@
 // club database, input that names no server is refused with its reason and
 // stores nothing, the connection test answers without freezing the window,
 // each choice is stored (never with the password) and reaches the window's
-// hook, and the password prompt names the server.
+// hook, the password prompt names the server, and on a club database the
+// File menu copies the local statistics into it once.
 
 #include "../support/data_table.h"
 #include "../support/program_test.h"
@@ -11,6 +12,8 @@
 #include "core/startup/settings.h"
 #include "ui/dialogs/club_database_dialog.h"
 #include "ui/dialogs/server_password_dialog.h"
+
+#include "core/stats/stats_store.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -207,6 +210,55 @@ private slots:
             QCOMPARE(ServerPasswordDialog::ask(storedClub(), nullptr),
                      given ? std::optional<QString>(QStringLiteral("it's mine")) : std::nullopt);
         }
+    }
+
+    // The entry is there only on a club database. It copies the game Ann
+    // played on the file into her rows there, and a second copy nothing.
+    void theLocalStatisticsAreCopiedOnce()
+    {
+        startProgram();
+        program_->localDatabasePath = home_->dbPath;
+        QVERIFY(!action("mnuCopyStatsToClub")->isVisible());
+        startAgainst(QStringLiteral("Bob"));
+        corkAnnFirst();
+        playSet({"T20", "T20", "T20"});
+        messages_.answers = {true};
+        QTest::mouseClick(control<QPushButton>("btnQuitGame"), Qt::LeftButton);
+
+        const ServerAddress club = TestServer::freshDatabase(QStringLiteral("localcopy"));
+        {
+            StatsStore seed(QStringLiteral("seed"));
+            QVERIFY(seed.open(StoreAddress(club), {}));
+            QVERIFY(seed.insertPlayer(QStringLiteral("Zed")) && seed.insertPlayer(QStringLiteral("Ann")));
+        }
+        whenDialogShows([&club](QWidget *dialog) {
+            type(dialog, "txtClubHost", club.host);
+            type(dialog, "txtClubPort", QString::number(club.port));
+            type(dialog, "txtClubDatabase", club.database);
+            type(dialog, "txtClubUser", club.user);
+            click(dialog, "cmdUseClub");
+        });
+        action("mnuOptionsClubDatabase")->trigger();
+        QVERIFY2(program_->store().server(), qPrintable(messages_.texts().join('\n')));
+        QVERIFY(action("mnuCopyStatsToClub")->isVisible());
+
+        messages_ = {};
+        action("mnuCopyStatsToClub")->trigger();
+        QCOMPARE(messages_.texts(), (QStringList{
+            QStringLiteral("Copy Ann's games, practice and drills from the statistics file on this computer (%1) into "
+                           "the club database (%2)?\r\n\r\nWhat was copied from there before is left out.")
+                .arg(QDir::toNativeSeparators(home_->dbPath), describeServer(club)),
+            QStringLiteral("Copied into the club database: 1 game with 4 darts.")}));
+        QCOMPARE(rows(QStringLiteral("SELECT players_id, setseq, dartseq, score, ring FROM gamesdarts"
+                                     " ORDER BY setseq, dartseq")),
+                 (QList<QVariantList>{{2, 0, 1, 25, 2}, {2, 1, 0, 20, 3}, {2, 1, 1, 20, 3}, {2, 1, 2, 20, 3}}));
+
+        messages_ = {};
+        action("mnuCopyStatsToClub")->trigger();
+        QCOMPARE(messages_.texts(QStringLiteral("notice")),
+                 QStringList{QStringLiteral("Everything of Ann's in the statistics file on this computer was copied "
+                                            "into the club database before. Nothing was copied again.")});
+        QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM games")), (QList<QVariantList>{{1}}));
     }
 };
 

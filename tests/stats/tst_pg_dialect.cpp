@@ -123,7 +123,7 @@ private slots:
         QVERIFY(!postgresDialect().holdsTable(boardDb, "nosuchtable"));
         const QString versions = QStringLiteral("SELECT version, applied FROM schemaversions ORDER BY version");
         const QList<QVariantList> versionRows = sqlRows(board.db(), versions);
-        QCOMPARE(versionRows.size(), 5);
+        QCOMPARE(versionRows.size(), 6);
         for (int i = 0; i < 5; ++i) {
             QCOMPARE(versionRows[i][0].toInt(), i + 1);
             QVERIFY(QDateTime::fromString(versionRows[i][1].toString(), QStringLiteral("yyyy-MM-dd HH:mm:ss")).isValid());
@@ -162,7 +162,7 @@ private slots:
             QCOMPARE(results[0], QString());
             QCOMPARE(results[1], QString());
             ServerDb check(QStringLiteral("check"), *server);
-            QCOMPARE(sqlValue(check.db(), QStringLiteral("SELECT count(*) FROM schemaversions")).toInt(), 5);
+            QCOMPARE(sqlValue(check.db(), QStringLiteral("SELECT count(*) FROM schemaversions")).toInt(), 6);
             QCOMPARE(sqlValue(check.db(), QStringLiteral("SELECT count(*) FROM outchart")).toInt(),
                      bundledChartRows().size());
         }

@@ -21,6 +21,20 @@ struct ClubPlayerRows {
     StatisticsRows rows;
 };
 
+// What a copy of a player's statistics into the club's database wrote.
+struct CopiedRows {
+    qint64 games = 0;
+    qint64 gameDarts = 0;
+    qint64 targets = 0;
+    qint64 practiceDarts = 0;
+    qint64 drills = 0;
+    qint64 drillDarts = 0;
+    qint64 matches = 0;
+    // Games, targets, drills and matches left out as copied before.
+    qint64 copiedBefore = 0;
+    bool any() const { return games + targets + drills + matches > 0; }
+};
+
 class ClubStore : public virtual StatsAccess {
 public:
     // Every player not hidden from the club page, with their rows.

@@ -217,6 +217,20 @@ constexpr const char *clubStatements[] = {
     "CREATE TABLE IF NOT EXISTS clubhidden (players_id BIGINT PRIMARY KEY)",
 };
 
+// Where copied rows came from: a player of a file (its id and creation
+// there), the kind of row and its id in the file, and its id and player
+// here. A row is copied from its player once.
+constexpr const char *copyStatements[] = {
+    "CREATE TABLE IF NOT EXISTS clubcopies ("
+    " players_id BIGINT,"
+    " source TEXT,"
+    " kind TEXT,"
+    " sourceid BIGINT,"
+    " copiedid BIGINT,"
+    " copied TEXT,"
+    " PRIMARY KEY (source, kind, sourceid))",
+};
+
 // A step's statements, and the tables it makes whose writes the change
 // counter counts.
 struct ServerStep {
@@ -226,13 +240,14 @@ struct ServerStep {
 
 // In order: step i makes version i + 1. The chart is filled after the steps
 // whenever it is empty, in a new schema as in one whose chart was emptied.
-const std::array<ServerStep, 5> serverSteps = {{
+const std::array<ServerStep, 6> serverSteps = {{
     {{counterStatements, tableStatements, gameIndexStatements},
      {"players", "games", "gamesdarts", "statstargets", "statsthrows", "outchart"}},
     {{practiceSumsStatements}, {"practicesums", "practicetargetsums"}},
     {{drillStatements, drillIndexStatements}, {"drills", "drilldarts"}},
     {{matchStatements, matchIndexStatements}, {"matches", "matchlegs"}},
     {{clubStatements}, {"clubhidden"}},
+    {{copyStatements}, {"clubcopies"}},
 }};
 
 // Taken by every board that changes the schema, for its transaction: boards

@@ -485,6 +485,9 @@ bool StatsStore::resetPlayerStats(qint64 playerId)
         statements.insert(statements.end(), std::begin(deleteDrillsStatements), std::end(deleteDrillsStatements));
     if (holdsMatchTables())
         statements.insert(statements.end(), std::begin(deleteMatchesStatements), std::end(deleteMatchesStatements));
+    // What was copied into the player may be copied again.
+    if (server_)
+        statements.push_back("DELETE FROM clubcopies WHERE players_id = ?");
     return runForPlayer(statements, playerId, QStringLiteral("Cannot delete the statistics"));
 }
 

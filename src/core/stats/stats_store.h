@@ -172,6 +172,13 @@ public:
     std::optional<std::vector<ClubPlayerRows>> clubRows() override;
     std::optional<bool> isHiddenFromClub(qint64 playerId) override;
     bool setHiddenFromClub(qint64 playerId, bool hidden) override;
+    // Copies the games, practice targets, drills and matches of the player
+    // `sourcePlayerId` of `source` (a file), with their darts, into this club
+    // database as the player `playerId`, in one transaction. What was copied
+    // from that player before is left out, so copying again writes only
+    // what is new. Nothing, with lastError(), on a file or when a read or a
+    // write fails; then nothing is written.
+    std::optional<CopiedRows> copyPlayerFrom(StatsStore &source, qint64 sourcePlayerId, qint64 playerId);
 
     std::optional<QList<ChartRow>> outchartRows() override;
     std::optional<QList<StoredChartRow>> storedOutchartRows() override;

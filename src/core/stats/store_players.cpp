@@ -81,6 +81,8 @@ bool StatsStore::deletePlayer(qint64 playerId)
                                          "DELETE FROM statstargets WHERE players_id = ?"};
     if (holdsDrillTables())
         statements.insert(statements.end(), std::begin(deleteDrillsStatements), std::end(deleteDrillsStatements));
+    if (server_)
+        statements.push_back("DELETE FROM clubcopies WHERE players_id = ?");
     statements.push_back("DELETE FROM players WHERE id = ?");
     return runForPlayer(statements, playerId, QStringLiteral("Cannot delete the player"));
 }

@@ -131,6 +131,11 @@ private:
     void exportDarts();
     void backUpStats();
     void restoreStats();
+    // The current player's statistics from the file on this computer into
+    // the club database, worked on away from the window.
+    void copyLocalStatistics();
+    // Shows the entries that belong to where the statistics are kept.
+    void showStoreEntries();
     void showHelp();
     // The help window at `page`, or a message naming where the pages were
     // looked for.
@@ -183,6 +188,9 @@ private:
     QAction *useInches_ = nullptr;
     QAction *useCms_ = nullptr;
     QAction *soundEntry_ = nullptr;
+    // "Copy Local Statistics to Club Database...", there only while the
+    // statistics are kept in a club database.
+    QAction *copyToClub_ = nullptr;
 
     NewUserDialog *newUserDialog_ = nullptr;
     UserSelectDialog *userSelectDialog_ = nullptr;

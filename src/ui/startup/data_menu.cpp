@@ -1,17 +1,23 @@
-// The File menu's entries for the statistics file: export, backup and
-// restore.
+// The File menu's entries for the statistics file: export, backup, restore,
+// and the copy of the local statistics into a club database.
 
 #include "ui/startup/darts_window.h"
 
 #include "core/session/session.h"
+#include "core/stats/local_copy.h"
 #include "core/stats/stats_store.h"
 #include "ui/advice/aim_advice_service.h"
 #include "ui/dialogs/messages.h"
 #include "ui/dialogs/stats_files.h"
 #include "ui/startup/program.h"
 
+#include <QAction>
 #include <QDir>
+#include <QEventLoop>
 #include <QFileInfo>
+#include <QFutureWatcher>
+#include <QProgressDialog>
+#include <QtConcurrent>
 
 namespace tavrix {
 
@@ -68,6 +74,51 @@ void Darts::restoreStats()
     messages.notice(this, title,
                     QStringLiteral("The statistics from %1 are restored. The statistics used before are kept in %2.")
                         .arg(QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath()), kept));
+}
+
+void Darts::showStoreEntries()
+{
+    copyToClub_->setVisible(program_.store().server().has_value());
+}
+
+void Darts::copyLocalStatistics()
+{
+    const QString title = QStringLiteral("Copy Local Statistics");
+    Messages &messages = program_.messages();
+    StatsStore &store = program_.store();
+    if (!store.server())
+        return;
+    const QString path = program_.localDatabasePath;
+    const QString name = session_.currentPlayerName;
+    if (!messages.askYesNo(this, title,
+                           QStringLiteral("Copy %1's games, practice and drills from the statistics file on this "
+                                          "computer (%2) into the club database (%3)?\r\n\r\n"
+                                          "What was copied from there before is left out.")
+                               .arg(name, QDir::toNativeSeparators(path), describeServer(*store.server()))))
+        return;
+    // A player's darts take a while to cross: the window waits, and says so.
+    QProgressDialog progress(QStringLiteral("Copying %1's statistics into the club database...").arg(name), QString(),
+                             0, 0, this);
+    progress.setObjectName(QStringLiteral("frmCopyProgress"));
+    progress.setWindowTitle(title);
+    progress.setWindowModality(Qt::WindowModal);
+    progress.setMinimumDuration(500);
+    QFutureWatcher<LocalCopy> watcher;
+    QEventLoop wait;
+    connect(&watcher, &QFutureWatcher<LocalCopy>::finished, &wait, &QEventLoop::quit);
+    watcher.setFuture(QtConcurrent::run(&tavrix::copyLocalStatistics, *store.server(), store.serverPassword(), path, name,
+                                        session_.currentPlayerId));
+    if (!watcher.isFinished())
+        wait.exec();
+    progress.reset();
+    const LocalCopy result = watcher.result();
+    if (!result.copied) {
+        messages.error(this, title, result.error);
+        return;
+    }
+    if (result.copied->any())
+        buildYouProfile();
+    messages.notice(this, title, localCopyReport(*result.copied, name, path));
 }
 
 } // namespace tavrix

@@ -73,6 +73,9 @@ void Darts::buildMenus()
             this, &Darts::backUpStats);
     connect(namedAction(file, "mnuRestoreStats", QStringLiteral("Restore Statistics...")), &QAction::triggered,
             this, &Darts::restoreStats);
+    copyToClub_ = namedAction(file, "mnuCopyStatsToClub", QStringLiteral("Copy Local Statistics to Club Database..."));
+    connect(copyToClub_, &QAction::triggered, this, &Darts::copyLocalStatistics);
+    showStoreEntries();
     file->addSeparator();
     QAction *exit = namedAction(file, "mnuExit", QStringLiteral("Exit"));
     exit->setShortcut(QKeySequence::Quit);
@@ -303,6 +306,7 @@ void Darts::chooseClubDatabase()
     if (program_.isShutDown())
         return;
     // The statistics now in use are read afresh, as after a restore.
+    showStoreEntries();
     aims_->forget();
     setPlayerName();
     buildYouProfile();
