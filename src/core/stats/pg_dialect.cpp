@@ -41,11 +41,15 @@ public:
     std::optional<StoreVersion> changeStamp(QSqlDatabase &db, QString &error) const override
     {
         QSqlQuery query(db);
-        if (!query.exec(QStringLiteral("SELECT counter FROM storechanges WHERE id = 1")) || !query.next()) {
+        // The counter moves with every commit; inside this board's own
+        // transaction its writes so far count too.
+        if (!query.exec(QStringLiteral("SELECT counter, coalesce(nullif(current_setting('tavrix.writes', true), ''),"
+                                       " '0')::BIGINT FROM storechanges WHERE id = 1"))
+            || !query.next()) {
             error = describeError(query.lastError(), db.hostName());
             return std::nullopt;
         }
-        return StoreVersion{query.value(0).toLongLong(), 0};
+        return StoreVersion{query.value(0).toLongLong(), query.value(1).toLongLong()};
     }
 
     bool holdsTable(QSqlDatabase &db, const char *table) const override
