@@ -1,59 +1,22 @@
 // The reads of a player's every dart through Qt SQL, which a server needs,
 // against the reads through SQLite's own calls on one file with varied rows:
 // the same aimed darts, statistics rows, drills and export darts, value for
-// value and in the same order. Then the same rows on the test server, read
-// in its own order, must give the same rows and figures.
+// value and in the same order. (The same reads on a server are compared with
+// a file's in tst_store_on_server.)
 
 #include "../support/sql_rows.h"
-#include "../support/test_server.h"
-#include "core/statistics/player_statistics.h"
-#include "core/stats/server_connection.h"
+#include "../support/statistics_rows_text.h"
 #include "core/stats/store_dialect.h"
 #include "core/stats/store_rows.h"
 #include "core/stats/stats_store.h"
 
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace tavrix;
 
 namespace {
-
-// A row as a line of its kind and numbers; a missing time is -1.
-QString line(const char *kind, std::initializer_list<qint64> numbers)
-{
-    QStringList words{QString::fromLatin1(kind)};
-    for (const qint64 number : numbers)
-        words << QString::number(number);
-    return words.join(QLatin1Char(' '));
-}
-
-qint64 at(const std::optional<qint64> &seconds)
-{
-    return seconds.value_or(-1);
-}
-
-QStringList rowsText(const StatisticsRows &rows)
-{
-    QStringList out;
-    for (const StatsGame &g : rows.games)
-        out << line("game", {g.id, at(g.playedAt), int(g.type), int(g.end), g.throws, g.points, g.outSet});
-    for (const StatsGameDart &d : rows.gameDarts)
-        out << line("gameDart", {d.gameId, d.setSeq, d.dartSeq, d.score, d.ring, d.targetScore, d.targetRing});
-    for (const StatsPracticeSet &s : rows.practiceSets)
-        out << line("set", {s.id, at(s.openedAt), s.targetValue, s.targetRing});
-    for (const StatsPracticeDart &d : rows.practiceDarts)
-        out << line("practiceDart", {d.setId, d.score, d.ring});
-    for (const DrillRow &d : rows.drills)
-        out << line("drill", {d.id, d.kind, d.targetNumber, at(d.startedAt), at(d.endedAt), d.score, d.completed,
-                              d.quit});
-    for (const StatsDrillDart &d : rows.drillDoubleDarts)
-        out << line("drillDart", {at(d.thrownAt), d.score, d.ring, d.targetScore, d.targetRing});
-    for (const StatsMatch &m : rows.matches)
-        out << line("match", {m.id, int(m.type), at(m.endedAt), int(m.result), m.playerPoints, m.playerDarts,
-                              m.opponentPoints, m.opponentDarts});
-    return out;
-}
 
 QString fieldText(const StoredField &field)
 {
@@ -66,13 +29,6 @@ QString fieldText(const StoredField &field)
 QString numberText(const std::optional<double> &number)
 {
     return number ? QString::number(*number, 'g', 17) : QStringLiteral("-");
-}
-
-// What the statistics window shows of the rows, for all time.
-QStringList figures(const StatisticsRows &rows)
-{
-    const StatisticsTexts t = statisticsTexts(playerStatistics(rows, std::nullopt));
-    return {t.games, t.average, t.firstNine, t.checkout};
 }
 
 class Readers {
@@ -126,67 +82,6 @@ private:
     const StoreDialect &dialect_;
 };
 
-// The test server's dialect as far as the reads need it: its tables are
-// the plain ones made here.
-class ServerTables final : public StoreDialect {
-public:
-    QString driver() const override { return QStringLiteral("QPSQL"); }
-    bool isServer() const override { return true; }
-    QString prepare(QSqlDatabase &) const override { return {}; }
-    std::optional<StoreVersion> changeStamp(QSqlDatabase &, QString &) const override { return StoreVersion{}; }
-    bool holdsTable(QSqlDatabase &db, const char *table) const override
-    {
-        QSqlQuery query(db);
-        query.prepare(QStringLiteral("SELECT 1 FROM information_schema.tables WHERE table_name = ?"));
-        query.addBindValue(QString::fromLatin1(table));
-        return query.exec() && query.next();
-    }
-    QString writeOrder() const override { return QStringLiteral("id"); }
-    QString afterGivenIds(QSqlDatabase &, const char *) const override { return {}; }
-    QString describeError(const QSqlError &error, const QString &) const override { return error.text(); }
-};
-
-// The tables the reads use, as a server holds them, and which of their
-// columns a copy fills.
-const std::pair<const char *, const char *> serverTables[] = {
-    {"players", "id BIGINT PRIMARY KEY, name TEXT"},
-    {"games", "id BIGINT PRIMARY KEY, creationdate TEXT, players_id BIGINT, gametype INTEGER, skill INTEGER,"
-              " result TEXT, throws INTEGER, points INTEGER, outset INTEGER"},
-    {"gamesdarts", "id BIGSERIAL PRIMARY KEY, creationdate TEXT, games_id BIGINT, players_id BIGINT,"
-                   " setseq INTEGER, dartseq INTEGER, x DOUBLE PRECISION, y DOUBLE PRECISION, score INTEGER,"
-                   " ring INTEGER, targetscore INTEGER, targetring INTEGER"},
-    {"statstargets", "id BIGINT PRIMARY KEY, creationdate TEXT, players_id BIGINT, targetvalue INTEGER,"
-                     " targetring INTEGER"},
-    {"statsthrows", "id BIGINT PRIMARY KEY, players_id BIGINT, statstargets_id BIGINT, seq INTEGER,"
-                    " x DOUBLE PRECISION, y DOUBLE PRECISION, score INTEGER, ring INTEGER"},
-    {"drills", "id BIGINT PRIMARY KEY, players_id BIGINT, kind INTEGER, target INTEGER, startdate TEXT,"
-               " enddate TEXT, score INTEGER, completed INTEGER, quit INTEGER"},
-    {"drilldarts", "id BIGSERIAL PRIMARY KEY, creationdate TEXT, players_id BIGINT, x DOUBLE PRECISION,"
-                   " y DOUBLE PRECISION, score INTEGER, ring INTEGER, targetscore INTEGER, targetring INTEGER"},
-    {"matches", "id BIGINT PRIMARY KEY, players_id BIGINT, gametype INTEGER, enddate TEXT, result TEXT,"
-                " playerpoints BIGINT, playerdarts BIGINT, opponentpoints BIGINT, opponentdarts BIGINT"},
-};
-
-// The names (or types) of the columns a copy fills: all but the server's
-// own ids.
-QStringList columnWords(const char *definition, int word)
-{
-    QStringList words;
-    for (const QString &column : QString::fromLatin1(definition).split(QLatin1Char(','))) {
-        if (!column.contains(QLatin1String("BIGSERIAL")))
-            words << column.trimmed().section(QLatin1Char(' '), word, word);
-    }
-    return words;
-}
-QString columnsOf(const char *definition)
-{
-    return columnWords(definition, 0).join(QStringLiteral(", "));
-}
-QStringList typesOf(const char *definition)
-{
-    return columnWords(definition, 1);
-}
-
 } // namespace
 
 class TestStoreRows : public QObject {
@@ -194,7 +89,6 @@ class TestStoreRows : public QObject {
 
     QTemporaryDir dir_;
     QString path_;
-    QString serverCopy_;
     StatsStore store_{QStringLiteral("storeRows")};
     qint64 ann_ = 0;
     qint64 quoted_ = 0;
@@ -249,8 +143,7 @@ class TestStoreRows : public QObject {
         }
         // What older programs and hand edits leave: no distance or place,
         // times of other forms, a throw whose set is gone, results no
-        // program writes. A server holds these too; the copy for it is made
-        // here.
+        // program writes, a real or a text where whole numbers belong.
         const OtherConnection other(path_, QStringLiteral("edits"));
         QVERIFY(other.exec({
             QStringLiteral("UPDATE gamesdarts SET dist = NULL, x = NULL WHERE rowid % 5 = 0"),
@@ -261,10 +154,6 @@ class TestStoreRows : public QObject {
             QStringLiteral("UPDATE statsthrows SET statstargets_id = 999, y = NULL WHERE id = 4"),
             QStringLiteral("UPDATE drills SET enddate = '2026-01-01 00:00:00' WHERE id = 2"),
             QStringLiteral("UPDATE matches SET result = 'X' WHERE id = 2"),
-        }));
-        QVERIFY(store_.backUpTo(serverCopy_));
-        // Only a file holds a real or a text where whole numbers belong.
-        QVERIFY(other.exec({
             QStringLiteral("UPDATE gamesdarts SET score = 3.75 WHERE rowid = 7"),
             QStringLiteral("UPDATE gamesdarts SET ring = ' 2x', targetscore = 1e20 WHERE rowid = 8"),
             QStringLiteral("UPDATE gamesdarts SET y = '1.5e2z' WHERE rowid = 9"),
@@ -276,7 +165,6 @@ private slots:
     void initTestCase()
     {
         path_ = dir_.filePath(QStringLiteral("rows.db"));
-        serverCopy_ = dir_.filePath(QStringLiteral("server.db"));
         QVERIFY2(store_.open(path_), qPrintable(store_.lastError()));
         fill();
     }
@@ -370,75 +258,6 @@ private slots:
         error.clear();
         QVERIFY(qt.aimed(ann_, error).size() <= 12);
         QVERIFY(!error.isEmpty());
-    }
-
-    // The same rows on a server: its own order of rows, but the same rows,
-    // figures and aimed darts.
-    void serverReadsGiveTheSameFigures()
-    {
-        QString error;
-        const std::optional<ServerAddress> server =
-            TestServer::freshDatabase(QStringLiteral("storerows"), error);
-        if (!server)
-            QSKIP(qPrintable(QStringLiteral("no test server: ") + error));
-        const QString name = QStringLiteral("storeRowsServer");
-        {
-            const std::optional<ServerFailure> failure = openServerConnection(name, *server);
-            QVERIFY2(!failure, qPrintable(failure ? failure->message : QString()));
-            QSqlDatabase pg = QSqlDatabase::database(name);
-            const OtherConnection copy(serverCopy_, QStringLiteral("serverCopy"));
-            const QSqlDatabase file = copy.db();
-            for (const auto &[table, definition] : serverTables) {
-                QSqlQuery create(pg);
-                QVERIFY2(create.exec(QStringLiteral("CREATE TABLE %1 (%2)")
-                                         .arg(QLatin1String(table), QLatin1String(definition))),
-                         qPrintable(create.lastError().text()));
-                const QString columns = columnsOf(definition);
-                // The odd values a file holds have no place in a server's
-                // typed columns: each goes over as the file's reads see it.
-                QSqlQuery read(file);
-                QVERIFY(read.exec(QStringLiteral("SELECT %1 FROM %2 ORDER BY rowid").arg(columns, QLatin1String(table))));
-                QSqlQuery insert(pg);
-                const qsizetype count = columns.count(QLatin1Char(',')) + 1;
-                QStringList marks(count, QStringLiteral("?"));
-                QVERIFY(insert.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
-                                           .arg(QLatin1String(table), columns, marks.join(QLatin1Char(',')))));
-                const QStringList types = typesOf(definition);
-                while (read.next()) {
-                    const QueryRow row(read);
-                    for (int i = 0; i < count; ++i) {
-                        const QVariant value = read.value(i);
-                        const QString &type = types[i];
-                        insert.addBindValue(value.isNull() || type == QLatin1String("TEXT") ? value
-                                            : type == QLatin1String("DOUBLE") ? QVariant(row.real(i))
-                                            : type == QLatin1String("INTEGER") ? QVariant(row.int32(i))
-                                                                               : QVariant(row.int64(i)));
-                    }
-                    QVERIFY2(insert.exec(), qPrintable(insert.lastError().text()));
-                }
-            }
-            const ServerTables dialect;
-            Readers fileReads(file, sqliteDialect());
-            Readers serverReads(pg, dialect);
-            for (const qint64 player : {ann_, quoted_, bob_}) {
-                const std::optional<StatisticsRows> onServer = serverReads.statistics(player, error);
-                QVERIFY2(onServer, qPrintable(error));
-                const std::optional<StatisticsRows> inFile = fileReads.statistics(player, error);
-                QCOMPARE(figures(*onServer), figures(*inFile));
-                QStringList fileRows = rowsText(*inFile);
-                QStringList serverRows = rowsText(*onServer);
-                fileRows.sort();
-                serverRows.sort();
-                QCOMPARE(serverRows, fileRows);
-                QStringList fileAimed = fileReads.aimed(player, error);
-                QStringList serverAimed = serverReads.aimed(player, error);
-                fileAimed.sort();
-                serverAimed.sort();
-                QCOMPARE(serverAimed, fileAimed);
-            }
-            QCOMPARE(error, QString());
-        }
-        QSqlDatabase::removeDatabase(name);
     }
 };
 
