@@ -16,15 +16,18 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <cmath>
+#include <vector>
+
 namespace tavrix {
 
 namespace {
 
 using IdMap = QHash<qint64, qint64>;
 
-// Rows written per statement for the darts: few round trips, and well within
-// the server's limit on bound values.
-constexpr int dartsPerStatement = 250;
+// Rows written per statement for the darts: few round trips, each of a
+// size the server takes in at once.
+constexpr int dartsPerStatement = 2000;
 
 // A table whose rows have ids: the columns copied as they are, after the id.
 struct OwnerTable {
@@ -79,6 +82,104 @@ QString placeholders(qsizetype count)
     marks.fill(QStringLiteral("?"), count);
     return QLatin1Char('(') + marks.join(QStringLiteral(", ")) + QLatin1Char(')');
 }
+
+// Rows written into a table a statement of dartsPerStatement at a time.
+// Each column's values travel as one array, which the server takes apart:
+// a handful of bound values a statement, however many rows it carries. A
+// value the column cannot take fails the statement, with the server's words.
+class ColumnBatch {
+public:
+    ColumnBatch(QSqlDatabase db, const QString &table, const QStringList &columns)
+        : db_(std::move(db))
+        , values_(columns.size())
+    {
+        QStringList arrays;
+        for (const QString &column : columns) {
+            const Kind kind = kindOf(column);
+            kinds_ << kind;
+            arrays << QStringLiteral("?::%1[]").arg(kind == Kind::Text   ? QStringLiteral("TEXT")
+                                                    : kind == Kind::Real ? QStringLiteral("DOUBLE PRECISION")
+                                                                         : QStringLiteral("BIGINT"));
+        }
+        statement_ = QStringLiteral("INSERT INTO %1 (%2) SELECT * FROM unnest(%3)")
+                         .arg(table, columns.join(QStringLiteral(", ")), arrays.join(QStringLiteral(", ")));
+    }
+
+    QString failed;
+
+    bool add(const QVariantList &row)
+    {
+        for (qsizetype column = 0; column < row.size(); ++column)
+            values_[column] << element(row[column], kinds_[column]);
+        return ++pending_ < dartsPerStatement || flush();
+    }
+
+    bool flush()
+    {
+        if (pending_ == 0)
+            return true;
+        if (!prepared_) {
+            query_ = QSqlQuery(db_);
+            if (!query_.prepare(statement_))
+                return fail();
+            prepared_ = true;
+        }
+        for (QStringList &column : values_) {
+            query_.addBindValue(QLatin1Char('{') + column.join(QLatin1Char(',')) + QLatin1Char('}'));
+            column.clear();
+        }
+        pending_ = 0;
+        return query_.exec() || fail();
+    }
+
+private:
+    enum class Kind { Integer, Real, Text };
+    static Kind kindOf(const QString &column)
+    {
+        static const QStringList reals = {QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("dist"),
+                                          QStringLiteral("aimx"), QStringLiteral("aimy")};
+        if (column.compare(QStringLiteral("creationdate"), Qt::CaseInsensitive) == 0)
+            return Kind::Text;
+        return reals.contains(column) ? Kind::Real : Kind::Integer;
+    }
+    // A value as an element of an array's text: numbers in full, text
+    // quoted, an empty field NULL. A file's whole number kept as a real
+    // goes into an integer column as the number.
+    static QString element(const QVariant &value, Kind kind)
+    {
+        if (value.isNull())
+            return QStringLiteral("NULL");
+        bool number = false;
+        if (kind == Kind::Real) {
+            const double real = value.toDouble(&number);
+            if (number)
+                return QString::number(real, 'g', 17);
+        } else if (kind == Kind::Integer) {
+            const qint64 whole = value.toLongLong(&number);
+            if (number)
+                return QString::number(whole);
+            const double real = value.toDouble(&number);
+            if (number && real == std::floor(real) && std::abs(real) < 9e15)
+                return QString::number(qint64(real));
+        }
+        QString text = value.toString();
+        text.replace(QLatin1Char('\\'), QStringLiteral("\\\\")).replace(QLatin1Char('"'), QStringLiteral("\\\""));
+        return QLatin1Char('"') + text + QLatin1Char('"');
+    }
+    bool fail()
+    {
+        failed = query_.lastError().text();
+        return false;
+    }
+
+    QSqlDatabase db_;
+    QString statement_;
+    QList<Kind> kinds_;
+    std::vector<QStringList> values_;
+    int pending_ = 0;
+    QSqlQuery query_;
+    bool prepared_ = false;
+};
 
 // The copy in progress: reads from the file, writes into the club's
 // database inside the caller's transaction. The first failure stops it
@@ -228,10 +329,9 @@ private:
         read.addBindValue(sourcePlayer_);
         if (!read.exec())
             return readFailed(read);
-        Rows rows(to_, QStringLiteral("%1 (players_id, %2, %3)")
-                           .arg(QString::fromLatin1(table.table), QString::fromLatin1(table.ownerColumn),
-                                table.columns.join(QStringLiteral(", "))),
-                  table.columns.size() + 2);
+        ColumnBatch rows(to_, QString::fromLatin1(table.table),
+                         QStringList{QStringLiteral("players_id"), QString::fromLatin1(table.ownerColumn)}
+                             + table.columns);
         while (read.next()) {
             const auto owner = owners.constFind(read.value(0).toLongLong());
             if (owner == owners.constEnd())
@@ -263,7 +363,9 @@ private:
         if (!read.exec())
             return readFailed(read);
         const IdMap &copiedGames = copiedBefore_[QStringLiteral("games")];
-        Rows rows(to_, QStringLiteral("matchlegs (matches_id, games_id, setno, legno, firstthrower)"), 5);
+        ColumnBatch rows(to_, QStringLiteral("matchlegs"),
+                         {QStringLiteral("matches_id"), QStringLiteral("games_id"), QStringLiteral("setno"),
+                          QStringLiteral("legno"), QStringLiteral("firstthrower")});
         while (read.next()) {
             const auto match = newMatches.constFind(read.value(0).toLongLong());
             if (match == newMatches.constEnd())
@@ -276,53 +378,6 @@ private:
         }
         return rows.flush() || writeFailed(rows.failed);
     }
-
-    // Rows written a statement of dartsPerStatement at a time.
-    class Rows {
-    public:
-        Rows(QSqlDatabase db, QString into, qsizetype columns)
-            : db_(std::move(db))
-            , into_(std::move(into))
-            , columns_(columns)
-        {
-        }
-        QString failed;
-        bool add(QVariantList values)
-        {
-            pending_ << std::move(values);
-            return pending_.size() < dartsPerStatement || flush();
-        }
-        bool flush()
-        {
-            if (pending_.isEmpty())
-                return true;
-            QSqlQuery &query = pending_.size() == dartsPerStatement ? full_ : partial_;
-            if (&query == &partial_ || !fullPrepared_) {
-                QStringList rows;
-                rows.fill(placeholders(columns_), pending_.size());
-                query = QSqlQuery(db_);
-                query.prepare(QStringLiteral("INSERT INTO %1 VALUES %2").arg(into_, rows.join(QStringLiteral(", "))));
-                fullPrepared_ = fullPrepared_ || &query == &full_;
-            }
-            for (const QVariantList &row : std::as_const(pending_))
-                for (const QVariant &value : row)
-                    query.addBindValue(value);
-            pending_.clear();
-            if (query.exec())
-                return true;
-            failed = query.lastError().text();
-            return false;
-        }
-
-    private:
-        QSqlDatabase db_;
-        QString into_;
-        qsizetype columns_;
-        QList<QVariantList> pending_;
-        QSqlQuery full_;
-        QSqlQuery partial_;
-        bool fullPrepared_ = false;
-    };
 
     QSqlDatabase from_;
     const StoreDialect &fromDialect_;
