@@ -59,7 +59,9 @@ class TestClubDatabase : public ProgramTest {
 
     ClubDatabaseDialog *openDialog(bool clubInUse)
     {
-        dialog_ = std::make_unique<ClubDatabaseDialog>(clubInUse, nullptr);
+        const std::optional<ServerAddress> inUse =
+            clubInUse ? std::optional<ServerAddress>(readClubSettings().server) : std::nullopt;
+        dialog_ = std::make_unique<ClubDatabaseDialog>(inUse, nullptr);
         dialog_->show();
         return dialog_.get();
     }
@@ -214,6 +216,7 @@ private slots:
 
     // The entry is there only on a club database. It copies the game Ann
     // played on the file into her rows there, and a second copy nothing.
+    // The dialog then names that database, not the one stored.
     void theLocalStatisticsAreCopiedOnce()
     {
         startProgram();
@@ -259,6 +262,18 @@ private slots:
                  QStringList{QStringLiteral("Everything of Ann's in the statistics file on this computer was copied "
                                             "into the club database before. Nothing was copied again.")});
         QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM games")), (QList<QVariantList>{{1}}));
+
+        // "Club Database" shows the server in use, whatever is stored.
+        saveClubSettings({storedClub(), true});
+        QStringList shown;
+        whenDialogShows([&shown](QWidget *dialog) {
+            shown << findControl<QLineEdit>(dialog, "txtClubPort")->text()
+                  << findControl<QLineEdit>(dialog, "txtClubDatabase")->text();
+            click(dialog, "cmdUseLocalFile");
+        });
+        action("mnuOptionsClubDatabase")->trigger();
+        QCOMPARE(shown, (QStringList{QString::number(club.port), club.database}));
+        QVERIFY(!program_->store().server() && !action("mnuCopyStatsToClub")->isVisible());
     }
 };
 

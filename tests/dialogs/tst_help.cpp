@@ -134,7 +134,7 @@ private slots:
         QSet<QString> captions;
         action("mnuHelpHelp")->trigger();
         window()->newUserDialog(), window()->userSelectDialog(), window()->userEditDialog(), window()->alertBox();
-        new tavrix::ClubDatabaseDialog(false, window());
+        new tavrix::ClubDatabaseDialog(std::nullopt, window());
         new tavrix::ServerPasswordDialog({}, window());
         collectCaptions(captions);
         startAgainst(QStringLiteral("Bob")); // "Confirm Dart"

@@ -49,7 +49,7 @@ QLabel *plainLabel(const char *name, QWidget *parent)
 
 } // namespace
 
-ClubDatabaseDialog::ClubDatabaseDialog(bool clubInUse, QWidget *parent)
+ClubDatabaseDialog::ClubDatabaseDialog(const std::optional<ServerAddress> &inUse, QWidget *parent)
     : QDialog(parent)
     , stored_(readClubSettings())
 {
@@ -63,7 +63,7 @@ ClubDatabaseDialog::ClubDatabaseDialog(bool clubInUse, QWidget *parent)
     intro->setWordWrap(true);
     layout->addWidget(intro);
 
-    const ServerAddress &server = stored_.server;
+    const ServerAddress &server = inUse ? *inUse : stored_.server;
     auto *form = new QFormLayout;
     host_ = field(server.host, "txtClubHost", this);
     host_->setPlaceholderText(QStringLiteral("empty: the server on this computer"));
@@ -111,7 +111,7 @@ ClubDatabaseDialog::ClubDatabaseDialog(bool clubInUse, QWidget *parent)
     auto *useClub = named(new QPushButton(QStringLiteral("Use Club Database"), this), "cmdUseClub");
     useClub->setDefault(true);
     auto *useLocal = named(new QPushButton(QStringLiteral("Use Local File"), this), "cmdUseLocalFile");
-    useLocal->setEnabled(clubInUse);
+    useLocal->setEnabled(inUse.has_value());
     useLocal->setAutoDefault(false);
     auto *cancel = named(new QPushButton(QStringLiteral("Cancel"), this), "cmdCancel");
     cancel->setAutoDefault(false);
@@ -132,10 +132,10 @@ ClubDatabaseDialog::ClubDatabaseDialog(bool clubInUse, QWidget *parent)
     connect(cancel, &QPushButton::clicked, this, &ClubDatabaseDialog::reject);
 }
 
-ClubChoice ClubDatabaseDialog::ask(bool clubInUse, QWidget *parent)
+ClubChoice ClubDatabaseDialog::ask(const std::optional<ServerAddress> &inUse, QWidget *parent)
 {
     // The window may be taken down while the dialog is open.
-    QPointer<ClubDatabaseDialog> dialog = new ClubDatabaseDialog(clubInUse, parent);
+    QPointer<ClubDatabaseDialog> dialog = new ClubDatabaseDialog(inUse, parent);
     dialog->exec();
     if (!dialog)
         return {};

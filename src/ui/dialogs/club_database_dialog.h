@@ -23,12 +23,13 @@ class ClubDatabaseDialog : public QDialog {
     Q_OBJECT
 
 public:
-    // The fields show the stored club database; "Use Local File" can be
-    // chosen only while `clubInUse`, the statistics being kept there now.
-    ClubDatabaseDialog(bool clubInUse, QWidget *parent);
+    // The fields show `inUse`, the server the statistics are kept on now
+    // (named at start or chosen here), else the stored club database; "Use
+    // Local File" can be chosen only while a server is in use.
+    ClubDatabaseDialog(const std::optional<ServerAddress> &inUse, QWidget *parent);
 
     // Shows the dialog and waits for the choice.
-    static ClubChoice ask(bool clubInUse, QWidget *parent);
+    static ClubChoice ask(const std::optional<ServerAddress> &inUse, QWidget *parent);
     ClubChoice choice() const { return choice_; }
     // Whether a connection test is under way, its result not yet shown.
     bool testing() const { return testing_; }

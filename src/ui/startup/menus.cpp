@@ -287,7 +287,7 @@ void Darts::resetStats()
 void Darts::chooseClubDatabase()
 {
     const bool storedInUse = readClubSettings().inUse;
-    const ClubChoice choice = ClubDatabaseDialog::ask(program_.store().server().has_value(), this);
+    const ClubChoice choice = ClubDatabaseDialog::ask(program_.store().server(), this);
     if (choice.action == ClubChoice::Cancelled)
         return;
     // A game's darts would go partly to one database, partly to the other.
