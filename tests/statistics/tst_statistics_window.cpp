@@ -8,7 +8,9 @@
 #include "ui/statistics/statistics_dialog.h"
 #include "ui/statistics/statistics_service.h"
 
+#include <QChartView>
 #include <QCheckBox>
+#include <QDateTimeAxis>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QMenuBar>
@@ -110,6 +112,15 @@ private slots:
         // The cork (in the bull) is the one dart aimed at it; D12 was aimed at
         // the target, the treble 20.
         QCOMPARE(dialog()->charts()->doubleTip(20), QStringLiteral("Bull: 1 of 1 darts hit (100.0%)"));
+        // One game: the time axis spans a day, and its five labels differ.
+        const auto *time = qobject_cast<QDateTimeAxis *>(
+            dialog()->findChildren<QChartView *>().first()->chart()->axes(Qt::Horizontal).first());
+        QVERIFY(time);
+        QSet<QString> labels;
+        const qint64 from = time->min().toMSecsSinceEpoch(), span = time->max().toMSecsSinceEpoch() - from;
+        for (int tick = 0; tick < time->tickCount(); ++tick)
+            labels << QDateTime::fromMSecsSinceEpoch(from + span * tick / (time->tickCount() - 1)).toString(time->format());
+        QCOMPARE(labels.size(), time->tickCount());
 
         sqlRows(program_->store().connection(),
                 QStringLiteral("UPDATE games SET creationdate = datetime('now', 'localtime', '-300 days')"));

@@ -51,14 +51,19 @@ QString doubleName(int index)
 
 // A time axis over [first, last] with a little room at either end, so
 // that the first and last points are drawn whole, a day wide at least,
-// with dates that suit its span.
+// with dates that suit its span: a span of a few days gets the hour too,
+// since its ticks lie less than a day apart and the dates alone would
+// repeat.
 void setTimeRange(QDateTimeAxis *axis, qreal first, qreal last)
 {
     constexpr qreal day = 86400000.0;
     const qreal room = std::max(day / 2, (last - first) / 50);
     first -= room;
     last += room;
-    axis->setFormat(last - first > 300 * day ? QStringLiteral("MMM yyyy") : QStringLiteral("d MMM"));
+    const qreal tickSpacing = (last - first) / std::max(1, axis->tickCount() - 1);
+    axis->setFormat(last - first > 300 * day ? QStringLiteral("MMM yyyy")
+                    : tickSpacing >= day     ? QStringLiteral("d MMM")
+                                             : QStringLiteral("d MMM HH:mm"));
     axis->setRange(QDateTime::fromMSecsSinceEpoch(qint64(first)), QDateTime::fromMSecsSinceEpoch(qint64(last)));
 }
 
